@@ -1,0 +1,45 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// Storage of the library: everything that it owns comes from HvAllocate and goes to HvFree.
+
+#ifndef HV_FOUNDATION_HVMEMORY_H
+#define HV_FOUNDATION_HVMEMORY_H
+
+#include <hv/platform/HvExport.h>
+
+#include <cstddef>
+
+/// Returns `size` bytes, zero-filled and aligned for any standard type; `size` 0 gives one byte.
+/// Throws std::bad_alloc when there is no memory or the allocation hook refuses; nothing then
+/// changes. Threads: any.
+HV_API void* HvAllocate(std::size_t size);
+
+/// Gives back what HvAllocate returned; null does nothing.
+HV_API void HvFree(void* block) noexcept;
+
+/// Decides about one allocation of `size` bytes: 0 refuses it, so that HvAllocate throws.
+using HvAllocationHook = int (*)(std::size_t size);
+
+/// Sets the hook that HvAllocate asks before each allocation; null, the initial state, asks nobody.
+/// For tests: refuse the n-th allocation, or count them. Threads: the hook is called by every
+/// allocating thread at once.
+HV_API void HvSetAllocationHook(HvAllocationHook hook) noexcept;
+
+/// Base without data of the classes that a caller may `new` and `delete`: their storage is the
+/// library's own, whatever the host does with the global operators.
+class HvAllocated {
+public:
+    static void* operator new(std::size_t size) { return HvAllocate(size); }
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    static void operator delete(void* block) noexcept { HvFree(block); }
+    static void operator delete(void*, void*) noexcept {}
+    static void* operator new[](std::size_t size) { return HvAllocate(size); }
+    static void operator delete[](void* block) noexcept { HvFree(block); }
+
+protected:
+    HvAllocated() = default;
+    ~HvAllocated() = default;
+};
+
+#endif
