@@ -1,0 +1,232 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// The standard function curve: constant, linear and cubic Bezier segments.
+
+#ifndef HV_FCURVE_HVSTDFCURVE_H
+#define HV_FCURVE_HVSTDFCURVE_H
+
+#include <hv/fcurve/HvFCurveShell.h>
+#include <hv/foundation/HvPoint2.h>
+
+class HvStdFCurveImpl;
+
+extern template class HvFCurveShell<HvStdFCurveImpl>;
+
+/// The general scalar curve: each key has a left and a right value, a kind for the segment to its
+/// right and two tangent handles; per-key constraints may derive the tangents that the curve really
+/// uses (the evaluated ones) from those stored (the actual ones).
+///
+/// n keys give n + 1 spans: a key's kind is the kind of the span to its right, the span before the
+/// first key has the curve's first segment kind. Handles are given and returned as vectors from the
+/// key. An FSKind of 0 as an argument keeps the kind in place. See HvBaseFCurve for results,
+/// arguments and locks.
+class HV_API HvStdFCurve : public HvFCurveShell<HvStdFCurveImpl> {
+public:
+    /// How data points become a curve.
+    enum DPMethod : int {
+        InterpCatmullRom = 1,   ///< cubic segments through all points
+        InterpCubicC2 = 2,      ///< cubic segments of the C2 interpolating spline
+        ApproxLinearFitC0 = 3,  ///< a polyline through a subset of the points
+        ApproxCubicFitG1 = 4    ///< fitted cubic segments, tangent continuity locked
+    };
+
+    /// A curve without keys.
+    HvStdFCurve(double value, FSKind kind);
+    /// One key at x, with both handles on its sides; value when no keys is leftValue.
+    HvStdFCurve(double x, double leftValue, double rightValue, FSKind first, FSKind last);
+    /// Two keys joined by a line; value when no keys is y0. x0 < x1 is the caller's.
+    HvStdFCurve(double x0, double y0, double x1, double y1, FSKind first, FSKind last);
+    /// Two keys joined by the cubic P0..P3; value when no keys is P0.y.
+    HvStdFCurve(HvPoint2<double> const& P0, HvPoint2<double> const& P1, HvPoint2<double> const& P2,
+                HvPoint2<double> const& P3, FSKind first, FSKind last);
+    /// A curve through or near points of strictly rising x. `tolerance` serves the approximations,
+    /// in the unit of the values. Value when no keys is the first point's y.
+    HvStdFCurve(HvPoint2dArray const& points, DPMethod method, double tolerance, FSKind first,
+                FSKind last);
+    HvStdFCurve(HvStdFCurve const& other);
+    /// The stretch of `curve` from `from` to `to`, with its shape kept.
+    HvStdFCurve(HvStdFCurve const& curve, double from, double to);
+    /// Copies keys, fields and user data; all or nothing.
+    HvStdFCurve& operator=(HvStdFCurve const& other);
+    using HvBaseFCurve::operator=;
+
+    HvBaseFCurve const* QueryFCurveKind(Kind kind) const override;
+    Kind GetKind() const override;
+    HvBaseFCurve* Clone() const override;
+    HvBaseFCurve* SnapShot(double from, double to, ExtrapolationMethod method) const override;
+    int Set(HvBaseFCurve const& other) override;
+
+    // Reading keys.
+
+    int GetFCurveInfo(FCurveInfo* info) const override;
+    int GetKeyInfoFromIndex(unsigned int index, KeyInfo* info) const override;
+    int GetKeyInfoFromParameter(double parameter, KeyInfo* info) const override;
+    int GetKeyValue(double x, KeySide side, double& value, double tolerance) const override;
+    unsigned int GetKeys(HvDoubleArray& parameters, HvDoubleArray& leftValues,
+                         HvDoubleArray& rightValues, int selectedOnly) const override;
+    /// GetNearestKeyParameterInCenteredInterval for a caller that holds the curve's lock.
+    int GetNearestKeyParameterInCenteredIntervalNoLock(double& parameter, double tolerance) const;
+
+    /// The kind of the span on one side of the key.
+    int GetSegmentKind(double x, KeySide side, FSKind& kind, double tolerance) const;
+    int GetSegmentKinds(double x, FSKind& left, FSKind& right, double tolerance) const;
+    int GetSegmentKindsByIndex(unsigned int i, FSKind& left, FSKind& right) const;
+    int GetSegmentKindByIndex(unsigned int i, KeySide side, FSKind& kind) const;
+    /// The kind of the span that holds x; at a key, of the span to its right.
+    FSKind GetSegmentKindAtParameter(double x) const;
+    FSKind GetFirstSegmentKind() const;
+    /// 1 when the first segment kind and all keys' kinds agree; `kind` gets it.
+    int HasUniformSegmentKind(FSKind& kind) const;
+    /// 1 when all values, and the evaluated handles of cubic segments, equal the first key's left
+    /// value; 1 without keys.
+    int HasConstantValue() const;
+
+    /// The stored handle of one side, as a vector from the key.
+    int GetActualKeyTgtHandle(double x, KeySide side, HvPoint2<double>& handle,
+                              double tolerance) const;
+    int GetActualKeyTgtHandles(double x, HvPoint2<double>& left, HvPoint2<double>& right,
+                               double tolerance) const;
+    /// The handle of one side that the segment really uses, as a vector from the key.
+    int GetEvaluatedKeyTgtHandle(double x, KeySide side, HvPoint2<double>& handle,
+                                 double tolerance) const;
+    int GetEvaluatedKeyTgtHandles(double x, HvPoint2<double>& left, HvPoint2<double>& right,
+                                  double tolerance) const;
+    int GetEvaluatedKeyTgtHandlesByIndex(unsigned int i, HvPoint2<double>& left,
+                                         HvPoint2<double>& right) const;
+
+    int GetConstraint(double& parameter, KeyConstraint constraint, int& on,
+                      double tolerance) const override;
+    int GetConstraintByIndex(unsigned int i, KeyConstraint constraint, int& on) const override;
+    int IsConstraintSupported(KeyConstraint constraint) const override;
+    int IsTangentContinuityLocked(double x, double tolerance) const;
+    int IsTangentContinuityLockedByIndex(unsigned int i) const;
+    int IsTangentLengthContinuityLocked(double x, double tolerance) const;
+    int IsTangentLengthContinuityLockedByIndex(unsigned int i) const;
+    int AreAnyTgtDirectionsLockedInInterval(double from, double to, int openAtFrom,
+                                            int openAtTo) const;
+    int AreAnyTgtLengthsLockedInInterval(double from, double to, int openAtFrom,
+                                         int openAtTo) const;
+
+    // Evaluating.
+
+    double EvalNoLock(double x, int clamp) const override;
+    /// Eval with the left-hand value at a key.
+    double EvalLeft(double x, int clamp) const;
+    unsigned int EvalSequence(double from, double to, double step, double tolerance,
+                              HvDoubleArray& parameters, HvDoubleArray& values,
+                              int clamp) const override;
+    int EvalInverse(double value, double& parameter, int flag) const override;
+    bool IsBijective() const override;
+    /// The signed area under the curve from `from` to `to`; beyond the keys it counts as constant,
+    /// whatever the extrapolation. The negative of the swapped integral when from > to.
+    double EvalIntegral(double from, double to) const;
+    int GetClampingValues(double& lower, double& upper) const override;
+    double GetValueUpperBound(int clamp) const override;
+    double GetValueLowerBound(int clamp) const override;
+    /// Bounds of the segment on one side of the key.
+    int GetValueRange(double x, KeySide side, double& lower, double& upper, double tolerance,
+                      int clamp) const;
+
+    // Settings.
+
+    int SetValueWhenNoKeys(double value) override;
+    int SetClampingValues(double lower, double upper) override;
+    int SetExtrapolationMethod(ExtrapolationMethod method) override;
+    int SetDefaultBezierTangentConstraint(bool on) override;
+    /// Does nothing and returns 1.
+    int AdjustAdjacentAutomaticKeysTangents(double x, double tolerance);
+
+    // Inserting and removing keys. An insertion into a cubic segment splits it, so that a key made
+    // on the curve keeps the shape; a removal rescales the handles beside it.
+
+    int CreateKey(double x, double y) override;
+    /// `left` and `right` are the kinds of the spans on both sides of the new key; an existing key
+    /// ignores them.
+    int CreateKey(double x, double y, FSKind left, FSKind right);
+    int CreateNonModifyingKey(double x, int ignoreExtrapolation) override;
+    int MergeAndCreateKey(double from, double to, double x, double y, int openAtFrom, int openAtTo,
+                          int keepKeyData) override;
+    int MergeAndCreateKey(double from, double to, double x, double y, FSKind left, FSKind right,
+                          int openAtFrom, int openAtTo, int keepKeyData);
+    int MergeAndCreateNonModifyingKey(double from, double to, double x, int openAtFrom,
+                                      int openAtTo, int keepKeyData,
+                                      int ignoreExtrapolation) override;
+    int RemoveKey(double x, double tolerance) override;
+    /// `kind` is the kind of the span that takes the key's place.
+    int RemoveKey(double x, FSKind kind, double tolerance);
+    int RemoveKeys(double from, double to, int openAtFrom, int openAtTo) override;
+    int RemoveKeys(double from, double to, FSKind kind, int openAtFrom, int openAtTo);
+    int RemoveHead(double x) override;
+    int RemoveTail(double x) override;
+    int Cut(double from, double to, HvBaseFCurve& clipboard) override;
+    int Paste(HvBaseFCurve const& source, double from, double to) override;
+    int Append(HvBaseFCurve const& source) override;
+    int AppendBezierCubicSegment(HvPoint2<double> const& P1, HvPoint2<double> const& P2,
+                                 HvPoint2<double> const& P3);
+    int AppendLinearSegment(HvPoint2<double> const& P);
+    int AppendOrExtendLinearSegment(HvPoint2<double> const& P, double tolerance);
+    int AppendConstantSegment(HvPoint2<double> const& P);
+
+    // Changing keys.
+
+    int ShiftParameters(double offset) override;
+    int ScaleParameterAxis(double scale) override;
+    int ShiftValues(double offset) override;
+    int ScaleAndShiftValues(double scale, double offset) override;
+    int MirrorValues() override;
+    int MirrorParameters() override;
+    int SetKeyValue(double x, KeySide side, double value, double tolerance) override;
+    int SetSegmentKind(double x, KeySide side, FSKind kind, double tolerance);
+    int SetSegmentKindAtParameter(double x, FSKind kind);
+    int SetFirstSegmentKind(FSKind kind);
+    int ConvertToUniformSegmentKind(FSKind kind);
+    /// Sets the stored handle of one side from a vector from the key; shrinks it until its segment
+    /// is a function of the parameter, and refuses when that fails.
+    int SetKeyTgtHandle(double x, KeySide side, HvPoint2<double> const& handle, double tolerance);
+    int SetKeyTgtHandles(double x, HvPoint2<double> const& left, HvPoint2<double> const& right,
+                         double tolerance);
+    int SetConstraint(double& parameter, KeyConstraint constraint, int on,
+                      double tolerance) override;
+    int LockTangentContinuity(double& x, double tolerance);
+    int UnlockTangentContinuity(double& x, double tolerance);
+    /// `scale` multiplies y, so that lengths compare as they look in a view.
+    int LockTangentLengthContinuity(double& x, double scale, double tolerance);
+    int UnlockTangentLengthContinuity(double& x, double scale, double tolerance);
+    int UnifyAndLockTangentContinuity(double& x, KeySide side, double tolerance);
+    int UnifyAndLockTangentLengthContinuity(double& x, KeySide side, double scale,
+                                            double tolerance);
+    /// Writes evaluated handles to the stored ones and clears the constraints of the mask
+    /// `constraints` (KeyConstraint values or-ed together).
+    int FreezeAllTangents(int constraints);
+    /// The same between the keys nearest to `from` and `to`; `leftSide` and `rightSide` tell that
+    /// the end keys are frozen on their inner side only.
+    int FreezeTangentsInInterval(double from, double to, int leftSide, int rightSide,
+                                 int constraints);
+    int FreezeTangentsInInterval(unsigned int i, unsigned int j, int leftSide, int rightSide,
+                                 int constraints);
+
+    // Reshaping.
+
+    int ScaleAndOffsetParameters(double from, double to, double pivot, double scale, double offset,
+                                 int rippleLeft, int rippleRight, RegionHandle handle,
+                                 int selectedOnly) override;
+    int ResampleSequence(double from, double to, double step, int keepExisting,
+                         int ignoreExtrapolation) override;
+    int SmoothSequence(double from, double to, double const* kernel,
+                       unsigned int kernelSize) override;
+    unsigned int ReduceNumKeys(double from, double to, double tolerance) override;
+    unsigned int ReduceNumKeys(double tolerance);
+
+    // Saving.
+
+    unsigned int GetBufferSize() const override;
+    unsigned int WriteToBuffer(void* buffer) const override;
+    unsigned int ReadFromBufferBody(void const* body) override;
+};
+
+/// Whether x(t) of the Bezier P0..P3 rises, which makes y a function of x: 1 or 0. Looks at x only.
+HV_API int HvStdFCurve_IsCubicSegmentValid(HvPoint2<double> const& P0, HvPoint2<double> const& P1,
+                                           HvPoint2<double> const& P2, HvPoint2<double> const& P3);
+
+#endif

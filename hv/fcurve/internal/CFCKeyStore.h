@@ -1,0 +1,185 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// The three stores that keep a curve's keys, each in one contiguous array, strictly ascending by
+// parameter. They differ in what a key costs: a stepped key is small and its constraint word lies
+// beside it, a raw key has no word at all, a standard key carries its word inside. All offer the
+// same operations, so that the implementation over them is written once.
+
+#ifndef HV_FCURVE_INTERNAL_CFCKEYSTORE_H
+#define HV_FCURVE_INTERNAL_CFCKEYSTORE_H
+
+#include <hv/fcurve/CFCKeyConstraint.h>
+#include <hv/fcurve/CFCSingleValueKey.h>
+#include <hv/fcurve/CFCStdKey.h>
+#include <hv/foundation/HvAltDynArray.h>
+#include <hv/foundation/HvExtent2.h>
+
+class HvBoolArray;
+class HvPoint2dArray;
+class HvPointTagArray;
+class HvTransfo4;
+
+/// Where flattened pieces go: three parallel arrays in view space, and the clip there.
+struct CFCFlattenOutput {
+    HvTransfo4 const& transfo;      ///< curve space to view space
+    double tolerance;               ///< in view space
+    HvExtent2<double> const& clip;  ///< in view space
+    HvPoint2dArray& points;
+    HvPointTagArray& tags;
+    HvBoolArray& flags;
+};
+
+/// Initial capacity of the arrays of keys.
+constexpr unsigned int kKeyStoreCapacity = 2;
+
+/// Stepped keys: K is CFCSingleValueKey<T>.
+template <class T, class K>
+class CFCKeyStoreA {
+public:
+    HvAltDynArray<K> keys{kKeyStoreCapacity};
+    HvAltDynArray<CFCKeyConstraint> constraints{kKeyStoreCapacity};  ///< element i belongs to key i
+    T leftValue{};  ///< the curve's value before the first key
+
+    /// Inserts a key and its word at `index`. Both arrays are grown before either changes.
+    void InsertKey(unsigned int index, K const& key, unsigned short word)
+    {
+        keys.Reserve(keys.Count() + 1);
+        constraints.Reserve(constraints.Count() + 1);
+        keys.InsertBefore(index, key);
+        constraints.InsertBefore(index, CFCKeyConstraint{word});
+    }
+    /// Removes the keys `first` to `last` inclusive, and their words.
+    void RemoveKeyRange(unsigned int first, unsigned int last)
+    {
+        keys.RemoveClosedRange(first, last);
+        constraints.RemoveClosedRange(first, last);
+    }
+    unsigned short ConstraintWord(unsigned int index) const { return constraints[index].word; }
+    void SetConstraintWord(unsigned int index, unsigned short word)
+    {
+        constraints[index].word = word;
+    }
+    bool IsSelected(unsigned int index) const
+    {
+        return constraints[index].HasAny(CFCKeyConstraint::kSelected);
+    }
+    void SetSelected(unsigned int index, bool on)
+    {
+        constraints[index].Assign(CFCKeyConstraint::kSelected, on);
+    }
+    /// Value of the curve just before key `index`.
+    T LeftValueOf(unsigned int index) const
+    {
+        return index == 0 ? leftValue : keys[index - 1].value;
+    }
+    T RightValueOf(unsigned int index) const { return keys[index].value; }
+
+    /// Makes the left value `value`, unless the first key's value is locked and differs from it.
+    /// Everything that changes the first key goes through this rule.
+    void ApplyLeftValue(T value)
+    {
+        bool const locked = keys.Count() != 0 &&
+                            constraints[0].HasAny(CFCKeyConstraint::kValueLocked) &&
+                            keys[0].value != value;
+        if (!locked) {
+            leftValue = value;
+        }
+    }
+
+    void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
+    void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
+    void AddFlattenedRightPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
+    void AddFlattenedPartialSegment(unsigned int i, double a, double b,
+                                    CFCFlattenOutput& out) const;
+};
+
+/// Raw keys: K is CFCSingleValueKey<double>. They take no constraints.
+template <class T, class K>
+class CFCKeyStoreB {
+public:
+    HvAltDynArray<K> keys{kKeyStoreCapacity};
+    HvAltDynArray<CFCKeyConstraint>* constraints = nullptr;  ///< nothing creates the array
+
+    void InsertKey(unsigned int index, K const& key, unsigned short)
+    {
+        keys.InsertBefore(index, key);
+    }
+    void RemoveKeyRange(unsigned int first, unsigned int last)
+    {
+        keys.RemoveClosedRange(first, last);
+    }
+    unsigned short ConstraintWord(unsigned int) const { return 0; }
+    void SetConstraintWord(unsigned int, unsigned short) {}
+    bool IsSelected(unsigned int index) const { return keys[index].flag != 0; }
+    void SetSelected(unsigned int index, bool on) { keys[index].flag = on ? 1 : 0; }
+    T LeftValueOf(unsigned int index) const { return keys[index].value; }
+    T RightValueOf(unsigned int index) const { return keys[index].value; }
+    void ApplyLeftValue(T) {}
+
+    void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
+    void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
+    void AddFlattenedRightPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
+    void AddFlattenedPartialSegment(unsigned int i, double a, double b,
+                                    CFCFlattenOutput& out) const;
+};
+
+/// Standard keys: K is CFCStdKey.
+template <class T, class K>
+class CFCKeyStoreC {
+public:
+    HvAltDynArray<K> keys{kKeyStoreCapacity};
+    int defaultSegmentKind =
+        HvBaseFCurve::CubicSegment;  ///< span before the first key, and new keys
+
+    void InsertKey(unsigned int index, K const& key, unsigned short word)
+    {
+        K copy = key;
+        copy.constraints.word = word;
+        keys.InsertBefore(index, copy);
+    }
+    void RemoveKeyRange(unsigned int first, unsigned int last)
+    {
+        keys.RemoveClosedRange(first, last);
+    }
+    unsigned short ConstraintWord(unsigned int index) const { return keys[index].constraints.word; }
+    void SetConstraintWord(unsigned int index, unsigned short word)
+    {
+        keys[index].constraints.word = word;
+    }
+    bool IsSelected(unsigned int index) const
+    {
+        return keys[index].constraints.HasAny(CFCKeyConstraint::kSelected);
+    }
+    void SetSelected(unsigned int index, bool on)
+    {
+        keys[index].constraints.Assign(CFCKeyConstraint::kSelected, on);
+    }
+    T LeftValueOf(unsigned int index) const { return keys[index].leftValue; }
+    T RightValueOf(unsigned int index) const { return keys[index].rightValue; }
+
+    // Evaluated tangents: the handles that segments really use, the stored ones after the key's
+    // constraints are applied.
+    HvPoint2<double> GetEvaluatedLeftTgt(unsigned int i) const;
+    HvPoint2<double> GetEvaluatedRightTgt(unsigned int i) const;
+    double GetEvaluatedLeftTgtY(unsigned int i) const;
+    double GetEvaluatedRightTgtY(unsigned int i) const;
+    /// The four control points of the segment from key i to key j.
+    void BezierCubicSetupUsingEvaluatedTangents(unsigned int i, unsigned int j,
+                                                HvPoint2<double>* P) const;
+    /// The value strictly inside the segment to the right of key i.
+    double EvalJustAfterIndex(double x, unsigned int i) const;
+
+    void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
+    void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
+    void AddFlattenedRightPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
+    void AddFlattenedPartialSegment(unsigned int i, double a, double b,
+                                    CFCFlattenOutput& out) const;
+};
+
+using CFCBooleanStore = CFCKeyStoreA<bool, CFCSingleValueKey<bool>>;
+using CFCIntegerStore = CFCKeyStoreA<int, CFCSingleValueKey<int>>;
+using CFCRawStore = CFCKeyStoreB<double, CFCSingleValueKey<double>>;
+using CFCStdStore = CFCKeyStoreC<double, CFCStdKey>;
+
+#endif

@@ -1,0 +1,49 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// Editing of curves whose keys hold one value: boolean, integer and raw.
+
+#ifndef HV_FCURVE_INTERNAL_CFCSINGLEVALUEIMPL_H
+#define HV_FCURVE_INTERNAL_CFCSINGLEVALUEIMPL_H
+
+#include <hv/fcurve/internal/CFCBaseImpl.h>
+
+/// The operations that change keys take the curve that owns the implementation, because the user
+/// data of keys that go or move go or move with them. Indices are below the number of keys.
+template <class T, class K, class S>
+class CFCSingleValueImpl : public CFCBaseImpl<T, K, S> {
+public:
+    using CFCBaseImpl<T, K, S>::CFCBaseImpl;
+
+    /// 0 when the value is locked and differs.
+    int SetValOnExistingKey(unsigned int i, T value);
+    int CreateKey(double p, T value, HvBaseFCurve& curve);
+    /// Creates a key that leaves the curve as it is, or finds the one there, and reports its index.
+    void CreateNonModifyingKey(double p, unsigned int& index, HvBaseFCurve& curve);
+    int MergeAndCreateKey(double from, double to, double p, T value, HvBaseFCurve& curve,
+                          int openAtFrom, int openAtTo, int keepNearest);
+    int RemoveKey(double p, double tolerance, HvBaseFCurve& curve);
+
+    void RemoveAllKeys(HvBaseFCurve& curve);
+    void RemoveHeadBeforeExistingKey(unsigned int i, HvBaseFCurve& curve);
+    void RemoveTailAfterExistingKey(unsigned int i, HvBaseFCurve& curve);
+    void RemoveBodyBetweenExistingKeys(unsigned int i, unsigned int j, HvBaseFCurve& curve);
+    void RemoveAllKeysAndCreateNewKey(double p, T value, HvBaseFCurve& curve);
+    void RemoveHeadAndCreateKeyBeforeExistingKey(double p, T value, unsigned int i,
+                                                 HvBaseFCurve& curve);
+    void RemoveTailAndCreateKeyAfterExistingKey(double p, T value, unsigned int i,
+                                                HvBaseFCurve& curve);
+    void RemoveBodyAndCreateKeyBetweenExistingKeys(double p, T value, unsigned int i,
+                                                   unsigned int j, HvBaseFCurve& curve);
+    /// Moves key i+1 to `newParameter` and each later key by `shift`; 0, with the earlier moves
+    /// standing, at the first that would not stay after its predecessor.
+    int TranslateParamsAfterExistingKey(unsigned int i, double newParameter, double shift,
+                                        HvBaseFCurve& curve);
+    int Cut(double from, double to, HvBaseFCurve& curve);
+    int IsValid() const;
+};
+
+using CFCBooleanImpl = CFCSingleValueImpl<bool, CFCSingleValueKey<bool>, CFCBooleanStore>;
+using CFCIntegerImpl = CFCSingleValueImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>;
+
+#endif
