@@ -10,7 +10,13 @@
 #include <hv/fcurve/internal/CFCKeyStore.h>
 #include <hv/foundation/HvMemory.h>
 
+class HvBoolArray;
 class HvDoubleArray;
+class HvPoint2dArray;
+class HvPointTagArray;
+class HvTransfo4;
+template <class T>
+struct HvExtent2;
 
 /// A parameter within this distance of a key evaluates as the key.
 constexpr double kKeySnapParameter = 1e-12;
@@ -101,6 +107,8 @@ public:
     double FoldIntoKeyRange(double p) const;
     /// The value at a parameter, right-continuous.
     T EvalRightUsingExtrapolationMethod(double p) const;
+    /// The same, left-continuous.
+    double EvalLeftUsingExtrapolationMethod(double p) const;
 
     // Flattening. Those that add pieces append to `out`.
 

@@ -13,22 +13,8 @@
 #include <hv/fcurve/CFCSingleValueKey.h>
 #include <hv/fcurve/CFCStdKey.h>
 #include <hv/foundation/HvAltDynArray.h>
-#include <hv/foundation/HvExtent2.h>
 
-class HvBoolArray;
-class HvPoint2dArray;
-class HvPointTagArray;
-class HvTransfo4;
-
-/// Where flattened pieces go: three parallel arrays in view space, and the clip there.
-struct CFCFlattenOutput {
-    HvTransfo4 const& transfo;      ///< curve space to view space
-    double tolerance;               ///< in view space
-    HvExtent2<double> const& clip;  ///< in view space
-    HvPoint2dArray& points;
-    HvPointTagArray& tags;
-    HvBoolArray& flags;
-};
+class CFCFlattenOutput;
 
 /// Initial capacity of the arrays of keys.
 constexpr unsigned int kKeyStoreCapacity = 2;
@@ -87,6 +73,11 @@ public:
         }
     }
 
+    /// The value strictly inside the segment to the right of key i.
+    double EvalJustAfterIndex(double, unsigned int i) const
+    {
+        return static_cast<double>(keys[i].value);
+    }
     void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
     void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
     void AddFlattenedRightPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
@@ -117,6 +108,13 @@ public:
     T RightValueOf(unsigned int index) const { return keys[index].value; }
     void ApplyLeftValue(T) {}
 
+    /// The value strictly inside the segment to the right of key i.
+    double EvalJustAfterIndex(double x, unsigned int i) const
+    {
+        K const& a = keys[i];
+        K const& b = keys[i + 1];
+        return a.value + (b.value - a.value) * ((x - a.parameter) / (b.parameter - a.parameter));
+    }
     void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
     void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
     void AddFlattenedRightPiece(unsigned int i, double x, CFCFlattenOutput& out) const;

@@ -21,7 +21,6 @@ public:
 
     // Evaluating (HvStdFCurve_eval.cpp, _inverse.cpp, _integral.cpp, _bounds.cpp).
 
-    double EvalLeftUsingExtrapolationMethod(double x) const;
     /// Evaluates with the snap to keys and the clamp.
     double EvalRight(double x, int clamp) const;
     double EvalLeft(double x, int clamp) const;
