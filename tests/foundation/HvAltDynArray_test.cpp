@@ -6,10 +6,12 @@
 #include <hv/foundation/HvAltDynArray.h>
 
 #include <tests/support/allocation_failure.h>
+#include <tests/support/generators.h>
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <vector>
@@ -219,40 +221,42 @@ TEST(HvAltDynArray, SwapsContents)
 TEST(HvAltDynArray, AgreesWithAVectorInAnySequenceOfEdits)
 {
     EXPECT_TRUE(rc::check([] {
-        HvAltDynArray<Record> a(*rc::gen::inRange(0u, 10u));
+        HvAltDynArray<Record> a(PickInRange(0u, 10u));
         std::vector<Record> model;
-        unsigned int const steps = *rc::gen::inRange(0u, 60u);
+        unsigned int const steps = PickInRange(0u, 60u);
         for (unsigned int step = 0; step < steps; ++step) {
             auto const size = unsigned(model.size());
             Record const record = MakeRecord(int(step));
-            switch (*rc::gen::inRange(0, 6)) {
+            switch (PickInRange(0, 8)) {
             case 0:
             case 1:
+            case 5:
+            case 6:
                 a.Add(record);
                 model.push_back(record);
                 break;
             case 2: {
-                auto const i = *rc::gen::inRange(0u, size + 1);
+                auto const i = PickInRange(0u, size + 1);
                 a.InsertBefore(i, record);
                 model.insert(model.begin() + i, record);
                 break;
             }
             case 3:
                 if (size != 0) {
-                    auto const first = *rc::gen::inRange(0u, size);
-                    auto const last = *rc::gen::inRange(first, size);
+                    auto const first = PickInRange(0u, size);
+                    auto const last = std::min(size - 1, first + PickInRange(0u, 5u));
                     a.RemoveClosedRange(first, last);
                     model.erase(model.begin() + first, model.begin() + last + 1);
                 }
                 break;
             case 4: {
-                auto const n = *rc::gen::inRange(0u, size + 10);
+                auto const n = PickInRange(size / 2, size + 10);
                 a.Resize(n);
                 model.resize(n, Record());
                 break;
             }
             default: {
-                auto const n = *rc::gen::inRange(0u, size + 3);
+                auto const n = PickInRange(size / 2, size + 3);
                 a.Chop(n);
                 model.resize(n < size ? n : size, Record());
             }

@@ -6,6 +6,7 @@
 #include <hv/foundation/HvDLList.h>
 
 #include <tests/support/allocation_failure.h>
+#include <tests/support/generators.h>
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
@@ -205,19 +206,19 @@ TEST_F(HvDLListTest, AgreesWithAVectorInAnySequenceOfEdits)
         List ring;
         std::vector<int> pool(12);
         std::vector<int*> model;
-        unsigned int const steps = *rc::gen::inRange(0u, 40u);
+        unsigned int const steps = PickInRange(0u, 40u);
         for (unsigned int step = 0; step < steps; ++step) {
-            int* const item = &pool[*rc::gen::inRange<std::size_t>(0, pool.size())];
-            int* const other = &pool[*rc::gen::inRange<std::size_t>(0, pool.size())];
+            int* const item = &pool[PickInRange<std::size_t>(0, pool.size())];
+            int* const other = &pool[PickInRange<std::size_t>(0, pool.size())];
             auto const at = std::find(model.begin(), model.end(), item);
             if (at != model.end()) {
                 ring.Remove(item);
                 model.erase(at);
-            } else if (*rc::gen::arbitrary<bool>()) {
+            } else if (PickInRange(0, 2) != 0) {
                 ring.Append(item);
                 model.push_back(item);
             } else {
-                bool const after = *rc::gen::arbitrary<bool>();
+                bool const after = PickInRange(0, 2) != 0;
                 auto const place = std::find(model.begin(), model.end(), other);
                 HvDLListNode<int> const* const node =
                     ring.Insert(item, other, after ? List::After : List::Before);

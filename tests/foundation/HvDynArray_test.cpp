@@ -8,10 +8,12 @@
 #include <hv/foundation/HvDoubleArray.h>
 #include <hv/foundation/HvPoint2fArray.h>
 #include <tests/support/allocation_failure.h>
+#include <tests/support/generators.h>
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include <algorithm>
 #include <limits>
 #include <vector>
 
@@ -195,34 +197,36 @@ TEST(HvDynArray, CopiesDeeply)
 TEST(HvDynArray, AgreesWithAVectorInAnySequenceOfEdits)
 {
     EXPECT_TRUE(rc::check([] {
-        ArrayOfArrays a(*rc::gen::inRange(0u, 10u));
+        ArrayOfArrays a(PickInRange(0u, 10u));
         Model model;
-        unsigned int const steps = *rc::gen::inRange(0u, 50u);
+        unsigned int const steps = PickInRange(0u, 50u);
         for (unsigned int step = 0; step < steps; ++step) {
             auto const size = unsigned(model.size());
             HvDoubleArray const inner = MakeInner(step);
-            switch (*rc::gen::inRange(0, 5)) {
+            switch (PickInRange(0, 7)) {
             case 0:
             case 1:
+            case 5:
+            case 6:
                 a.Add(inner);
                 model.push_back(Numbers(inner));
                 break;
             case 2: {
-                auto const i = *rc::gen::inRange(0u, size + 1);
+                auto const i = PickInRange(0u, size + 1);
                 a.InsertBefore(i, inner);
                 model.insert(model.begin() + i, Numbers(inner));
                 break;
             }
             case 3:
                 if (size != 0) {
-                    auto const first = *rc::gen::inRange(0u, size);
-                    auto const last = *rc::gen::inRange(first, size);
+                    auto const first = PickInRange(0u, size);
+                    auto const last = std::min(size - 1, first + PickInRange(0u, 5u));
                     a.RemoveClosedRange(first, last);
                     model.erase(model.begin() + first, model.begin() + last + 1);
                 }
                 break;
             default: {
-                auto const n = *rc::gen::inRange(0u, size + 1);
+                auto const n = PickInRange(size / 2, size + 1);
                 a.Resize(n);
                 model.resize(n);
             }
