@@ -12,6 +12,7 @@
 namespace {
 
 std::atomic<HvAllocationHook> allocationHook{nullptr};
+std::atomic<HvReleaseHook> releaseHook{nullptr};
 
 }  // namespace
 
@@ -30,10 +31,19 @@ void* HvAllocate(std::size_t size)
 
 void HvFree(void* block) noexcept
 {
+    HvReleaseHook const hook = releaseHook.load(std::memory_order_acquire);
+    if (hook != nullptr && block != nullptr) {
+        hook(block);
+    }
     std::free(block);
 }
 
 void HvSetAllocationHook(HvAllocationHook hook) noexcept
 {
     allocationHook.store(hook, std::memory_order_release);
+}
+
+void HvSetReleaseHook(HvReleaseHook hook) noexcept
+{
+    releaseHook.store(hook, std::memory_order_release);
 }

@@ -26,6 +26,13 @@ using HvAllocationHook = int (*)(std::size_t size);
 /// allocating thread at once.
 HV_API void HvSetAllocationHook(HvAllocationHook hook) noexcept;
 
+/// Is told of one block, not null, that is about to be given back.
+using HvReleaseHook = void (*)(void* block);
+
+/// Sets the hook that HvFree tells; null, the initial state, tells nobody. For tests: together with
+/// the allocation hook it counts the blocks that are alive. Threads: as the allocation hook.
+HV_API void HvSetReleaseHook(HvReleaseHook hook) noexcept;
+
 /// Base without data of the classes that a caller may `new` and `delete`: their storage is the
 /// library's own, whatever the host does with the global operators.
 class HvAllocated {

@@ -8,6 +8,13 @@
 
 #include <hv/platform/HvExport.h>
 
+#include <cmath>
+
+/// The general tolerance of the geometry helpers, always compared strictly: tolerance > value. What
+/// is compared differs: a component, a squared distance or a determinant. A larger one would merge
+/// points that hosts keep apart, a smaller one would let near-degenerate edges through.
+constexpr double kHvGeometryTolerance = 1e-7;
+
 /// A point or vector of the plane; T is float or double.
 template <class T>
 struct HvPoint2 {
@@ -46,49 +53,78 @@ struct HvPoint2 {
     }
 };
 
-// The helpers below compute in double, whatever T is, and return double. They are instantiated for
-// float and double. The general tolerance is 1e-7, compared strictly: 1e-7 > value.
+// The helpers below compute in double, whatever T is, and return double.
 
 /// Dot product of the vectors A and B.
 template <class T>
-HV_API double HvPoint2_AdotB(HvPoint2<T> const& A, HvPoint2<T> const& B);
+double HvPoint2_AdotB(HvPoint2<T> const& A, HvPoint2<T> const& B)
+{
+    return double(A.x) * double(B.x) + double(A.y) * double(B.y);
+}
 
 /// Dot product of the vectors A to B and C to D.
 template <class T>
-HV_API double HvPoint2_ABdotCD(HvPoint2<T> const& A, HvPoint2<T> const& B, HvPoint2<T> const& C,
-                               HvPoint2<T> const& D);
+double HvPoint2_ABdotCD(HvPoint2<T> const& A, HvPoint2<T> const& B, HvPoint2<T> const& C,
+                        HvPoint2<T> const& D)
+{
+    return (double(B.x) - double(A.x)) * (double(D.x) - double(C.x)) +
+           (double(B.y) - double(A.y)) * (double(D.y) - double(C.y));
+}
 
 /// Determinant of the vectors A and B: positive when B lies counter-clockwise of A.
 template <class T>
-HV_API double HvPoint2_AdetB(HvPoint2<T> const& A, HvPoint2<T> const& B);
+double HvPoint2_AdetB(HvPoint2<T> const& A, HvPoint2<T> const& B)
+{
+    return double(A.x) * double(B.y) - double(A.y) * double(B.x);
+}
 
 /// Determinant of the vectors A to B and C to D.
 template <class T>
-HV_API double HvPoint2_ABdetCD(HvPoint2<T> const& A, HvPoint2<T> const& B, HvPoint2<T> const& C,
-                               HvPoint2<T> const& D);
+double HvPoint2_ABdetCD(HvPoint2<T> const& A, HvPoint2<T> const& B, HvPoint2<T> const& C,
+                        HvPoint2<T> const& D)
+{
+    return (double(B.x) - double(A.x)) * (double(D.y) - double(C.y)) -
+           (double(B.y) - double(A.y)) * (double(D.x) - double(C.x));
+}
 
 /// Length of the vector A, by hypot.
 template <class T>
-HV_API double HvPoint2_Length(HvPoint2<T> const& A);
+double HvPoint2_Length(HvPoint2<T> const& A)
+{
+    return std::hypot(double(A.x), double(A.y));
+}
 
 /// Distance of A and B, by hypot.
 template <class T>
-HV_API double HvPoint2_LengthAB(HvPoint2<T> const& A, HvPoint2<T> const& B);
+double HvPoint2_LengthAB(HvPoint2<T> const& A, HvPoint2<T> const& B)
+{
+    return std::hypot(double(A.x) - double(B.x), double(A.y) - double(B.y));
+}
 
 /// Squared distance of A and B.
 template <class T>
-HV_API double HvPoint2_SquaredLengthAB(HvPoint2<T> const& A, HvPoint2<T> const& B);
+double HvPoint2_SquaredLengthAB(HvPoint2<T> const& A, HvPoint2<T> const& B)
+{
+    double const dx = double(A.x) - double(B.x);
+    double const dy = double(A.y) - double(B.y);
+    return dx * dx + dy * dy;
+}
 
-/// 1 when the squared distance of A and B is below 1e-7, that is, up to a distance of
-/// about 3.16e-4; otherwise 0, also for NaN. Degenerate segments and triangles are recognised by
+/// 1 when the squared distance of A and B is below kHvGeometryTolerance, that is, up to a distance
+/// of about 3.16e-4; otherwise 0, also for NaN. Degenerate segments and triangles are recognised by
 /// this wider reach.
 template <class T>
-HV_API int HvPoint2_AIsNearB(HvPoint2<T> const& A, HvPoint2<T> const& B);
+int HvPoint2_AIsNearB(HvPoint2<T> const& A, HvPoint2<T> const& B)
+{
+    return kHvGeometryTolerance > HvPoint2_SquaredLengthAB(A, B) ? 1 : 0;
+}
 
 /// Measures the counter-clockwise angle from direction A to direction B.
 ///
 /// @param angle  degrees, 0 up to but not including 360.
 /// @return       1; 0, with `angle` as it was, when both components of A or of B are below 1e-7.
+///
+/// Instantiated for float and double.
 template <class T>
 HV_API int HvPoint2_AngleInDegrees(HvPoint2<T> const& A, HvPoint2<T> const& B, double& angle);
 
@@ -97,9 +133,8 @@ HV_API int HvPoint2_AngleInDegrees(HvPoint2<T> const& A, HvPoint2<T> const& B, d
 /// @param limit            limit of the squared distance; a hit lies at it or below.
 /// @param squaredDistance  squared distance of P from the closest point; written only on a hit.
 /// @param parameter        0 at A to 1 at B. On a refusal it holds the foot on the infinite line,
-/// below
-///                         0 or above 1 where the foot lies outside; only a hit clamps it. 0 when A
-///                         is near B.
+///                         below 0 or above 1 where the foot lies outside; only a hit clamps it. 0
+///                         when A is near B.
 /// @return                 1 on a hit, otherwise 0. A NaN distance counts as a hit.
 HV_API int HvPoint2_FindClosestPointOnLineSegment(HvPoint2<double> const& P,
                                                   HvPoint2<double> const& A,

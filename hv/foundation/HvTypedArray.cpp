@@ -8,37 +8,11 @@
 #include <hv/foundation/HvPoint2.h>
 #include <hv/foundation/HvPoint3.h>
 #include <hv/foundation/HvPointTag.h>
+#include <hv/foundation/raw_elements.h>
 
 #include <algorithm>
-#include <cstring>
-#include <functional>
+#include <cassert>
 #include <utility>
-
-namespace {
-
-template <class T>
-T* Allocate(unsigned int capacity)
-{
-    return static_cast<T*>(HvAllocate(HvArrayCapacity_Bytes(capacity, sizeof(T))));
-}
-
-template <class T>
-void CopyElements(T* to, T const* from, unsigned int count)
-{
-    if (count != 0) {
-        std::memcpy(static_cast<void*>(to), from, count * sizeof(T));
-    }
-}
-
-template <class T>
-void MoveElements(T* to, T const* from, unsigned int count)
-{
-    if (count != 0) {
-        std::memmove(static_cast<void*>(to), from, count * sizeof(T));
-    }
-}
-
-}  // namespace
 
 template <class T>
 HvTypedArray<T>::HvTypedArray() : HvTypedArray(1u)
@@ -47,7 +21,7 @@ HvTypedArray<T>::HvTypedArray() : HvTypedArray(1u)
 
 template <class T>
 HvTypedArray<T>::HvTypedArray(unsigned int count)
-    : size_(0), capacity_(std::max(count, 1u)), data_(Allocate<T>(capacity_))
+    : size_(0), capacity_(std::max(count, 1u)), data_(HvElements_Allocate<T>(capacity_))
 {
 }
 
@@ -59,17 +33,16 @@ HvTypedArray<T>::HvTypedArray(T value, unsigned int count) : HvTypedArray(count)
 }
 
 template <class T>
-HvTypedArray<T>::HvTypedArray(T const* elements, unsigned int count) : HvTypedArray(count)
+HvTypedArray<T>::HvTypedArray(HvTypedArray const& other) : HvTypedArray(other.capacity_)
 {
-    CopyElements(data_, elements, count);
-    size_ = count;
+    HvElements_Copy(data_, other.data_, other.size_);
+    size_ = other.size_;
 }
 
 template <class T>
-HvTypedArray<T>::HvTypedArray(HvTypedArray const& other) : HvTypedArray(other.capacity_)
+HvTypedArray<T>::HvTypedArray(HvTypedArray&& other) : HvTypedArray()
 {
-    CopyElements(data_, other.data_, other.size_);
-    size_ = other.size_;
+    Swap(other);
 }
 
 template <class T>
@@ -80,9 +53,16 @@ HvTypedArray<T>& HvTypedArray<T>::operator=(HvTypedArray const& other)
         if (capacity != capacity_) {
             Reallocate(capacity, 0);
         }
-        CopyElements(data_, other.data_, other.size_);
+        HvElements_Copy(data_, other.data_, other.size_);
         size_ = other.size_;
     }
+    return *this;
+}
+
+template <class T>
+HvTypedArray<T>& HvTypedArray<T>::operator=(HvTypedArray&& other) noexcept
+{
+    Swap(other);
     return *this;
 }
 
@@ -119,12 +99,6 @@ void HvTypedArray<T>::Reserve(unsigned int n)
 }
 
 template <class T>
-void HvTypedArray<T>::Add(T const* elements, unsigned int count)
-{
-    InsertBefore(size_, elements, count);
-}
-
-template <class T>
 void HvTypedArray<T>::Add(HvTypedArray const& other)
 {
     InsertBefore(size_, other.data_, other.size_);
@@ -148,17 +122,17 @@ void HvTypedArray<T>::InsertBefore(unsigned int i, T const* elements, unsigned i
 {
     // Elements of the array itself move under the insertion: those from i on lie `count` further up
     // once the gap is open.
-    std::less<T const*> const before{};
-    bool const own = !before(elements, data_) && before(elements, data_ + size_);
-    unsigned int const from = own ? static_cast<unsigned int>(elements - data_) : 0;
+    assert(i <= size_);
+    unsigned int const from = HvElements_IndexOf(data_, size_, elements);
+    bool const own = from < size_;
     Reserve(HvArrayCapacity_GrownSize(size_, count));
-    MoveElements(data_ + i + count, data_ + i, size_ - i);
+    HvElements_Move(data_ + i + count, data_ + i, size_ - i);
     if (own) {
         unsigned int const below = from < i ? std::min(count, i - from) : 0;
-        MoveElements(data_ + i, data_ + from, below);
-        MoveElements(data_ + i + below, data_ + from + below + count, count - below);
+        HvElements_Move(data_ + i, data_ + from, below);
+        HvElements_Move(data_ + i + below, data_ + from + below + count, count - below);
     } else {
-        CopyElements(data_ + i, elements, count);
+        HvElements_Copy(data_ + i, elements, count);
     }
     size_ += count;
 }
@@ -178,6 +152,7 @@ void HvTypedArray<T>::Remove(unsigned int i)
 template <class T>
 void HvTypedArray<T>::RemoveClosedRange(unsigned int i, unsigned int j)
 {
+    assert(i <= j && j < size_);
     // The tail moves only once nothing can fail any more: a shrink that gets no memory leaves the
     // array as it was.
     unsigned int const size = size_ - (j - i + 1);
@@ -185,11 +160,11 @@ void HvTypedArray<T>::RemoveClosedRange(unsigned int i, unsigned int j)
     unsigned int const capacity =
         size < capacity_ / 2 ? HvArrayCapacity_AfterResize(capacity_, size) : capacity_;
     if (capacity == capacity_) {
-        MoveElements(data_ + i, data_ + j + 1, tail);
+        HvElements_Move(data_ + i, data_ + j + 1, tail);
     } else {
-        T* const data = Allocate<T>(capacity);
-        CopyElements(data, data_, i);
-        CopyElements(data + i, data_ + j + 1, tail);
+        T* const data = HvElements_Allocate<T>(capacity);
+        HvElements_Copy(data, data_, i);
+        HvElements_Copy(data + i, data_ + j + 1, tail);
         HvFree(data_);
         data_ = data;
         capacity_ = capacity;
@@ -214,8 +189,8 @@ void HvTypedArray<T>::GrowForOneMore()
 template <class T>
 void HvTypedArray<T>::Reallocate(unsigned int capacity, unsigned int keep)
 {
-    T* const data = Allocate<T>(capacity);
-    CopyElements(data, data_, keep);
+    T* const data = HvElements_Allocate<T>(capacity);
+    HvElements_Copy(data, data_, keep);
     HvFree(data_);
     data_ = data;
     capacity_ = capacity;

@@ -25,6 +25,10 @@ template <class T>
 class HV_API HvTypedArray {
     static_assert(std::is_trivially_copyable<T>::value, "elements are moved as raw bytes");
 
+    template <class P>
+    using IfPointer =
+        std::enable_if_t<std::is_pointer<P>::value && std::is_convertible<P, T const*>::value>;
+
 public:
     /// Size 0, capacity 1.
     HvTypedArray();
@@ -32,12 +36,21 @@ public:
     explicit HvTypedArray(unsigned int count);
     /// `count` elements, each `value`; capacity `count`.
     HvTypedArray(T value, unsigned int count);
-    /// A copy of `count` elements; capacity `count`.
-    HvTypedArray(T const* elements, unsigned int count);
+    /// A copy of `count` elements at a T const*; capacity `count`. A template of any pointer, so
+    /// that a literal 0 is a value and not the null pointer.
+    template <class P, class = IfPointer<P>>
+    HvTypedArray(P elements, unsigned int count) : HvTypedArray(count)
+    {
+        InsertBefore(0, elements, count);
+    }
     /// Deep copy, with the capacity of `other`.
     HvTypedArray(HvTypedArray const& other);
     /// Deep copy; keeps its storage where Resize(other.Size()) would.
     HvTypedArray& operator=(HvTypedArray const& other);
+    /// Takes the contents of `other`, which is then an empty array of capacity 1.
+    HvTypedArray(HvTypedArray&& other);
+    /// Exchanges the contents with `other`.
+    HvTypedArray& operator=(HvTypedArray&& other) noexcept;
     ~HvTypedArray() { HvFree(data_); }
 
     /// Elements in use.
@@ -72,8 +85,12 @@ public:
         }
         data_[size_++] = copy;
     }
-    /// Appends `count` elements.
-    void Add(T const* elements, unsigned int count);
+    /// Appends `count` elements at a T const*.
+    template <class P, class = IfPointer<P>>
+    void Add(P elements, unsigned int count)
+    {
+        InsertBefore(size_, elements, count);
+    }
     /// Appends all of `other`.
     void Add(HvTypedArray const& other);
     /// Appends `count` elements of `other` from index `first` on.
