@@ -9,19 +9,50 @@ function(hv_subsystem)
   target_sources(hv_objects PRIVATE ${ARGN})
 endfunction()
 
-# hv_test(<subsystem> <sources...>): one test program for a subsystem, hv_<subsystem>_test. It is made of
-# the library's objects, so that it also reaches what the library hides.
+# hv_thread_test_sources(<variable> <sources...>): those of the sources that hold a thread test, a
+# test whose suite name ends in _threads.
+function(hv_thread_test_sources variable)
+  set(found)
+  foreach(source ${ARGN})
+    file(STRINGS ${source} tests REGEX "^ *(TEST|TEST_F|TEST_P|TYPED_TEST|RC_GTEST_PROP)\\([A-Za-z0-9_]+_threads,")
+    if(tests)
+      list(APPEND found ${source})
+    endif()
+  endforeach()
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${ARGN})
+  set(${variable} ${found} PARENT_SCOPE)
+endfunction()
+
+# hv_test(<subsystem> <sources...>): one test program for a subsystem, hv_<subsystem>_test. It is
+# made of the library's objects, so that it also reaches what the library hides. The thread
+# sanitizer's build compiles and runs only the files that hold thread tests.
 function(hv_test subsystem)
   set(target hv_${subsystem}_test)
-  add_executable(${target} ${ARGN})
+  set(sources ${ARGN})
+  set(filter)
+  set(exclude)
+  if(HV_SANITIZE MATCHES "thread")
+    hv_thread_test_sources(sources ${ARGN})
+    set(filter TEST_FILTER "*_threads.*")
+    if(NOT sources)
+      set(sources ${ARGN})
+      set(exclude EXCLUDE_FROM_ALL)
+    endif()
+  endif()
+  add_executable(${target} ${exclude} ${sources})
   target_link_libraries(${target} PRIVATE hv_objects hv_test_support)
-  gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60)
+  if(NOT exclude)
+    gtest_discover_tests(${target} ${filter}
+      DISCOVERY_TIMEOUT 120 PROPERTIES LABELS ${subsystem} TIMEOUT 300)
+  endif()
 endfunction()
 
 # hv_bench(<name>): the benchmark program of <name>_bench.cpp, against the library as users link it.
 function(hv_bench name)
   add_executable(hv_${name}_bench ${name}_bench.cpp)
   target_link_libraries(hv_${name}_bench PRIVATE hv hv_settings benchmark::benchmark_main)
+  set_target_properties(hv_${name}_bench PROPERTIES
+    RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/benchmarks)
 endfunction()
 
 # hv_example(<name>): the example program of <name>.cpp, and its run as a test.
@@ -30,5 +61,22 @@ function(hv_example name)
   target_link_libraries(hv_example_${name} PRIVATE hv hv_settings)
   if(HV_BUILD_TESTS)
     add_test(NAME example.${name} COMMAND hv_example_${name})
+    set_tests_properties(example.${name} PROPERTIES LABELS example)
   endif()
+endfunction()
+
+# hv_fuzz(<name>): the entry point of fuzz_<name>.cpp. In a test build a plain main replays
+# corpus/<name>/ through it as an ordinary test; in a fuzz build it is a libFuzzer program.
+function(hv_fuzz name)
+  set(target hv_${name}_fuzz)
+  add_executable(${target} fuzz_${name}.cpp)
+  if(HV_BUILD_FUZZ)
+    target_link_options(${target} PRIVATE -fsanitize=fuzzer)
+  else()
+    target_link_libraries(${target} PRIVATE hv_fuzz_replay)
+    add_test(NAME fuzz.${name} COMMAND ${target} ${CMAKE_CURRENT_SOURCE_DIR}/corpus/${name})
+    set_tests_properties(fuzz.${name} PROPERTIES LABELS fuzz)
+  endif()
+  target_link_libraries(${target} PRIVATE hv_objects)
+  set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/fuzz)
 endfunction()
