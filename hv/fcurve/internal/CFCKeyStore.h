@@ -14,6 +14,8 @@
 #include <hv/fcurve/CFCStdKey.h>
 #include <hv/foundation/HvAltDynArray.h>
 
+#include <type_traits>
+
 class CFCFlattenOutput;
 
 /// Initial capacity of the arrays of keys.
@@ -78,6 +80,19 @@ public:
     {
         return static_cast<double>(keys[i].value);
     }
+    static constexpr HvBaseFCurve::FSKind SegmentKindOf(unsigned int)
+    {
+        return HvBaseFCurve::ConstantSegment;
+    }
+    /// What each relative cycle adds to the values: last minus first value, 1 where booleans
+    /// differ.
+    double CycleOffset() const
+    {
+        double const offset =
+            static_cast<double>(keys[keys.Count() - 1].value) - static_cast<double>(keys[0].value);
+        return std::is_same<T, bool>::value && offset != 0 ? 1 : offset;
+    }
+
     void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
     void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
     void AddFlattenedRightPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
@@ -115,6 +130,13 @@ public:
         K const& b = keys[i + 1];
         return a.value + (b.value - a.value) * ((x - a.parameter) / (b.parameter - a.parameter));
     }
+    static constexpr HvBaseFCurve::FSKind SegmentKindOf(unsigned int)
+    {
+        return HvBaseFCurve::LinearSegment;
+    }
+    /// What each relative cycle adds to the values: last minus first value.
+    double CycleOffset() const { return keys[keys.Count() - 1].value - keys[0].value; }
+
     void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
     void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
     void AddFlattenedRightPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
@@ -167,6 +189,11 @@ public:
                                                 HvPoint2<double>* P) const;
     /// The value strictly inside the segment to the right of key i.
     double EvalJustAfterIndex(double x, unsigned int i) const;
+
+    unsigned char SegmentKindOf(unsigned int i) const { return keys[i].segmentKind; }
+    /// What each relative cycle adds to the values when it is drawn: last right minus first left
+    /// value.
+    double CycleOffset() const { return keys[keys.Count() - 1].rightValue - keys[0].leftValue; }
 
     void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
     void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;

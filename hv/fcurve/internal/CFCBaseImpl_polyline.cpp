@@ -15,6 +15,14 @@
 #include <hv/rotation/HvTransfo4.h>
 
 #include <algorithm>
+#include <type_traits>
+
+namespace {
+
+/// Room for the vertices of a sampled curve at first; more are common only on long or curved ones.
+constexpr unsigned int kSequenceCapacity = 128;
+
+}  // namespace
 
 template <class T, class K, class S>
 unsigned int CFCBaseImpl<T, K, S>::Flatten(HvTransfo4 const& transfo, double tolerance,
@@ -73,23 +81,19 @@ void CFCBaseImpl<T, K, S>::FlattenKeys(HvTransfo4 const& transfo, double toleran
             tags[tags.Size() - 1] = HvPointTagEnd;
             add(right(i), HvPointTagStart);
         }
-        switch (SegmentKindOf(i)) {
-        case HvBaseFCurve::ConstantSegment:
-        case HvBaseFCurve::LinearSegment:
+        auto const kind = S::SegmentKindOf(i);
+        if (kind == HvBaseFCurve::ConstantSegment || kind == HvBaseFCurve::LinearSegment) {
             add(left(i + 1), HvPointTagInner);
-            break;
-        case HvBaseFCurve::CubicSegment: {
-            HvPoint2<double> P[4];
-            S::BezierCubicSetupUsingEvaluatedTangents(i, i + 1, P);
-            transfo.MapInPlace(P, 4);
-            HvBezierTool_FlattenCubic2d(P, tolerance, &points, 1);
-            while (tags.Size() < points.Size()) {
-                tags.Add(HvPointTagInner);
+        } else if constexpr (std::is_same<K, CFCStdKey>::value) {
+            if (kind == HvBaseFCurve::CubicSegment) {
+                HvPoint2<double> P[4];
+                S::BezierCubicSetupUsingEvaluatedTangents(i, i + 1, P);
+                transfo.MapInPlace(P, 4);
+                HvBezierTool_FlattenCubic2d(P, tolerance, &points, 1);
+                while (tags.Size() < points.Size()) {
+                    tags.Add(HvPointTagInner);
+                }
             }
-            break;
-        }
-        default:
-            break;
         }
     }
     tags[tags.Size() - 1] = HvPointTagEnd;
@@ -137,8 +141,9 @@ unsigned int CFCBaseImpl<T, K, S>::EvalSequence(double from, double to, double s
         return 0;
     }
     unsigned int const before = values.Size();
-    double const samples = from < to ? (to - from) / step : 0;
-    unsigned int const room = HvSaturate_To<unsigned int>(samples > 0 ? samples : 0);
+    // More samples than the arrays can hold are refused before the first.
+    double const samples = from < to && from + step > from ? (to - from) / step : 0;
+    unsigned int const room = HvArrayCapacity_GrownSize(HvSaturate_To<unsigned int>(samples), 2);
     parameters.Reserve(HvArrayCapacity_GrownSize(parameters.Size(), room));
     values.Reserve(HvArrayCapacity_GrownSize(values.Size(), room));
     auto const add = [&](double parameter, double value) {
@@ -169,3 +174,22 @@ unsigned int CFCBaseImpl<T, K, S>::EvalSequence(double from, double to, double s
     add(to, points[lastPoint].y);
     return values.Size() - before;
 }
+
+template unsigned int CFCBaseImpl<bool, CFCSingleValueKey<bool>, CFCBooleanStore>::Flatten(
+    HvTransfo4 const&, double, HvPoint2dArray&, HvPointTagArray&, int) const;
+template unsigned int CFCBaseImpl<bool, CFCSingleValueKey<bool>, CFCBooleanStore>::EvalSequence(
+    double, double, double, double, HvDoubleArray&, HvDoubleArray&, int) const;
+template unsigned int CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>::Flatten(
+    HvTransfo4 const&, double, HvPoint2dArray&, HvPointTagArray&, int) const;
+template unsigned int CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>::EvalSequence(
+    double, double, double, double, HvDoubleArray&, HvDoubleArray&, int) const;
+template unsigned int CFCBaseImpl<double, CFCSingleValueKey<double>, CFCRawStore>::Flatten(
+    HvTransfo4 const&, double, HvPoint2dArray&, HvPointTagArray&, int) const;
+template unsigned int CFCBaseImpl<double, CFCSingleValueKey<double>, CFCRawStore>::EvalSequence(
+    double, double, double, double, HvDoubleArray&, HvDoubleArray&, int) const;
+template unsigned int CFCBaseImpl<double, CFCStdKey, CFCStdStore>::Flatten(HvTransfo4 const&,
+                                                                           double, HvPoint2dArray&,
+                                                                           HvPointTagArray&,
+                                                                           int) const;
+template unsigned int CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalSequence(
+    double, double, double, double, HvDoubleArray&, HvDoubleArray&, int) const;

@@ -7,7 +7,11 @@
 #include <hv/fcurve/internal/CFCFlattenOutput.h>
 #include <hv/fcurve/internal/cycle_range.h>
 
+#include <hv/bezier/HvFlattenedRuns.h>
+#include <hv/bezier/line_clip.h>
+
 #include <cmath>
+#include <type_traits>
 
 namespace {
 
@@ -125,9 +129,9 @@ template <class T, class K, class S>
 unsigned int CFCBaseImpl<T, K, S>::SegmentOf(double x) const
 {
     int exact = 0;
-    unsigned int const keys = LocateParameter(x, exact);
+    unsigned int const located = LocateParameter(x, exact);
     unsigned int const last = NumKeys() - 2;
-    return keys == 0 ? 0 : keys - 1 < last ? keys - 1 : last;
+    return located == 0 ? 0 : located - 1 < last ? located - 1 : last;
 }
 
 /// Draws the cycles that [a, b] meets; false, with nothing drawn, when rounding leaves none.
@@ -139,7 +143,7 @@ bool CFCBaseImpl<T, K, S>::FlattenCycled(double a, double b, HvTransfo4 const& t
     double const f = FirstParameter();
     double const l = LastParameter();
     double const w = l - f;
-    double const d = relative ? CycleOffset() : 0;
+    double const d = relative ? this->CycleOffset() : 0;
     double const ra = (a - f) / w;
     double const rb = (b - f) / w;
     if (!std::isfinite(ra) || !std::isfinite(rb)) {
@@ -191,6 +195,26 @@ bool CFCBaseImpl<T, K, S>::FlattenCycled(double a, double b, HvTransfo4 const& t
         S::AddFlattenedLeftPiece(j, inLast, view);
     }
     return true;
+}
+
+/// What holds every point of the curve between its first and last key: values and control points.
+template <class T, class K, class S>
+HvExtent2<double> CFCBaseImpl<T, K, S>::Hull() const
+{
+    HvExtent2<double> hull;
+    for (unsigned int i = 0; i < NumKeys(); ++i) {
+        hull.Augment({Parameter(i), static_cast<double>(S::LeftValueOf(i))});
+        hull.Augment({Parameter(i), static_cast<double>(S::RightValueOf(i))});
+        if constexpr (std::is_same<K, CFCStdKey>::value) {
+            if (i + 1 < NumKeys() && S::SegmentKindOf(i) == HvBaseFCurve::CubicSegment) {
+                HvPoint2<double> P[4];
+                S::BezierCubicSetupUsingEvaluatedTangents(i, i + 1, P);
+                hull.Augment(P[1]);
+                hull.Augment(P[2]);
+            }
+        }
+    }
+    return hull;
 }
 
 /// x folded into the key range of a cycling curve; a cycle's boundary becomes `boundary`, the first
@@ -267,3 +291,18 @@ double CFCBaseImpl<T, K, S>::OutsideValue(double x, HvBaseFCurve::KeySide side) 
     return left ? static_cast<double>(S::LeftValueOf(0))
                 : static_cast<double>(S::RightValueOf(NumKeys() - 1));
 }
+
+template void CFCBaseImpl<bool, CFCSingleValueKey<bool>, CFCBooleanStore>::FlattenFromTo(
+    HvExtent2<double> const&, HvTransfo4 const&, double, HvPoint2dArray&, HvPointTagArray&,
+    HvBoolArray&) const;
+template void CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>::FlattenFromTo(
+    HvExtent2<double> const&, HvTransfo4 const&, double, HvPoint2dArray&, HvPointTagArray&,
+    HvBoolArray&) const;
+template void CFCBaseImpl<double, CFCSingleValueKey<double>, CFCRawStore>::FlattenFromTo(
+    HvExtent2<double> const&, HvTransfo4 const&, double, HvPoint2dArray&, HvPointTagArray&,
+    HvBoolArray&) const;
+template void CFCBaseImpl<double, CFCStdKey, CFCStdStore>::FlattenFromTo(HvExtent2<double> const&,
+                                                                         HvTransfo4 const&, double,
+                                                                         HvPoint2dArray&,
+                                                                         HvPointTagArray&,
+                                                                         HvBoolArray&) const;
