@@ -48,34 +48,15 @@ Location Locate(Curve const& curve, double x)
     return {count, exact != 0};
 }
 
-/// Makes x the parameter of the key that FindKey(x, kKeySnapParameter) gives, if any, and locates
-/// it: one search serves both.
+/// Snaps x to a key and locates it.
 Location LocateSnapped(Curve const& curve, double& x)
 {
-    Location const at = Locate(curve, x);
-    if (at.exact) {
-        return at;
+    unsigned int nearest = 0;
+    if (curve.FindKey(x, kKeySnapParameter, nearest) != 0) {
+        x = curve.Parameter(nearest);
+        return {nearest + 1, true};
     }
-    // The nearest key is one of the two around x, the left one on a tie.
-    bool const hasLeft = at.count > 0;
-    bool const hasRight = at.count < curve.NumKeys();
-    unsigned int nearest = at.count;
-    if (hasLeft && !(hasRight && curve.Parameter(at.count) - x < x - curve.Parameter(at.count - 1))) {
-        nearest = at.count - 1;
-    }
-    double const low = x - kKeySnapParameter;
-    if (!(low <= curve.Parameter(nearest) && curve.Parameter(nearest) <= x + kKeySnapParameter)) {
-        return at;
-    }
-    // Near zero a difference rounds, and keys further left may stand at the same rounded distance;
-    // the earliest wins.
-    double const distance = std::fabs(x - curve.Parameter(nearest));
-    while (nearest > 0 && low <= curve.Parameter(nearest - 1) &&
-           std::fabs(x - curve.Parameter(nearest - 1)) <= distance) {
-        --nearest;
-    }
-    x = curve.Parameter(nearest);
-    return {nearest + 1, true};
+    return Locate(curve, x);
 }
 
 double SquaredLength(double x, double y)
@@ -415,9 +396,10 @@ double CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalRightUsingExtrapolationM
     return EvalUsingExtrapolationMethod<RightTwin>(*this, p);
 }
 
-double HvStdFCurveImpl::EvalLeftUsingExtrapolationMethod(double x) const
+template <>
+double CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalLeftUsingExtrapolationMethod(double p) const
 {
-    return EvalUsingExtrapolationMethod<LeftTwin>(*this, x);
+    return EvalUsingExtrapolationMethod<LeftTwin>(*this, p);
 }
 
 double HvStdFCurveImpl::EvalRight(double x, int clamp) const
