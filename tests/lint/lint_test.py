@@ -13,9 +13,8 @@ import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools" / "lint"))
 
-from checks import ALL, Unavailable
+from checks import ALL, Unavailable, listed, umbrella
 from checks.tree import Tree
-from checks.umbrella import rewrite
 from exports import missing, owner, promised
 
 HEAD = "// Copyright (c) 2026 the Hv authors\n// SPDX-License-Identifier: MIT\n\n"
@@ -121,6 +120,11 @@ class Checks(unittest.TestCase):
         ("hv/low/More.cpp: hv/low/CMakeLists", {"hv/low/More.cpp": source()}),
         ("tests/low/More_test.cpp", {"tests/low/More_test.cpp": source()}),
         ("hv/low/Low.cpp", {"hv/low/CMakeLists.txt": "hv_subsystem(\n#  Low.cpp\n)\n"}),
+        ("hv/low/CMakeLists.txt: the list is not in order",
+         {"hv/low/A.cpp": source(),
+          "hv/low/CMakeLists.txt": SCRIPT_HEAD + "hv_subsystem(\n  Low.cpp\n  A.cpp\n)\n"}),
+        ("hv/low/CMakeLists.txt: the list is not in order",
+         {"hv/low/CMakeLists.txt": SCRIPT_HEAD + "hv_subsystem(\n  Low.cpp\n  Low.cpp\n)\n"}),
         ("benchmarks/more_bench.cpp", {"benchmarks/more_bench.cpp": source()}),
         ("examples/more.cpp", {"examples/more.cpp": source()}),
         ("fuzz/fuzz_more.cpp", {"fuzz/fuzz_more.cpp": source()}),
@@ -167,9 +171,17 @@ class Checks(unittest.TestCase):
   def test_rewritten_umbrella_is_complete(self):
     with planted(good_tree()) as folder:
       (pathlib.Path(folder) / "hv/hv.h").unlink()
-      tree = Tree(folder)
-      rewrite(tree)
-      self.assertEqual(list(ALL["umbrella"](tree)), [])
+      umbrella.rewrite(Tree(folder))
+      self.assertEqual(list(ALL["umbrella"](Tree(folder))), [])
+
+  def test_rewritten_list_is_in_order(self):
+    unordered = SCRIPT_HEAD + "hv_subsystem(\n  Low.cpp\n  A.cpp\n  Low.cpp\n)\n"
+    files = {**good_tree(), "hv/low/A.cpp": source(), "hv/low/CMakeLists.txt": unordered}
+    with planted(files) as folder:
+      listed.rewrite(Tree(folder))
+      self.assertEqual(list(ALL["listed"](Tree(folder))), [])
+      self.assertEqual(Tree(folder).text("hv/low/CMakeLists.txt"),
+                       SCRIPT_HEAD + "hv_subsystem(\n  A.cpp\n  Low.cpp\n)\n")
 
   def test_map(self):
     for expected, change in (
