@@ -368,8 +368,8 @@ public:
     virtual int EvalInverse(double value, double& parameter, int flag) const = 0;
     /// Whether the curve strictly rises or strictly falls over its key range.
     virtual bool IsBijective() const = 0;
-    /// Switches the rule that keeps handles at thirds of their spans; works on a read-only curve
-    /// too.
+    /// Switches the rule that keeps handles at thirds of their spans; works on a read-only standard
+    /// or raw curve too. A stored flag without effect on the other kinds.
     virtual int SetDefaultBezierTangentConstraint(bool on) = 0;
     virtual int IsDefautlBezierTangentConstraintOn() const = 0;
     /// Stores the time curve flag; 1 when it changed.

@@ -8,6 +8,8 @@
 
 #include <hv/fcurve/HvBaseFCurve.h>
 
+class HvCurveReader;
+
 /// The shell of a curve: it owns one implementation object, and each slot takes the locks, checks
 /// what stands in the way and calls the implementation, which knows nothing of locks. Nobody uses
 /// this base by name; what the operations do is told in HvBaseFCurve.
@@ -78,6 +80,9 @@ protected:
     HvFCurveShell& operator=(HvFCurveShell const& other);
 
     Impl* impl_;
+
+private:
+    HvFCurveShell(HvFCurveShell const& other, HvCurveReader const& lockOnOther);
 };
 
 #endif

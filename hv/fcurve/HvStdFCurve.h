@@ -11,7 +11,7 @@
 
 class HvStdFCurveImpl;
 
-extern template class HvFCurveShell<HvStdFCurveImpl>;
+extern template class HV_API HvFCurveShell<HvStdFCurveImpl>;
 
 /// The general scalar curve: each key has a left and a right value, a kind for the segment to its
 /// right and two tangent handles; per-key constraints may derive the tangents that the curve really

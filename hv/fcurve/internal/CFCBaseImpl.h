@@ -49,6 +49,8 @@ struct CFCValueLimits<double> {
 template <class T, class K, class S>
 class CFCBaseImpl : public S, public HvAllocated {
 public:
+    using Store = S;
+
     T valueWhenNoKeys;
     T lowerClamp = CFCValueLimits<T>::kLower;
     T upperClamp = CFCValueLimits<T>::kUpper;
@@ -65,6 +67,8 @@ public:
     /// Copies keys and fields, not the hint slot. Unchanged when memory runs out.
     CFCBaseImpl& operator=(CFCBaseImpl const& other);
     ~CFCBaseImpl();
+    /// Exchanges keys and fields; each side keeps its hint slot.
+    void Swap(CFCBaseImpl& other) noexcept;
 
     unsigned int NumKeys() const { return this->keys.Count(); }
     double Parameter(unsigned int i) const { return this->keys[i].parameter; }
@@ -126,8 +130,18 @@ public:
                               HvDoubleArray& parameters, HvDoubleArray& values, int clamp) const;
 
 private:
-    unsigned int ReadHint() const;
-    void WriteHint(unsigned int before, unsigned int hint) const;
+    /// Where a parameter stands among the keys.
+    struct Location {
+        unsigned int count;  ///< keys not above the parameter
+        bool exact;          ///< the last of them stands at it
+        unsigned int hint;   ///< where the next search of this thread begins
+    };
+
+    Location Locate(double p, unsigned int hint) const;
+    Location LocateAroundHint(double p, unsigned int hint) const;
+    Location LocateBetween(double p, unsigned int a, unsigned int b) const;
+    unsigned int CountKeysNotAbove(double p, unsigned int first) const;
+    unsigned int EarliestAtSameDistance(double p, double lo, unsigned int index) const;
 };
 
 #endif

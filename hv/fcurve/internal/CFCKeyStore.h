@@ -14,6 +14,9 @@
 #include <hv/fcurve/CFCStdKey.h>
 #include <hv/foundation/HvAltDynArray.h>
 
+#include <algorithm>
+#include <utility>
+
 class CFCFlattenOutput;
 
 /// Initial capacity of the arrays of keys.
@@ -23,6 +26,10 @@ constexpr unsigned int kKeyStoreCapacity = 2;
 template <class T, class K>
 class CFCKeyStoreA {
 public:
+    /// The locks that a stepped key knows.
+    static constexpr unsigned short kEveryLock =
+        CFCKeyConstraint::kValueLocked | CFCKeyConstraint::kParameterLocked;
+
     HvAltDynArray<K> keys{kKeyStoreCapacity};
     HvAltDynArray<CFCKeyConstraint> constraints{kKeyStoreCapacity};  ///< element i belongs to key i
     T leftValue{};  ///< the curve's value before the first key
@@ -30,16 +37,28 @@ public:
     /// Inserts a key and its word at `index`. Both arrays are grown before either changes.
     void InsertKey(unsigned int index, K const& key, unsigned short word)
     {
-        keys.Reserve(keys.Count() + 1);
-        constraints.Reserve(constraints.Count() + 1);
-        keys.InsertBefore(index, key);
-        constraints.InsertBefore(index, CFCKeyConstraint{word});
+        keys.Reserve(HvArrayCapacity_GrownSize(keys.Count(), 1));
+        constraints.Reserve(HvArrayCapacity_GrownSize(constraints.Count(), 1));
+        keys.Add(key);
+        constraints.Add(CFCKeyConstraint{word});
+        std::rotate(keys.begin() + index, keys.end() - 1, keys.end());
+        std::rotate(constraints.begin() + index, constraints.end() - 1, constraints.end());
     }
     /// Removes the keys `first` to `last` inclusive, and their words.
     void RemoveKeyRange(unsigned int first, unsigned int last)
     {
+        // The words go from a copy first: a shrink that gets no memory leaves both arrays as they
+        // were.
+        HvAltDynArray<CFCKeyConstraint> words(constraints);
+        words.RemoveClosedRange(first, last);
         keys.RemoveClosedRange(first, last);
-        constraints.RemoveClosedRange(first, last);
+        constraints.Swap(words);
+    }
+    void Swap(CFCKeyStoreA& other) noexcept
+    {
+        keys.Swap(other.keys);
+        constraints.Swap(other.constraints);
+        std::swap(leftValue, other.leftValue);
     }
     unsigned short ConstraintWord(unsigned int index) const { return constraints[index].word; }
     void SetConstraintWord(unsigned int index, unsigned short word)
@@ -89,6 +108,10 @@ public:
 template <class T, class K>
 class CFCKeyStoreB {
 public:
+    /// The locks that would make a raw key locked, if it could hold any.
+    static constexpr unsigned short kEveryLock =
+        CFCKeyConstraint::kValueLocked | CFCKeyConstraint::kParameterLocked;
+
     HvAltDynArray<K> keys{kKeyStoreCapacity};
     HvAltDynArray<CFCKeyConstraint>* constraints = nullptr;  ///< nothing creates the array
 
@@ -99,6 +122,11 @@ public:
     void RemoveKeyRange(unsigned int first, unsigned int last)
     {
         keys.RemoveClosedRange(first, last);
+    }
+    void Swap(CFCKeyStoreB& other) noexcept
+    {
+        keys.Swap(other.keys);
+        std::swap(constraints, other.constraints);
     }
     unsigned short ConstraintWord(unsigned int) const { return 0; }
     void SetConstraintWord(unsigned int, unsigned short) {}
@@ -126,6 +154,9 @@ public:
 template <class T, class K>
 class CFCKeyStoreC {
 public:
+    /// The locks that a standard key knows.
+    static constexpr unsigned short kEveryLock = CFCKeyConstraint::kAllLocked;
+
     HvAltDynArray<K> keys{kKeyStoreCapacity};
     int defaultSegmentKind =
         HvBaseFCurve::CubicSegment;  ///< span before the first key, and new keys
@@ -139,6 +170,11 @@ public:
     void RemoveKeyRange(unsigned int first, unsigned int last)
     {
         keys.RemoveClosedRange(first, last);
+    }
+    void Swap(CFCKeyStoreC& other) noexcept
+    {
+        keys.Swap(other.keys);
+        std::swap(defaultSegmentKind, other.defaultSegmentKind);
     }
     unsigned short ConstraintWord(unsigned int index) const { return keys[index].constraints.word; }
     void SetConstraintWord(unsigned int index, unsigned short word)

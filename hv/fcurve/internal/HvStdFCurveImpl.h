@@ -8,6 +8,14 @@
 
 #include <hv/fcurve/internal/CFCBaseImpl.h>
 
+// The standard curve evaluates in its own way (HvStdFCurve_eval.cpp).
+template <>
+double
+CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalRightUsingExtrapolationMethod(double p) const;
+template <>
+double
+CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalLeftUsingExtrapolationMethod(double p) const;
+
 /// A third of a span, as the handle rules use it.
 constexpr double kThirdOfSpan = 0.3333333333333333;
 
