@@ -19,16 +19,6 @@ CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalLeftUsingExtrapolationMethod(do
 /// A third of a span, as the handle rules use it.
 constexpr double kThirdOfSpan = 0.3333333333333333;
 
-/// Where a parameter lies among the keys, as LocateParameter tells it.
-struct HvStdLocation {
-    unsigned int count;  ///< keys whose parameter is not above the one located
-    bool exact;          ///< the last of them stands at the parameter
-};
-
-template <>
-double
-CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalRightUsingExtrapolationMethod(double p) const;
-
 class HvStdFCurveImpl : public CFCBaseImpl<double, CFCStdKey, CFCStdStore> {
 public:
     using FSKind = HvBaseFCurve::FSKind;
@@ -44,9 +34,6 @@ public:
     double EvalLeft(double x, int clamp) const;
     /// `value` limited to the clamping values when `clamp` is not 0.
     double Clamp(double value, int clamp) const;
-    /// Makes x the parameter of the key that FindKey(x, kKeySnapParameter) gives, if any, and
-    /// locates it: one search serves both.
-    HvStdLocation LocateSnapped(double& x) const;
     bool IsBijective() const;
     int EvalInverse(double value, double& parameter) const;
     double EvalIntegral(double from, double to) const;
