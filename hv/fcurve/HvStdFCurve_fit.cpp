@@ -7,7 +7,6 @@
 // parameter); the C2 spline as in Press et al., Numerical Recipes, 2007, 3.3, with given end
 // slopes.
 
-#include <hv/bezier/HvSpline1d.h>
 #include <hv/fcurve/internal/HvStdFCurveImpl.h>
 #include <hv/foundation/HvDoubleArray.h>
 #include <hv/foundation/HvPoint2dArray.h>
@@ -18,11 +17,6 @@
 namespace {
 
 using Point = HvPoint2<double>;
-
-/// The handle x of a fitted or straight cubic from its other key.
-constexpr double kTwoThirdsOfSpan = 0.6666666666666666;
-/// What HvSpline1d calls the fit that chooses its knots among the samples.
-constexpr int kSplineOfChosenKnots = 20;
 
 unsigned char KindByte(HvBaseFCurve::FSKind kind)
 {
@@ -109,32 +103,6 @@ void HvStdFCurveImpl::AppendLinearSegment(Point const& P)
     }
 }
 
-int HvStdFCurveImpl::AppendOrExtendLinearSegment(Point const& P, double tolerance)
-{
-    unsigned int const n = NumKeys();
-    if (n >= 2 && keys[n - 2].segmentKind == HvBaseFCurve::LinearSegment) {
-        CFCStdKey const& start = keys[n - 2];
-        CFCStdKey& end = keys[n - 1];
-        double const value =
-            start.rightValue + (end.leftValue - start.rightValue) *
-                                   ((P.x - start.parameter) / (end.parameter - start.parameter));
-        bool const isLocked = end.constraints.HasAny(CFCKeyConstraint::kParameterLocked |
-                                                     CFCKeyConstraint::kValueLocked);
-        if (!isLocked && std::fabs(value - P.y) <= tolerance) {
-            Point const target(P.x, value);
-            Point const left(end.parameter, end.leftValue);
-            Point const right(end.parameter, end.rightValue);
-            end.leftHandle = end.leftHandle - left + target;
-            end.rightHandle = end.rightHandle - right + target;
-            end.parameter = target.x;
-            end.leftValue = end.rightValue = target.y;
-            return 1;
-        }
-    }
-    AppendLinearSegment(P);
-    return 1;
-}
-
 void HvStdFCurveImpl::SetToInterpCatmullRom(HvPoint2dArray const& points)
 {
     unsigned int const n = points.Size();
@@ -200,41 +168,4 @@ void HvStdFCurveImpl::SetToApproxLinearFitC0(HvPoint2dArray const& points, doubl
         }
     }
     AppendLinearSegment(points[n - 1]);
-}
-
-void HvStdFCurveImpl::SetToApproxCubicFitG1(HvPoint2dArray const& points, double tolerance)
-{
-    unsigned int const n = points.Size();
-    if (n == 1) {
-        keys.Add(CFCStdKey(points[0].x, points[0].y, HvBaseFCurve::CubicSegment));
-        return;
-    }
-    HvSpline1d spline;
-    if (n > 2) {
-        HvDoubleArray xs(n);
-        HvDoubleArray ys(n);
-        for (Point const& point : points) {
-            xs.Add(point.x);
-            ys.Add(point.y);
-        }
-        if (spline.OpenFit(xs, ys, tolerance, kSplineOfChosenKnots) == 0) {
-            spline = HvSpline1d();
-        }
-    }
-    // Keys are born with their tangent continuity locked, which is what makes the result G1.
-    if (spline.NumKnots() < 2) {
-        Point const& a = points[0];
-        Point const& b = points[n - 1];
-        AppendCubicSegment(a, a + (b - a) * kThirdOfSpan, a + (b - a) * kTwoThirdsOfSpan, b);
-        return;
-    }
-    for (unsigned int i = 0; i + 1 < spline.NumKnots(); ++i) {
-        Point const a(spline.Knot(i), spline.Value(i));
-        Point const b(spline.Knot(i + 1), spline.Value(i + 1));
-        double const h = b.x - a.x;
-        double const x1 = a.x + h * kThirdOfSpan;
-        double const x2 = a.x + h * kTwoThirdsOfSpan;
-        AppendCubicSegment(a, {x1, a.y + h * kThirdOfSpan * spline.RightDerivative(i)},
-                           {x2, b.y + (x2 - b.x) * spline.LeftDerivative(i + 1)}, b);
-    }
 }

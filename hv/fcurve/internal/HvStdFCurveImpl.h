@@ -74,10 +74,6 @@ public:
     void AppendCubicSegment(Point const& P0, Point const& P1, Point const& P2, Point const& P3);
     /// A line from the last key to P; the only key on a curve without keys.
     void AppendLinearSegment(Point const& P);
-    /// Moves the last key along its line to P.x when the line passes P within `tolerance` and no
-    /// lock holds the key; otherwise AppendLinearSegment. Returns 1. The user data of a key that
-    /// moves are the caller's.
-    int AppendOrExtendLinearSegment(Point const& P, double tolerance);
 
     // Handles (HvStdFCurve_tangents.cpp). Every writer of a handle goes through WriteLeftHandle and
     // WriteRightHandle, which apply the slope limit rule of the default Bezier tangent constraint.
