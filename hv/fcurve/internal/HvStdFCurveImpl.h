@@ -32,24 +32,48 @@ public:
     /// Evaluates with the snap to keys and the clamp.
     double EvalRight(double x, int clamp) const;
     double EvalLeft(double x, int clamp) const;
+    /// `value` limited to the clamping values when `clamp` is not 0.
     double Clamp(double value, int clamp) const;
     bool IsBijective() const;
     int EvalInverse(double value, double& parameter) const;
     double EvalIntegral(double from, double to) const;
+    /// The integral over the segments i to j - 1, from key i to key j.
+    double WholeSegmentsIntegral(unsigned int i, unsigned int j) const;
+    /// The integral over the segment after key i, from the key to x.
+    double LeftPieceIntegral(unsigned int i, double x) const;
+    /// The integral over the segment after key i, from x to key i + 1.
+    double RightPieceIntegral(unsigned int i, double x) const;
+    /// The integral over the segment after key i, from a to b.
+    double PartialSegmentIntegral(unsigned int i, double a, double b) const;
     double GetValueLowerBound(int clamp) const;
     double GetValueUpperBound(int clamp) const;
+    /// Bounds of the segment after key i.
     void ComputeEvaluatedValueRange(unsigned int i, double& lower, double& upper) const;
+    int HasConstantValue() const;
+    /// 1 when the fields, the kinds, the order of the keys and all stored handles hold.
     int IsValid() const;
+
+    // Segment kinds (HvStdFCurve_keys.cpp). Need keys.
+
+    /// The kind of the span on one side of key i.
+    FSKind SegmentKind(unsigned int i, KeySide side) const;
 
     // Whole curves from points (HvStdFCurve_fit.cpp).
 
+    /// Adds a key behind the last; one whose parameter is not finite or does not ascend is left
+    /// out.
+    void AppendKey(CFCStdKey const& key);
+    // The four below start on a curve without keys, take at least one point, of strictly rising
+    // finite x, and leave the last key with the kind of the segments.
     void SetToInterpCatmullRom(HvPoint2dArray const& points);
     void SetToInterpCubicC2(HvPoint2dArray const& points);
     void SetToApproxLinearFitC0(HvPoint2dArray const& points, double tolerance);
     void SetToApproxCubicFitG1(HvPoint2dArray const& points, double tolerance);
+    // Appending does not look at P.x: that it lies past the last key is the caller's.
+    /// A cubic from the last key to P3; P0 becomes the first key of a curve without keys.
     void AppendCubicSegment(Point const& P0, Point const& P1, Point const& P2, Point const& P3);
+    /// A line from the last key to P; the only key on a curve without keys.
     void AppendLinearSegment(Point const& P);
-    int AppendOrExtendLinearSegment(Point const& P, double tolerance);
 
     // Handles (HvStdFCurve_tangents.cpp). Every writer of a handle goes through WriteLeftHandle and
     // WriteRightHandle, which apply the slope limit rule of the default Bezier tangent constraint.
@@ -107,6 +131,18 @@ public:
 /// The t in [0, 1] with x(t) = x on the cubic whose control points have these x; accurate to 1e-9.
 /// Source: bracketed Newton; Press et al., Numerical Recipes, 2007, 9.4.
 double FindCubicParameter(double x, double x0, double x1, double x2, double x3);
+
+/// The Bezier polynomial of the control values c0 to c3 at t.
+inline double EvalCubicAt(double t, double c0, double c1, double c2, double c3)
+{
+    double const e = 3 * (c2 - c1);
+    double const g = 3 * (c1 - c0);
+    return (((c3 - c0 - e) * t + e - g) * t + g) * t + c0;
+}
+
+/// Whether the Bezier polynomial of these control values rises strictly from a to d: its end
+/// values do, its handles do not pass them, and its derivative does not change sign.
+bool CubicRises(double a, double b, double c, double d);
 
 /// Repairs four control points so that x(t) rises: shrinks the handles towards their keys.
 void RegularizeBezierCubicPoints(HvPoint2<double>* P);
