@@ -81,8 +81,7 @@ double HvStdFCurveImpl::GetValueUpperBound(int clamp) const
     return Clamp(ValueBound<UpperBound>(*this), clamp);
 }
 
-void HvStdFCurveImpl::ComputeEvaluatedValueRange(unsigned int i, double& lower,
-                                                 double& upper) const
+void HvStdFCurveImpl::ComputeEvaluatedValueRange(unsigned int i, double& lower, double& upper) const
 {
     double values[4] = {0, 0, 0, 0};  // a segment of no known kind evaluates to 0
     switch (keys[i].segmentKind) {
@@ -126,8 +125,8 @@ int HvStdFCurveImpl::HasConstantValue() const
 
 int HvStdFCurveImpl::IsValid() const
 {
-    bool const fieldsHold = defaultSegmentKind != 0 && valueWhenNoKeys == valueWhenNoKeys &&
-                            lowerClamp <= upperClamp;
+    bool const fieldsHold =
+        defaultSegmentKind != 0 && valueWhenNoKeys == valueWhenNoKeys && lowerClamp <= upperClamp;
     if (!fieldsHold) {
         return 0;
     }

@@ -79,9 +79,9 @@ double EvalChord(Curve const& curve, unsigned int i, double x)
            a.rightValue;
 }
 
-/// The tangent of a cubic last segment, continued to x. The right handle leads when it has a length;
-/// its slope is measured from the left value, where the line starts too, so that a jump at the last
-/// key belongs to the line and not to what follows.
+/// The tangent of a cubic last segment, continued to x. The right handle leads when it has a
+/// length; its slope is measured from the left value, where the line starts too, so that a jump at
+/// the last key belongs to the line and not to what follows.
 double EvalBeyondCubicLastKey(Curve const& curve, double x)
 {
     unsigned int const last = curve.NumKeys() - 1;
@@ -353,8 +353,7 @@ double FindCubicParameter(double x, double x0, double x1, double x2, double x3)
     double slope = slopeAt(t);
     double partner = f < 0 ? 1 : 0;  // the root lies between t and here
     for (unsigned int round = 0; round < kMaxSolverRounds; ++round) {
-        bool const newtonStaysInside =
-            ((low - t) * slope + f) * ((high - t) * slope + f) < 0;
+        bool const newtonStaysInside = ((low - t) * slope + f) * ((high - t) * slope + f) < 0;
         double const step = newtonStaysInside ? f / slope : (t - partner) * 0.5;
         t -= step;
         if (!(std::fabs(step) >= kSolverStep)) {  // NaN ends here too
@@ -390,8 +389,8 @@ double HvStdFCurveImpl::Clamp(double value, int clamp) const
 }
 
 template <>
-double CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalRightUsingExtrapolationMethod(
-    double p) const
+double
+CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalRightUsingExtrapolationMethod(double p) const
 {
     return EvalUsingExtrapolationMethod<RightTwin>(*this, p);
 }
@@ -432,4 +431,12 @@ int HvStdFCurve::GetNearestKeyParameterInCenteredIntervalNoLock(double& paramete
     }
     parameter = impl_->Parameter(index);
     return 1;
+}
+
+unsigned int HvStdFCurve::EvalSequence(double from, double to, double step, double tolerance,
+                                       HvDoubleArray& parameters, HvDoubleArray& values,
+                                       int clamp) const
+{
+    HvCurveReader const lock(*this);
+    return impl_->EvalSequence(from, to, step, tolerance, parameters, values, clamp);
 }

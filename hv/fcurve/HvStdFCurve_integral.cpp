@@ -23,8 +23,8 @@ struct PowerForm {
     }
 };
 
-/// The integral of y(t) x'(t) from t0 to t1: the area under a cubic Bezier. The product has degree 5
-/// and is integrated term by term.
+/// The integral of y(t) x'(t) from t0 to t1: the area under a cubic Bezier. The product has degree
+/// 5 and is integrated term by term.
 double AreaUnderCubic(Point const* P, double t0, double t1)
 {
     PowerForm const x(P[0].x, P[1].x, P[2].x, P[3].x);
@@ -74,8 +74,7 @@ double HvStdFCurveImpl::PartialSegmentIntegral(unsigned int i, double a, double 
     case HvBaseFCurve::ConstantSegment:
         return (b - a) * key.rightValue;
     case HvBaseFCurve::LinearSegment: {
-        double const slope =
-            (next.leftValue - key.rightValue) / (next.parameter - key.parameter);
+        double const slope = (next.leftValue - key.rightValue) / (next.parameter - key.parameter);
         double const atA = key.rightValue + (a - key.parameter) * slope;
         double const atB = key.rightValue + (b - key.parameter) * slope;
         return (b - a) * (atA + atB) * 0.5;

@@ -39,7 +39,7 @@ Point EvaluatedRightVector(HvStdFCurveImpl const& impl, unsigned int i)
     return RightVectorOf(impl.keys[i], impl.GetEvaluatedRightTgt(i));
 }
 
-bool IsSelected(HvStdFCurveImpl const& impl, unsigned int i)
+bool IsSelectedKey(HvStdFCurveImpl const& impl, unsigned int i)
 {
     return impl.selected != 0 && impl.IsSelected(i);
 }
@@ -68,7 +68,7 @@ void FillKeyInfo(HvStdFCurveImpl const& impl, unsigned int i, HvBaseFCurve::KeyI
         info.segmentKind = static_cast<HvBaseFCurve::FSKind>(key.segmentKind);
     }
     if ((info.mask & 0x200) != 0) {
-        info.selected = IsSelected(impl, i) ? 1 : 0;
+        info.selected = IsSelectedKey(impl, i) ? 1 : 0;
     }
 }
 
@@ -159,7 +159,7 @@ unsigned int HvStdFCurve::GetKeys(HvDoubleArray& parameters, HvDoubleArray& left
     unsigned int count = 0;
     try {
         for (unsigned int i = 0; i < impl_->NumKeys(); ++i) {
-            if (selectedOnly == 0 || IsSelected(*impl_, i)) {
+            if (selectedOnly == 0 || IsSelectedKey(*impl_, i)) {
                 CFCStdKey const& key = impl_->keys[i];
                 parameters.Add(key.parameter);
                 leftValues.Add(key.leftValue);
@@ -372,6 +372,7 @@ int HvStdFCurve::IsTangentLengthContinuityLockedByIndex(unsigned int i) const
 int HvStdFCurve::AreAnyTgtDirectionsLockedInInterval(double from, double to, int openAtFrom,
                                                      int openAtTo) const
 {
+    HvCurveReader const lock(*this);
     return impl_->HasConstraintInInterval(CFCKeyConstraint::kTangentDirectionLocked, true, from, to,
                                           openAtFrom, openAtTo);
 }
@@ -379,6 +380,7 @@ int HvStdFCurve::AreAnyTgtDirectionsLockedInInterval(double from, double to, int
 int HvStdFCurve::AreAnyTgtLengthsLockedInInterval(double from, double to, int openAtFrom,
                                                   int openAtTo) const
 {
+    HvCurveReader const lock(*this);
     return impl_->HasConstraintInInterval(CFCKeyConstraint::kTangentLengthLocked, true, from, to,
                                           openAtFrom, openAtTo);
 }

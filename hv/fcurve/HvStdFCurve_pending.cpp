@@ -10,11 +10,6 @@ HvBaseFCurve* HvStdFCurve::SnapShot(double, double, ExtrapolationMethod) const
 {
     return nullptr;
 }
-unsigned int HvStdFCurve::EvalSequence(double, double, double, double, HvDoubleArray&,
-                                       HvDoubleArray&, int) const
-{
-    return 0;
-}
 int HvStdFCurve::CreateKey(double, double)
 {
     return 0;
@@ -119,4 +114,8 @@ unsigned int HvStdFCurve::WriteToBuffer(void*) const
 unsigned int HvStdFCurve::ReadFromBufferBody(void const*)
 {
     return 0;
+}
+void HvStdFCurveImpl::SetToApproxCubicFitG1(HvPoint2dArray const& points, double)
+{
+    SetToInterpCatmullRom(points);
 }

@@ -12,6 +12,8 @@
 #include <hv/foundation/HvPointTagArray.h>
 #include <hv/rotation/HvTransfo4.h>
 
+#include <gtest/gtest.h>
+
 #include <ostream>
 #include <vector>
 
@@ -75,8 +77,8 @@ template <class Impl>
 Flattened Whole(Impl const& impl, int clamp = 0, HvTransfo4 const& transfo = HvTransfo4())
 {
     FlattenArrays out;
-    EXPECT_EQ(impl.Flatten(transfo, kTestTolerance, out.points, out.tags, clamp),
-              out.points.Size());
+    unsigned int const count = impl.Flatten(transfo, kTestTolerance, out.points, out.tags, clamp);
+    EXPECT_EQ(count, out.points.Size());
     return out.Get();
 }
 

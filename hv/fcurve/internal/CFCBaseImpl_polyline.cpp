@@ -131,6 +131,9 @@ unsigned int CFCBaseImpl<T, K, S>::EvalSequence(double from, double to, double s
                                                 double tolerance, HvDoubleArray& parameters,
                                                 HvDoubleArray& values, int clamp) const
 {
+    if (!(from <= to || from > to)) {
+        return 0;  // an end is not a number
+    }
     HvPoint2dArray points(kSequenceCapacity);
     HvPointTagArray tags(kSequenceCapacity);
     HvBoolArray flags(kSequenceCapacity);
@@ -182,10 +185,6 @@ template unsigned int CFCBaseImpl<bool, CFCSingleValueKey<bool>, CFCBooleanStore
 template unsigned int CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>::Flatten(
     HvTransfo4 const&, double, HvPoint2dArray&, HvPointTagArray&, int) const;
 template unsigned int CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>::EvalSequence(
-    double, double, double, double, HvDoubleArray&, HvDoubleArray&, int) const;
-template unsigned int CFCBaseImpl<double, CFCSingleValueKey<double>, CFCRawStore>::Flatten(
-    HvTransfo4 const&, double, HvPoint2dArray&, HvPointTagArray&, int) const;
-template unsigned int CFCBaseImpl<double, CFCSingleValueKey<double>, CFCRawStore>::EvalSequence(
     double, double, double, double, HvDoubleArray&, HvDoubleArray&, int) const;
 template unsigned int CFCBaseImpl<double, CFCStdKey, CFCStdStore>::Flatten(HvTransfo4 const&,
                                                                            double, HvPoint2dArray&,

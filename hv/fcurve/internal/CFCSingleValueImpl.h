@@ -23,6 +23,9 @@ public:
     int MergeAndCreateKey(double from, double to, double p, T value, HvBaseFCurve& curve,
                           int openAtFrom, int openAtTo, int keepNearest);
     int RemoveKey(double p, double tolerance, HvBaseFCurve& curve);
+    /// Removes the keys of an interval.
+    void RemoveKeysBetween(double from, double to, int openAtFrom, int openAtTo,
+                           HvBaseFCurve& curve);
 
     void RemoveAllKeys(HvBaseFCurve& curve);
     void RemoveHeadBeforeExistingKey(unsigned int i, HvBaseFCurve& curve);
@@ -39,8 +42,27 @@ public:
     /// standing, at the first that would not stay after its predecessor.
     int TranslateParamsAfterExistingKey(unsigned int i, double newParameter, double shift,
                                         HvBaseFCurve& curve);
+    /// Takes out what lies between `from` and `to`, from <= to, and closes the gap; 0, with the
+    /// curve half changed, when a lock stands in the way.
     int Cut(double from, double to, HvBaseFCurve& curve);
     int IsValid() const;
+
+private:
+    /// The keys of an interval, begin to end - 1, and the keys beside it, which stay.
+    struct Neighbours {
+        unsigned int begin;
+        unsigned int end;
+        unsigned int numKeys;
+
+        bool HasPre() const { return begin != 0; }
+        unsigned int Pre() const { return begin - 1; }
+        bool HasPost() const { return end != numKeys; }
+        unsigned int Post() const { return end; }
+        unsigned int NumBetween() const { return end > begin ? end - begin : 0; }
+    };
+
+    Neighbours FindNeighbours(double from, double to, int openAtFrom, int openAtTo) const;
+    void RemoveRangeWithUserData(unsigned int first, unsigned int last, HvBaseFCurve& curve);
 };
 
 using CFCBooleanImpl = CFCSingleValueImpl<bool, CFCSingleValueKey<bool>, CFCBooleanStore>;

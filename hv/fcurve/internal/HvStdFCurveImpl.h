@@ -19,13 +19,6 @@ CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalLeftUsingExtrapolationMethod(do
 /// A third of a span, as the handle rules use it.
 constexpr double kThirdOfSpan = 0.3333333333333333;
 
-// The standard curve's own evaluation at and beyond its keys.
-template <>
-double
-CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalRightUsingExtrapolationMethod(double p) const;
-template <>
-double CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalLeftUsingExtrapolationMethod(double p) const;
-
 class HvStdFCurveImpl : public CFCBaseImpl<double, CFCStdKey, CFCStdStore> {
 public:
     using FSKind = HvBaseFCurve::FSKind;
@@ -81,10 +74,6 @@ public:
     void AppendCubicSegment(Point const& P0, Point const& P1, Point const& P2, Point const& P3);
     /// A line from the last key to P; the only key on a curve without keys.
     void AppendLinearSegment(Point const& P);
-    /// Moves the last key along its line to P.x when the line passes P within `tolerance` and no
-    /// lock holds the key; otherwise AppendLinearSegment. Returns 1. The user data of a key that
-    /// moves are the caller's.
-    int AppendOrExtendLinearSegment(Point const& P, double tolerance);
 
     // Handles (HvStdFCurve_tangents.cpp). Every writer of a handle goes through WriteLeftHandle and
     // WriteRightHandle, which apply the slope limit rule of the default Bezier tangent constraint.

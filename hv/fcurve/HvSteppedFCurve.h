@@ -1,0 +1,157 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// What the two stepped kinds of curve have in common.
+
+#ifndef HV_FCURVE_HVSTEPPEDFCURVE_H
+#define HV_FCURVE_HVSTEPPEDFCURVE_H
+
+#include <hv/fcurve/HvFCurveShell.h>
+
+template <class T>
+struct CFCSingleValueKey;
+template <class T, class K>
+class CFCKeyStoreA;
+template <class T, class K, class S>
+class CFCSingleValueImpl;
+
+/// The implementation of a stepped curve of value type T.
+template <class T>
+using CFCSteppedImpl =
+    CFCSingleValueImpl<T, CFCSingleValueKey<T>, CFCKeyStoreA<T, CFCSingleValueKey<T>>>;
+
+/// A curve that holds the value of its left key up to the next and jumps at each key; before the
+/// first key it holds its left value. T is bool or int; see HvBooleanFCurve and HvIntegerFCurve.
+/// Nobody uses this base by name.
+///
+/// The left value of a key is the value of the key before it, at the first key the curve's left
+/// value; only in KeyInfo it is the key's own. The left value follows the first key when that is
+/// made, and keeps what the curve was there when the head is removed; it never changes against the
+/// lock of the first key's value.
+///
+/// Values go in and out as double. CreateKey refuses what is no value of the kind; elsewhere the
+/// number is converted. There are no segment kinds, tangents and clamping values. The constraints
+/// are ParameterLocked, ValueLocked and, for both, AllLocked. The extrapolation is constant, cycle
+/// or relative cycle; the linear one, which an archive may carry, gives 0 outside the keys.
+template <class T>
+class HV_API HvSteppedFCurve : public HvFCurveShell<CFCSteppedImpl<T>> {
+public:
+    using typename HvBaseFCurve::ExtrapolationMethod;
+    using typename HvBaseFCurve::FCurveInfo;
+    using typename HvBaseFCurve::KeyConstraint;
+    using typename HvBaseFCurve::KeyInfo;
+    using typename HvBaseFCurve::KeySide;
+    using typename HvBaseFCurve::Kind;
+    using typename HvBaseFCurve::RegionHandle;
+
+    HvBaseFCurve const* QueryFCurveKind(Kind kind) const override;
+    Kind GetKind() const override;
+    HvBaseFCurve* Clone() const override;
+    int Set(HvBaseFCurve const& other) override;
+
+    // Reading keys.
+
+    int GetKeyValue(double parameter, KeySide side, double& value, double tolerance) const override;
+    int GetFCurveInfo(FCurveInfo* info) const override;
+    int GetKeyInfoFromIndex(unsigned int index, KeyInfo* info) const override;
+    int GetKeyInfoFromParameter(double parameter, KeyInfo* info) const override;
+    unsigned int GetKeys(HvDoubleArray& parameters, HvDoubleArray& leftValues,
+                         HvDoubleArray& rightValues, int selectedOnly) const override;
+
+    // Keys.
+
+    int CreateKey(double parameter, double value) override;
+    int MergeAndCreateKey(double from, double to, double parameter, double value, int openAtFrom,
+                          int openAtTo, int keepKeyData) override;
+    int CreateNonModifyingKey(double parameter, int ignoreExtrapolation) override;
+    int MergeAndCreateNonModifyingKey(double from, double to, double parameter, int openAtFrom,
+                                      int openAtTo, int keepKeyData,
+                                      int ignoreExtrapolation) override;
+    int RemoveKey(double parameter, double tolerance) override;
+    int RemoveKeys(double from, double to, int openAtFrom, int openAtTo) override;
+    int SetKeyValue(double parameter, KeySide side, double value, double tolerance) override;
+    int SetValueWhenNoKeys(double value) override;
+
+    // Pieces of the curve.
+
+    int Cut(double from, double to, HvBaseFCurve& removed) override;
+    int RemoveTail(double parameter) override;
+    int RemoveHead(double parameter) override;
+    int Append(HvBaseFCurve const& other) override;
+    int Paste(HvBaseFCurve const& other, double from, double to) override;
+
+    // The axes.
+
+    int ShiftParameters(double offset) override;
+    int ScaleParameterAxis(double scale) override;
+    int MirrorValues() override;
+    int MirrorParameters() override;
+
+    // Evaluating.
+
+    double EvalNoLock(double parameter, int clamp) const override;
+    unsigned int EvalSequence(double from, double to, double step, double tolerance,
+                              HvDoubleArray& parameters, HvDoubleArray& values,
+                              int clamp) const override;
+    /// The largest of the left value and all keys' values; without keys the value when no keys.
+    double GetValueUpperBound(int clamp) const override;
+    /// The smallest of them.
+    double GetValueLowerBound(int clamp) const override;
+    /// Nothing; 0, without a lock.
+    int SetClampingValues(double lower, double upper) override;
+    /// The largest range of doubles; 1, without a lock.
+    int GetClampingValues(double& lower, double& upper) const override;
+    /// 0: a stepped curve has no inverse.
+    int EvalInverse(double value, double& parameter, int flag) const override;
+    bool IsBijective() const override;
+
+    // Constraints and settings.
+
+    int SetConstraint(double& parameter, KeyConstraint constraint, int on,
+                      double tolerance) override;
+    int GetConstraint(double& parameter, KeyConstraint constraint, int& on,
+                      double tolerance) const override;
+    int GetConstraintByIndex(unsigned int index, KeyConstraint constraint, int& on) const override;
+    int IsConstraintSupported(KeyConstraint constraint) const override;
+    int SetExtrapolationMethod(ExtrapolationMethod method) override;
+    int SetDefaultBezierTangentConstraint(bool on) override;
+
+    // Reshaping.
+
+    int ScaleAndOffsetParameters(double from, double to, double pivot, double scale, double offset,
+                                 int rippleLeft, int rippleRight, RegionHandle handle,
+                                 int selectedOnly) override;
+    int ResampleSequence(double from, double to, double step, int keepExisting,
+                         int ignoreExtrapolation) override;
+    unsigned int ReduceNumKeys(double from, double to, double tolerance) override;
+
+    // Saving.
+
+    unsigned int GetBufferSize() const override;
+    unsigned int WriteToBuffer(void* buffer) const override;
+    unsigned int ReadFromBufferBody(void const* body) override;
+
+protected:
+    explicit HvSteppedFCurve(T whenNoKeys);
+    HvSteppedFCurve(HvSteppedFCurve const& other);
+    /// The stretch of `source` from `from` to `to`.
+    HvSteppedFCurve(HvSteppedFCurve const& source, double from, double to);
+    HvSteppedFCurve& operator=(HvSteppedFCurve const& other);
+
+    using HvFCurveShell<CFCSteppedImpl<T>>::impl_;
+
+private:
+    T ValueHeldAt(double parameter) const;
+    int AreAnyLocked(double from, double to, int openAtFrom, int openAtTo) const;
+    void Unlock(unsigned int first, unsigned int end);
+    void TrimTo(double from, double to);
+    void ExchangeContents(HvSteppedFCurve& other) noexcept;
+    int FillKeyInfo(unsigned int index, KeyInfo& info) const;
+};
+
+extern template class HV_API HvFCurveShell<CFCSteppedImpl<bool>>;
+extern template class HV_API HvFCurveShell<CFCSteppedImpl<int>>;
+extern template class HV_API HvSteppedFCurve<bool>;
+extern template class HV_API HvSteppedFCurve<int>;
+
+#endif
