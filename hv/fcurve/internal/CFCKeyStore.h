@@ -13,6 +13,10 @@
 #include <hv/fcurve/CFCSingleValueKey.h>
 #include <hv/fcurve/CFCStdKey.h>
 #include <hv/foundation/HvAltDynArray.h>
+#include <hv/foundation/array_capacity.h>
+
+#include <algorithm>
+#include <new>
 
 #include <algorithm>
 #include <type_traits>
@@ -182,15 +186,34 @@ public:
     int defaultSegmentKind =
         HvBaseFCurve::CubicSegment;  ///< span before the first key, and new keys
 
+    /// Inserts a key at `index`, with `word` as its constraint word. Cannot fail after
+    /// ReserveForOneMoreKey.
     void InsertKey(unsigned int index, K const& key, unsigned short word)
     {
         K copy = key;
         copy.constraints.word = word;
-        keys.InsertBefore(index, copy);
+        keys.Add(copy);
+        std::copy_backward(keys.begin() + index, keys.end() - 1, keys.end());
+        keys[index] = copy;
     }
-    void RemoveKeyRange(unsigned int first, unsigned int last)
+    void ReserveForOneMoreKey() { keys.Reserve(HvArrayCapacity_GrownSize(keys.Count(), 1)); }
+    /// Removes the keys `first` to `last` inclusive. Never fails: the storage stays as it is until
+    /// ReleaseSpareKeys, so that what follows a removal can be done without memory.
+    void RemoveKeyRange(unsigned int first, unsigned int last) noexcept
     {
-        keys.RemoveClosedRange(first, last);
+        std::copy(keys.begin() + last + 1, keys.end(), keys.begin() + first);
+        keys.Chop(keys.Count() - (last - first + 1));
+    }
+    /// Gives back storage of which less than half is in use. Without memory for the smaller block
+    /// the larger one stays, so that an edit that is done does not fail by tidying up.
+    void ReleaseSpareKeys() noexcept
+    {
+        if (keys.Count() < keys.Capacity() / 2) {
+            try {
+                keys.Resize(keys.Count());
+            } catch (std::bad_alloc const&) {
+            }
+        }
     }
     void Swap(CFCKeyStoreC& other) noexcept
     {
