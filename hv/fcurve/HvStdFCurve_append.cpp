@@ -7,9 +7,10 @@
 
 #include <hv/fcurve/internal/HvCurveGuards.h>
 #include <hv/fcurve/internal/HvStdFCurveImpl.h>
-#include <hv/fcurve/internal/HvStdFCurveRollback.h>
 #include <hv/fcurve/internal/HvUserDataMoves.h>
 #include <hv/fcurve/internal/std_edit_checks.h>
+
+#include <cmath>
 
 bool HvStdFCurveImpl::CanAppendAt(Point const& P) const
 {
@@ -30,6 +31,42 @@ void HvStdFCurveImpl::AppendConstantSegment(Point const& P)
     key.leftHandle.y = keys[last].rightValue;
     InsertKey(last + 1, key, CFCKeyConstraint::kTangentContinuityLocked);
     SetKind(last, HvBaseFCurve::ConstantSegment);
+}
+
+bool HvStdFCurveImpl::ExtendLinearSegment(Point const& P, double tolerance, HvBaseFCurve& curve)
+{
+    if (NumKeys() < 2 || SegmentKind(NumKeys() - 2) != HvBaseFCurve::LinearSegment) {
+        return false;
+    }
+    unsigned int const last = NumKeys() - 1;
+    CFCStdKey& key = keys[last];
+    Point const from = RightPoint(last - 1);
+    double const y =
+        from.y + (key.leftValue - from.y) * ((P.x - from.x) / (key.parameter - from.x));
+    if (!(std::fabs(y - P.y) <= tolerance) ||
+        key.constraints.HasAny(CFCKeyConstraint::kParameterLocked |
+                               CFCKeyConstraint::kValueLocked)) {
+        return false;
+    }
+    HvUserDataMoves moves(curve);
+    moves.Add(key.parameter, P.x);
+    moves.Apply();
+    Point const left = LeftVector(last);
+    Point const right = RightVector(last);
+    key.parameter = P.x;
+    key.leftValue = y;
+    key.rightValue = y;
+    WriteLeftHandle(last, Point(P.x, y) + left);
+    key.rightHandle = Point(P.x, y) + right;
+    return true;
+}
+
+void HvStdFCurveImpl::AppendOrExtendLinearSegment(Point const& P, double tolerance,
+                                                  HvBaseFCurve& curve)
+{
+    if (!ExtendLinearSegment(P, tolerance, curve)) {
+        AppendLinearSegment(P);
+    }
 }
 
 int HvStdFCurve::AppendBezierCubicSegment(HvPoint2<double> const& P1, HvPoint2<double> const& P2,
@@ -64,24 +101,7 @@ int HvStdFCurve::AppendOrExtendLinearSegment(HvPoint2<double> const& P, double t
     if (impl_->readOnly || !impl_->CanAppendAt(P)) {
         return 0;
     }
-    unsigned int const n = impl_->NumKeys();
-    double const last = n == 0 ? P.x : impl_->LastParameter();
-    if (n == 0 || !HasUserData(last)) {
-        impl_->AppendOrExtendLinearSegment(P, tolerance);
-    } else {
-        Rollback rollback(*this);
-        impl_->AppendOrExtendLinearSegment(P, tolerance);
-        HvUserDataMoves moves(*this);
-        moves.Add(last, impl_->Parameter(n - 1));
-        if (!moves.Apply()) {
-            return 0;
-        }
-        rollback.Commit();
-    }
-    if (n != 0) {
-        // A key that was moved has its third elsewhere.
-        impl_->WriteLeftHandle(n - 1, impl_->keys[n - 1].leftHandle);
-    }
+    impl_->AppendOrExtendLinearSegment(P, tolerance, *this);
     return 1;
 }
 

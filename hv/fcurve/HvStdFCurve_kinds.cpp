@@ -88,16 +88,6 @@ int HvStdFCurve::SetSegmentKindAtParameter(double x, FSKind kind)
     return 1;
 }
 
-int HvStdFCurve::SetFirstSegmentKind(FSKind kind)
-{
-    HvCurveWriter const guard(*this);
-    if (impl_->readOnly || !HvStdEdit_IsKind(kind)) {
-        return 0;
-    }
-    impl_->defaultSegmentKind = kind;
-    return 1;
-}
-
 int HvStdFCurve::ConvertToUniformSegmentKind(FSKind kind)
 {
     HvCurveWriter const guard(*this);

@@ -244,6 +244,9 @@ public:
 
     // The end of the curve (HvStdFCurve_append.cpp, HvStdFCurve_cut_paste.cpp).
 
+    /// Moves the last key along its line to P.x when the line passes P within `tolerance` and no
+    /// lock holds the key; otherwise AppendLinearSegment. P.x is past the last key.
+    void AppendOrExtendLinearSegment(Point const& P, double tolerance, HvBaseFCurve& curve);
     /// Holds the last right value up to P.x and jumps to P.y there. P.x is past the last key.
     void AppendConstantSegment(Point const& P);
     /// Whether P is finite and a new last key can stand there.
@@ -265,6 +268,7 @@ public:
                                                HvBaseFCurve& curve);
 
 private:
+    bool ExtendLinearSegment(Point const& P, double tolerance, HvBaseFCurve& curve);
     bool IsHandleValid(unsigned int i, KeySide side, Point const& vector) const;
     void FreezeHandles(unsigned int i, bool left, bool right, int constraints);
     void RemoveUserData(unsigned int first, unsigned int last, HvBaseFCurve& curve) const;
