@@ -101,12 +101,14 @@ TEST(HvStdFCurve, MakesPointsIntoKeys)
         SCOPED_TRACE(method);
         HvPoint2dArray const points = PointsOf({{0, 3}, {1, 5}, {2, 4}});
         StdCurve curve(points, HvStdFCurve::DPMethod(method), 0, kLinear, kConstant);
-        ASSERT_EQ(curve.GetNumKeys(), 3u);
-        for (unsigned i = 0; i < 3; ++i) {
-            EXPECT_EQ(curve.Eval(points[i].x, 0), points[i].y);
+        // One cubic meets three points; the fitting method needs no key between.
+        unsigned const last = method == 4 ? 1 : 2;
+        ASSERT_EQ(curve.GetNumKeys(), last + 1);
+        for (Point const& point : points) {
+            EXPECT_NEAR(curve.Eval(point.x, 0), point.y, 1e-7);
         }
         EXPECT_EQ(curve.Impl().keys[0].segmentKind, method == 3 ? kLinear : kCubic);
-        EXPECT_EQ(curve.Impl().keys[2].segmentKind, kConstant);
+        EXPECT_EQ(curve.Impl().keys[last].segmentKind, kConstant);
         EXPECT_EQ(curve.GetFirstSegmentKind(), kLinear);
         EXPECT_EQ(curve.Impl().valueWhenNoKeys, 3);
         EXPECT_EQ(curve.Impl().IsValid(), 1);
@@ -201,6 +203,84 @@ TEST(HvStdFCurve, CopiesEverythingButTheHint)
     StdCurve& self = assigned;
     assigned = self;
     EXPECT_EQ(assigned.GetNumKeys(), 2u);
+}
+
+// Sections.
+
+namespace {
+
+/// Keys at 0 to 6, six units high, with derived tangents of every sort, whose handles lie at the
+/// thirds of their spans: a split there keeps the shape exactly.
+StdCurve Derived()
+{
+    StdCurve curve({});
+    double const values[] = {0, 2, 2, 5, 1, 4, 6};
+    unsigned short const words[] = {
+        Word::kAutomaticTangents, Word::kAutomaticTangents | Word::kUnlimitedAutoSlope,
+        Word::kLinearTangents,    Word::kAutomaticTangents,
+        Word::kFlatAtExtremum,    Word::kFlatTangents,
+        Word::kLinearTangents};
+    for (unsigned i = 0; i < 7; ++i) {
+        CFCStdKey key = KeyWithHandles(i, values[i], {-1.0 / 3, 0.2}, {1.0 / 3, 0.3});
+        key.constraints.word = words[i];
+        curve.Impl().keys.Add(key);
+    }
+    return curve;
+}
+
+}  // namespace
+
+TEST(HvStdFCurve, SectionKeepsTheShapeBetweenItsEnds)
+{
+    StdCurve const curve = Derived();
+    for (int i = 0; i <= 24; ++i) {
+        for (int j = i + 1; j <= 24; ++j) {
+            double const from = i * 0.25;
+            double const to = j * 0.25;
+            StdCurve const section(curve, from, to);
+            ASSERT_EQ(section.Impl().IsValid(), 1);
+            EXPECT_EQ(section.Impl().FirstParameter(), from);
+            EXPECT_EQ(section.Impl().LastParameter(), to);
+            for (int k = 0; k <= 20; ++k) {
+                double const x = from + (to - from) * k / 20;
+                // Each end costs the solver's 1e-9 once more; slopes stay below 10.
+                EXPECT_NEAR(section.Eval(x, 0), curve.Eval(x, 0), 1e-7)
+                    << from << ' ' << to << ' ' << x;
+            }
+        }
+    }
+}
+
+TEST(HvStdFCurve, SectionBeyondTheKeysKeepsThemAll)
+{
+    StdCurve const curve = Derived();
+    EXPECT_EQ(StdCurve(curve, -5, 9).GetNumKeys(), 7u);
+    EXPECT_EQ(StdCurve(curve, 2, 9).GetNumKeys(), 5u);
+    EXPECT_EQ(StdCurve(curve, -5, 2).GetNumKeys(), 3u);
+    EXPECT_EQ(StdCurve(curve, 4, 2).Impl().FirstParameter(), 2);
+    EXPECT_EQ(StdCurve(curve, 4, 2).Impl().LastParameter(), 4);
+    EXPECT_EQ(StdCurve(curve, kNaN, kNaN).GetNumKeys(), 7u);
+    EXPECT_EQ(StdCurve(StdCurve(1, kLinear), 2, 3).GetNumKeys(), 0u);
+}
+
+TEST(HvStdFCurve, SectionPassesLocksAndTheReadOnlyFlag)
+{
+    StdCurve curve = Derived();
+    for (CFCStdKey& key : curve.Impl().keys) {
+        key.constraints.Set(Word::kParameterLocked | Word::kValueLocked);
+    }
+    curve.SetReadOnlyConstraint(1);
+    StdCurve const section(curve, 1.5, 4);
+    ASSERT_EQ(section.GetNumKeys(), 4u);
+    EXPECT_EQ(section.IsReadOnly(), 1);
+    // The key made at 1.5 is new; those of the source keep their locks, the end key too.
+    unsigned const locks = Word::kParameterLocked | Word::kValueLocked;
+    EXPECT_EQ(section.Impl().keys[0].constraints.word & locks, 0u);
+    for (unsigned i = 1; i < 4; ++i) {
+        EXPECT_EQ(section.Impl().keys[i].constraints.word & locks, locks);
+    }
+    EXPECT_EQ(curve.GetNumKeys(), 7u);
+    EXPECT_EQ(curve.Impl().keys[0].constraints.word & locks, locks);
 }
 
 TEST(HvStdFCurve, KnowsItsKind)
