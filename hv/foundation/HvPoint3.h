@@ -10,7 +10,7 @@
 
 /// A point or vector of space; T is float or double.
 template <class T>
-struct HvPoint3 {
+struct HV_API HvPoint3 {
     T x;
     T y;
     T z;

@@ -1,0 +1,190 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// The one way in which archives are read from and written to memory: byte by byte, low byte first,
+// at any alignment, and never with a number that is not finite.
+
+#ifndef HV_FOUNDATION_BYTE_CODEC_H
+#define HV_FOUNDATION_BYTE_CODEC_H
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+
+/// Reads an archive from front to back. A reader with an end never touches a byte beyond it: a read
+/// that would fails, fails every read after it, gives 0, and moves nothing. So a format is read
+/// straight through and asked once, at its end or before it allocates, whether all went well.
+///
+///     HvByteReader reader(bytes, size);
+///     std::uint32_t const count = reader.ReadUInt32();
+///     if (!reader.Holds(count, kBytesPerKey)) {
+///         return 0;  // before anything is allocated for `count` keys
+///     }
+///
+/// A reader is a small value; copy it to look ahead. Threads: as any value.
+class HvByteReader {
+public:
+    /// Reads `size` bytes from `start`.
+    HvByteReader(void const* start, std::size_t size)
+        : start_(static_cast<unsigned char const*>(start)), size_(size)
+    {
+    }
+
+    /// Reads from `start` without an end: for bytes that the caller vouches for.
+    static HvByteReader Unbounded(void const* start)
+    {
+        return HvByteReader(start, std::numeric_limits<std::size_t>::max());
+    }
+
+    /// Whether a read has gone beyond the end, or Fail was called.
+    bool Failed() const { return failed_; }
+    /// Makes the reader fail, for bytes that are there but wrong.
+    void Fail() { failed_ = true; }
+    /// Bytes read and skipped so far.
+    std::size_t Used() const { return used_; }
+    /// Bytes that may still be read; 0 once the reader has failed. Without an end, a number that no
+    /// archive reaches.
+    std::size_t Left() const { return failed_ ? 0 : size_ - used_; }
+
+    /// Whether `count` records of at least `each` bytes can follow; otherwise the reader fails. A
+    /// count that was read is held against this before storage is allocated for it.
+    bool Holds(std::uint64_t count, std::size_t each)
+    {
+        if (each != 0 && count > Left() / each) {
+            Fail();
+        }
+        return !failed_;
+    }
+
+    std::uint8_t ReadUInt8() { return static_cast<std::uint8_t>(ReadLow(1)); }
+    std::uint16_t ReadUInt16() { return static_cast<std::uint16_t>(ReadLow(2)); }
+    std::uint32_t ReadUInt32() { return static_cast<std::uint32_t>(ReadLow(4)); }
+    std::int32_t ReadInt32()
+    {
+        std::uint32_t const bits = ReadUInt32();
+        std::int32_t value;
+        std::memcpy(&value, &bits, sizeof value);
+        return value;
+    }
+    /// A number; 0 for one that is not finite.
+    float ReadFiniteFloat()
+    {
+        std::uint32_t const bits = ReadUInt32();
+        float value;
+        std::memcpy(&value, &bits, sizeof value);
+        return std::isfinite(value) ? value : 0.0F;
+    }
+    /// A number; 0 for one that is not finite.
+    double ReadFiniteDouble()
+    {
+        std::uint64_t const bits = ReadLow(8);
+        double value;
+        std::memcpy(&value, &bits, sizeof value);
+        return std::isfinite(value) ? value : 0.0;
+    }
+
+    /// Where the next `size` bytes lie, and steps over them; null when they are not all there. The
+    /// place of no bytes is not null unless the reader has failed.
+    unsigned char const* ReadBytes(std::size_t size)
+    {
+        if (!Holds(size, 1)) {
+            return nullptr;
+        }
+        unsigned char const* const bytes = start_ + used_;
+        used_ += size;
+        return bytes;
+    }
+    void Skip(std::size_t size) { ReadBytes(size); }
+
+    /// A bounded reader of the next `size` bytes, which this one steps over. When they are not all
+    /// there, both have failed. It serves a part that tells its own size: what the part does not
+    /// use is stepped over, and what it claims beyond its size is refused.
+    HvByteReader ReadPart(std::size_t size)
+    {
+        HvByteReader part(start_ + used_, size);
+        if (ReadBytes(size) == nullptr) {
+            part.Fail();
+        }
+        return part;
+    }
+
+private:
+    // The next `size` bytes, at most 8, as the low ones of a number.
+    std::uint64_t ReadLow(std::size_t size)
+    {
+        unsigned char const* const bytes = ReadBytes(size);
+        std::uint64_t value = 0;
+        for (std::size_t k = 0; bytes != nullptr && k < size; ++k) {
+            value |= std::uint64_t(bytes[k]) << (8 * k);
+        }
+        return value;
+    }
+
+    unsigned char const* start_;
+    std::size_t size_;
+    std::size_t used_ = 0;
+    bool failed_ = false;
+};
+
+/// Writes an archive from front to back into memory of the caller, who has asked for its size and
+/// provides that much: nothing is checked here.
+class HvByteWriter {
+public:
+    explicit HvByteWriter(void* start) : start_(static_cast<unsigned char*>(start)) {}
+
+    /// Bytes written and skipped so far.
+    std::size_t Used() const { return used_; }
+
+    void WriteUInt8(std::uint8_t value) { WriteLow(value, 1); }
+    void WriteUInt16(std::uint16_t value) { WriteLow(value, 2); }
+    void WriteUInt32(std::uint32_t value) { WriteLow(value, 4); }
+    void WriteInt32(std::int32_t value)
+    {
+        std::uint32_t bits;
+        std::memcpy(&bits, &value, sizeof bits);
+        WriteUInt32(bits);
+    }
+    /// Writes 0 for a number that is not finite.
+    void WriteFiniteFloat(float value)
+    {
+        float const finite = std::isfinite(value) ? value : 0.0F;
+        std::uint32_t bits;
+        std::memcpy(&bits, &finite, sizeof bits);
+        WriteUInt32(bits);
+    }
+    /// Writes 0 for a number that is not finite.
+    void WriteFiniteDouble(double value)
+    {
+        double const finite = std::isfinite(value) ? value : 0.0;
+        std::uint64_t bits;
+        std::memcpy(&bits, &finite, sizeof bits);
+        WriteLow(bits, 8);
+    }
+    /// Copies `size` bytes as they are; `bytes` may be null when there are none.
+    void WriteBytes(void const* bytes, std::size_t size)
+    {
+        if (size != 0) {
+            std::memcpy(start_ + used_, bytes, size);
+            used_ += size;
+        }
+    }
+    /// Steps over `size` bytes, which keep what the caller had in them.
+    void Skip(std::size_t size) { used_ += size; }
+
+private:
+    void WriteLow(std::uint64_t value, std::size_t size)
+    {
+        unsigned char* const bytes = start_ + used_;
+        for (std::size_t k = 0; k < size; ++k) {
+            bytes[k] = static_cast<unsigned char>(value >> (8 * k));
+        }
+        used_ += size;
+    }
+
+    unsigned char* start_;
+    std::size_t used_ = 0;
+};
+
+#endif
