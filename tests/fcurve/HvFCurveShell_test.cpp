@@ -80,10 +80,10 @@ TEST(HvFCurveShell, WalksToTheNextAndPreviousKey)
         double next;  // -1 for none
         double previous;
     };
-    for (Row const& row : {Row{0, 0, 1, -1}, Row{1, 0, 2, -1}, Row{1, 1, 1, 1}, Row{1.5, 1, 2, 1},
-                           Row{2, 0, 4, 1}, Row{4, 0, -1, 2}, Row{4, 1, 4, 4}, Row{5, 1, -1, 4},
-                           Row{kInfinity, 0, -1, 4}, Row{-kInfinity, 0, 1, -1},
-                           Row{kNaN, 1, -1, -1}}) {
+    for (Row const& row :
+         {Row{0, 0, 1, -1}, Row{1, 0, 2, -1}, Row{1, 1, 1, 1}, Row{1.5, 1, 2, 1}, Row{2, 0, 4, 1},
+          Row{4, 0, -1, 2}, Row{4, 1, 4, 4}, Row{5, 1, -1, 4}, Row{kInfinity, 0, -1, 4},
+          Row{-kInfinity, 0, 1, -1}, Row{kNaN, 1, -1, -1}}) {
         double next = -1;
         double previous = -1;
         EXPECT_EQ(curve.GetNextKeyParameter(row.p, next, row.inclusive), row.next == -1 ? 0 : 1);
@@ -124,8 +124,7 @@ TEST(HvFCurveShell, ListsTheParametersOfAnInterval)
     auto const list = [&](double from, double to, int openFrom, int openTo, int selected) {
         HvDoubleArray array;
         array.Add(-7);
-        unsigned int const n =
-            curve.GetKeyParameters(from, to, array, openFrom, openTo, selected);
+        unsigned int const n = curve.GetKeyParameters(from, to, array, openFrom, openTo, selected);
         EXPECT_EQ(n, array.Size() - 1);
         EXPECT_EQ(array[0], -7);
         array.Remove(0);

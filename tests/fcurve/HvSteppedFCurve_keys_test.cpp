@@ -75,7 +75,8 @@ TEST(HvSteppedFCurve_keys, HoldsAnyRunOfKeysLikeASortedMap)
             double const p = PickInRange(0, 40);
             double const v = PickInRange(-5, 6);
             if (PickInRange(0, 4) == 0) {
-                RC_ASSERT(curve.RemoveKey(p, 0) == (expected.empty() ? 1 : static_cast<int>(expected.erase(p))));
+                RC_ASSERT(curve.RemoveKey(p, 0) ==
+                          (expected.empty() ? 1 : static_cast<int>(expected.erase(p))));
             } else {
                 RC_ASSERT(curve.CreateKey(p, v) == 1);
                 expected[p] = v;
@@ -183,11 +184,11 @@ TEST(HvSteppedFCurve_keys, RefusesToMergeOntoOrBeyondAKeyThatStays)
         double from, to, p;
         int openFrom, openTo;
     };
-    for (Row const& row : {Row{2, 2, 2, 1, 0}, Row{2, 2, 2, 0, 1}, Row{2, 3, 5, 0, 0},
-                           Row{2, 3, 0, 0, 0}, Row{2, 3, 4, 0, 0}, Row{2, 3, 1, 0, 0},
-                           Row{2, 3, 2, 1, 0}, Row{3, 1, 2, 0, 0}, Row{2, 3, kNaN, 0, 0},
-                           Row{2, 9, kInfinity, 0, 0}, Row{kNaN, 3, 2.5, 0, 0},
-                           Row{2, kNaN, 2.5, 0, 0}}) {
+    for (Row const& row :
+         {Row{2, 2, 2, 1, 0}, Row{2, 2, 2, 0, 1}, Row{2, 3, 5, 0, 0}, Row{2, 3, 0, 0, 0},
+          Row{2, 3, 4, 0, 0}, Row{2, 3, 1, 0, 0}, Row{2, 3, 2, 1, 0}, Row{3, 1, 2, 0, 0},
+          Row{2, 3, kNaN, 0, 0}, Row{2, 9, kInfinity, 0, 0}, Row{kNaN, 3, 2.5, 0, 0},
+          Row{2, kNaN, 2.5, 0, 0}}) {
         OpenInteger curve(0, {{1, 10}, {2, 20}, {3, 30}, {4, 40}});
         std::string const image = curve.Image();
         EXPECT_EQ(curve.MergeAndCreateKey(row.from, row.to, row.p, 9, row.openFrom, row.openTo, 0),
@@ -527,8 +528,8 @@ TEST(HvSteppedFCurve_keys, RefusesConstraintsOfOtherKinds)
 {
     OpenBoolean on(0, {{1, 1}});
     OpenInteger number(0, {{1, 1}});
-    for (HvBaseFCurve* const curve : {static_cast<HvBaseFCurve*>(&on),
-                                      static_cast<HvBaseFCurve*>(&number)}) {
+    for (HvBaseFCurve* const curve :
+         {static_cast<HvBaseFCurve*>(&on), static_cast<HvBaseFCurve*>(&number)}) {
         for (int c = 0; c <= 8192; c = c == 0 ? 1 : 2 * c) {
             auto const constraint = static_cast<Kind::KeyConstraint>(c);
             int const supported = c == 1 || c == 2 || c == 32 ? 1 : 0;
