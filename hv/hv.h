@@ -6,10 +6,19 @@
 #ifndef HV_HV_H
 #define HV_HV_H
 
+#include <hv/platform/CActiveDataMultiThreadedRenderingLock.h>
+#include <hv/platform/CXQCriticalSection.h>
 #include <hv/platform/HvExport.h>
+#include <hv/platform/critical_section.h>
+#include <hv/platform/guid.h>
+#include <hv/platform/performance_counter.h>
+#include <hv/platform/thread_local_slots.h>
 
+#include <hv/foundation/HvAltDynArray.h>
 #include <hv/foundation/HvBoolArray.h>
+#include <hv/foundation/HvDLList.h>
 #include <hv/foundation/HvDoubleArray.h>
+#include <hv/foundation/HvDynArray.h>
 #include <hv/foundation/HvExtent2.h>
 #include <hv/foundation/HvFloatArray.h>
 #include <hv/foundation/HvLPVoidArray.h>
@@ -22,11 +31,43 @@
 #include <hv/foundation/HvPoint3fArray.h>
 #include <hv/foundation/HvPointTag.h>
 #include <hv/foundation/HvPointTagArray.h>
+#include <hv/foundation/HvStlAllocator.h>
 #include <hv/foundation/HvTypedArray.h>
 #include <hv/foundation/HvUByteArray.h>
 #include <hv/foundation/HvULongArray.h>
 #include <hv/foundation/HvUShortArray.h>
+#include <hv/foundation/angle.h>
 #include <hv/foundation/array_capacity.h>
+#include <hv/foundation/byte_codec.h>
+#include <hv/foundation/dynamic_mem_size.h>
+#include <hv/foundation/polyline.h>
+#include <hv/foundation/polyline_compare.h>
+#include <hv/foundation/polyline_eval.h>
+#include <hv/foundation/polyline_interpolate.h>
+#include <hv/foundation/polyline_length.h>
+#include <hv/foundation/raw_elements.h>
 #include <hv/foundation/saturate.h>
+
+#include <hv/bezier/HvBezierTool.h>
+#include <hv/bezier/HvBezierTool_clip.h>
+#include <hv/bezier/HvBezierTool_extent.h>
+#include <hv/bezier/HvBezierTool_flatten.h>
+#include <hv/bezier/HvBezierTool_locate.h>
+#include <hv/bezier/HvBezierTool_split.h>
+#include <hv/bezier/HvFlattenedRuns.h>
+#include <hv/bezier/cubic_split.h>
+#include <hv/bezier/line_clip.h>
+#include <hv/bezier/quadratic.h>
+
+#include <hv/rotation/HvTransfo4.h>
+
+#include <hv/fcurve/CFCKeyConstraint.h>
+#include <hv/fcurve/CFCSingleValueKey.h>
+#include <hv/fcurve/CFCStdKey.h>
+#include <hv/fcurve/CFCUserDataSet.h>
+#include <hv/fcurve/HvBaseFCurve.h>
+#include <hv/fcurve/HvCurveLock.h>
+#include <hv/fcurve/HvFCurveShell.h>
+#include <hv/fcurve/HvStdFCurve.h>
 
 #endif

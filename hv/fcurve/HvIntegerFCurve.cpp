@@ -5,7 +5,6 @@
 
 #include <hv/fcurve/HvIntegerFCurve.h>
 #include <hv/fcurve/internal/CFCBaseImpl.inl>
-#include <hv/fcurve/internal/CFCBaseImpl_flatten_pending.inl>
 #include <hv/fcurve/internal/CFCBaseImpl_stepped.inl>
 #include <hv/fcurve/internal/CFCSingleValueImpl.inl>
 #include <hv/fcurve/internal/HvFCurveShell.inl>

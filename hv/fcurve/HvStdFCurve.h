@@ -223,6 +223,12 @@ public:
     unsigned int GetBufferSize() const override;
     unsigned int WriteToBuffer(void* buffer) const override;
     unsigned int ReadFromBufferBody(void const* body) override;
+
+private:
+    class Rollback;
+
+    /// Exchanges keys, fields and user data.
+    void ExchangeContents(HvStdFCurve& other) noexcept;
 };
 
 /// Whether x(t) of the Bezier P0..P3 rises, which makes y a function of x: 1 or 0. Looks at x only.

@@ -13,7 +13,7 @@
 /// Operations of the library give min <= max on both axes. In the states Empty and WholePlane the
 /// four numbers mean nothing.
 template <class T>
-struct HV_API HvExtent2 {
+struct HV_API_TYPE HvExtent2 {
     /// What the four numbers stand for. Stored as an int.
     enum State {
         Ordinary = 0,   ///< the rectangle from min to max, closed on all sides

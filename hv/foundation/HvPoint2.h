@@ -17,7 +17,7 @@ constexpr double kHvGeometryTolerance = 1e-7;
 
 /// A point or vector of the plane; T is float or double.
 template <class T>
-struct HV_API HvPoint2 {
+struct HV_API_TYPE HvPoint2 {
     T x;
     T y;
 

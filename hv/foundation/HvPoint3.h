@@ -10,7 +10,7 @@
 
 /// A point or vector of space; T is float or double.
 template <class T>
-struct HV_API HvPoint3 {
+struct HV_API_TYPE HvPoint3 {
     T x;
     T y;
     T z;

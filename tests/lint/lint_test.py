@@ -4,6 +4,7 @@
 
 """Each check of tools/lint on a small tree: silent on the good one, loud on each way to spoil it."""
 
+import contextlib
 import pathlib
 import re
 import sys
@@ -12,9 +13,9 @@ import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools" / "lint"))
 
-from checks import ALL, Unavailable
+from checks import ALL, Unavailable, listed, umbrella
 from checks.tree import Tree
-from checks.umbrella import rewrite
+from exports import missing, owner, promised
 
 HEAD = "// Copyright (c) 2026 the Hv authors\n// SPDX-License-Identifier: MIT\n\n"
 SCRIPT_HEAD = HEAD.replace("//", "#")
@@ -57,13 +58,20 @@ def good_tree():
   }
 
 
-def findings(check, files):
-  """What the check reports on a tree of these files, as lines."""
+@contextlib.contextmanager
+def planted(files):
+  """A folder that holds these files while the context lasts."""
   with tempfile.TemporaryDirectory() as folder:
     for path, text in files.items():
       target = pathlib.Path(folder) / path
       target.parent.mkdir(parents=True, exist_ok=True)
       target.write_bytes(text.encode())
+    yield folder
+
+
+def findings(check, files):
+  """What the check reports on a tree of these files, as lines."""
+  with planted(files) as folder:
     return [f"{f.place}: {f.text}" for f in ALL[check](Tree(folder))]
 
 
@@ -112,6 +120,11 @@ class Checks(unittest.TestCase):
         ("hv/low/More.cpp: hv/low/CMakeLists", {"hv/low/More.cpp": source()}),
         ("tests/low/More_test.cpp", {"tests/low/More_test.cpp": source()}),
         ("hv/low/Low.cpp", {"hv/low/CMakeLists.txt": "hv_subsystem(\n#  Low.cpp\n)\n"}),
+        ("hv/low/CMakeLists.txt: the list is not in order",
+         {"hv/low/A.cpp": source(),
+          "hv/low/CMakeLists.txt": SCRIPT_HEAD + "hv_subsystem(\n  Low.cpp\n  A.cpp\n)\n"}),
+        ("hv/low/CMakeLists.txt: the list is not in order",
+         {"hv/low/CMakeLists.txt": SCRIPT_HEAD + "hv_subsystem(\n  Low.cpp\n  Low.cpp\n)\n"}),
         ("benchmarks/more_bench.cpp", {"benchmarks/more_bench.cpp": source()}),
         ("examples/more.cpp", {"examples/more.cpp": source()}),
         ("fuzz/fuzz_more.cpp", {"fuzz/fuzz_more.cpp": source()}),
@@ -156,15 +169,19 @@ class Checks(unittest.TestCase):
         self.spoiled("umbrella", expected, {"hv/hv.h": text})
 
   def test_rewritten_umbrella_is_complete(self):
-    with tempfile.TemporaryDirectory() as folder:
-      for path, text in good_tree().items():
-        target = pathlib.Path(folder) / path
-        target.parent.mkdir(parents=True, exist_ok=True)
-        target.write_text(text)
+    with planted(good_tree()) as folder:
       (pathlib.Path(folder) / "hv/hv.h").unlink()
-      tree = Tree(folder)
-      rewrite(tree)
-      self.assertEqual(list(ALL["umbrella"](tree)), [])
+      umbrella.rewrite(Tree(folder))
+      self.assertEqual(list(ALL["umbrella"](Tree(folder))), [])
+
+  def test_rewritten_list_is_in_order(self):
+    unordered = SCRIPT_HEAD + "hv_subsystem(\n  Low.cpp\n  A.cpp\n  Low.cpp\n)\n"
+    files = {**good_tree(), "hv/low/A.cpp": source(), "hv/low/CMakeLists.txt": unordered}
+    with planted(files) as folder:
+      listed.rewrite(Tree(folder))
+      self.assertEqual(list(ALL["listed"](Tree(folder))), [])
+      self.assertEqual(Tree(folder).text("hv/low/CMakeLists.txt"),
+                       SCRIPT_HEAD + "hv_subsystem(\n  A.cpp\n  Low.cpp\n)\n")
 
   def test_map(self):
     for expected, change in (
@@ -191,6 +208,18 @@ class Checks(unittest.TestCase):
       self.spoiled("format", "Low.cpp:[56]: not formatted", {"hv/low/Low.cpp": source() + "\nint  x ;\n"})
     except Unavailable as reason:
       self.skipTest(str(reason))
+
+  def test_exports(self):
+    self.assertEqual(owner("HvArray<HvPoint<double> >::Add(HvPoint<double> const&)"), "HvArray")
+    self.assertEqual(owner("double HvPoint_Dot<float>(HvPoint<float> const&)"), "HvPoint_Dot")
+    declared = ("class HV_API Low {};\nclass Hidden;\nHV_API void* Low_Make(int size);\n"
+                "template HV_API double Low_Dot<float>(float);\n")
+    with planted({**good_tree(), "hv/low/Low.h": header("HV_LOW_LOW_H") + declared}) as folder:
+      names = promised(folder)
+    self.assertEqual(names, {"Low", "Low_Make", "Low_Dot"})
+    defined = {"a": "Low::Run()", "b": "Low_Make(int)", "c": "Hidden::Run()", "d": "Low::Stop()"}
+    self.assertEqual(missing({"a", "b", "c", "x"}, defined, {"b"}, names), ["Low::Run()"])
+    self.assertEqual(missing({"a", "b", "c", "x"}, defined, {"a", "b"}, names), [])
 
 
 if __name__ == "__main__":

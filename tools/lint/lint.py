@@ -12,9 +12,8 @@ import argparse
 import pathlib
 import sys
 
-from checks import ALL, Unavailable
+from checks import ALL, Unavailable, listed, umbrella
 from checks.tree import Tree
-from checks.umbrella import rewrite
 
 SKIPPED = 77
 
@@ -22,7 +21,7 @@ SKIPPED = 77
 def main() -> int:
   parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
   parser.add_argument("--root", default=pathlib.Path(__file__).resolve().parents[2])
-  parser.add_argument("--fix", action="store_true", help="write hv/hv.h anew first")
+  parser.add_argument("--fix", action="store_true", help="first put hv/hv.h and the lists of sources in order")
   parser.add_argument("checks", nargs="*", metavar="CHECK", help=", ".join(ALL))
   arguments = parser.parse_args()
   for name in arguments.checks:
@@ -31,7 +30,9 @@ def main() -> int:
 
   tree = Tree(arguments.root)
   if arguments.fix:
-    rewrite(tree)
+    listed.rewrite(tree)
+    umbrella.rewrite(tree)
+    tree = Tree(arguments.root)
   failures = skipped = 0
   names = arguments.checks or list(ALL)
   for name in names:

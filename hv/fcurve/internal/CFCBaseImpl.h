@@ -128,8 +128,30 @@ public:
                                                  CFCFlattenOutput& out) const;
     unsigned int EvalSequence(double from, double to, double step, double tolerance,
                               HvDoubleArray& parameters, HvDoubleArray& values, int clamp) const;
+    /// `value` limited to the clamping values.
+    double ClampValue(double value) const
+    {
+        double const lower = static_cast<double>(lowerClamp);
+        double const upper = static_cast<double>(upperClamp);
+        return value > upper ? upper : lower > value ? lower : value;
+    }
 
 private:
+    // Parts of Flatten and FlattenFromTo.
+    void FlattenKeys(HvTransfo4 const& transfo, double tolerance, HvPoint2dArray& points,
+                     HvPointTagArray& tags) const;
+    void ClampFlattened(HvTransfo4 const& transfo, HvPoint2dArray& points, HvPointTagArray& tags,
+                        unsigned int first) const;
+    void FlattenAt(double x, HvExtent2<double> const& extent, HvTransfo4 const& transfo,
+                   HvPoint2dArray& points, HvPointTagArray& tags, HvBoolArray& flags) const;
+    void FlattenUncycled(double a, double b, CFCFlattenOutput& out) const;
+    bool FlattenCycled(double a, double b, HvTransfo4 const& transfo, CFCFlattenOutput& out) const;
+    void FlattenBody(double a, double b, CFCFlattenOutput& out) const;
+    unsigned int SegmentOf(double x) const;
+    double FoldIntoCycle(double x, double boundary) const;
+    HvExtent2<double> Hull() const;
+    double OutsideValue(double x, HvBaseFCurve::KeySide side) const;
+
     /// Where a parameter stands among the keys.
     struct Location {
         unsigned int count;  ///< keys not above the parameter

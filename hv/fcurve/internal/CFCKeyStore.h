@@ -13,8 +13,13 @@
 #include <hv/fcurve/CFCSingleValueKey.h>
 #include <hv/fcurve/CFCStdKey.h>
 #include <hv/foundation/HvAltDynArray.h>
+#include <hv/foundation/array_capacity.h>
 
 #include <algorithm>
+#include <new>
+
+#include <algorithm>
+#include <type_traits>
 #include <utility>
 
 class CFCFlattenOutput;
@@ -97,6 +102,19 @@ public:
     {
         return static_cast<double>(keys[i].value);
     }
+    static constexpr HvBaseFCurve::FSKind SegmentKindOf(unsigned int)
+    {
+        return HvBaseFCurve::ConstantSegment;
+    }
+    /// What each relative cycle adds to the values: last minus first value, 1 where booleans
+    /// differ.
+    double CycleOffset() const
+    {
+        double const offset =
+            static_cast<double>(keys[keys.Count() - 1].value) - static_cast<double>(keys[0].value);
+        return std::is_same<T, bool>::value && offset != 0 ? 1 : offset;
+    }
+
     void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
     void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
     void AddFlattenedRightPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
@@ -143,6 +161,13 @@ public:
         K const& b = keys[i + 1];
         return a.value + (b.value - a.value) * ((x - a.parameter) / (b.parameter - a.parameter));
     }
+    static constexpr HvBaseFCurve::FSKind SegmentKindOf(unsigned int)
+    {
+        return HvBaseFCurve::LinearSegment;
+    }
+    /// What each relative cycle adds to the values: last minus first value.
+    double CycleOffset() const { return keys[keys.Count() - 1].value - keys[0].value; }
+
     void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
     void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
     void AddFlattenedRightPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
@@ -161,15 +186,34 @@ public:
     int defaultSegmentKind =
         HvBaseFCurve::CubicSegment;  ///< span before the first key, and new keys
 
+    /// Inserts a key at `index`, with `word` as its constraint word. Cannot fail after
+    /// ReserveForOneMoreKey.
     void InsertKey(unsigned int index, K const& key, unsigned short word)
     {
         K copy = key;
         copy.constraints.word = word;
-        keys.InsertBefore(index, copy);
+        keys.Add(copy);
+        std::copy_backward(keys.begin() + index, keys.end() - 1, keys.end());
+        keys[index] = copy;
     }
-    void RemoveKeyRange(unsigned int first, unsigned int last)
+    void ReserveForOneMoreKey() { keys.Reserve(HvArrayCapacity_GrownSize(keys.Count(), 1)); }
+    /// Removes the keys `first` to `last` inclusive. Never fails: the storage stays as it is until
+    /// ReleaseSpareKeys, so that what follows a removal can be done without memory.
+    void RemoveKeyRange(unsigned int first, unsigned int last) noexcept
     {
-        keys.RemoveClosedRange(first, last);
+        std::copy(keys.begin() + last + 1, keys.end(), keys.begin() + first);
+        keys.Chop(keys.Count() - (last - first + 1));
+    }
+    /// Gives back storage of which less than half is in use. Without memory for the smaller block
+    /// the larger one stays, so that an edit that is done does not fail by tidying up.
+    void ReleaseSpareKeys() noexcept
+    {
+        if (keys.Count() < keys.Capacity() / 2) {
+            try {
+                keys.Resize(keys.Count());
+            } catch (std::bad_alloc const&) {
+            }
+        }
     }
     void Swap(CFCKeyStoreC& other) noexcept
     {
@@ -203,6 +247,11 @@ public:
                                                 HvPoint2<double>* P) const;
     /// The value strictly inside the segment to the right of key i.
     double EvalJustAfterIndex(double x, unsigned int i) const;
+
+    unsigned char SegmentKindOf(unsigned int i) const { return keys[i].segmentKind; }
+    /// What each relative cycle adds to the values when it is drawn: last right minus first left
+    /// value.
+    double CycleOffset() const { return keys[keys.Count() - 1].rightValue - keys[0].leftValue; }
 
     void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
     void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;

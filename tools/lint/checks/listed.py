@@ -12,6 +12,8 @@ from .layers import read_table
 ROOTS = ("hv/", "tests/", "benchmarks/", "fuzz/", "examples/", "tools/", "bindings/")
 # The consumer projects have CMake lists of their own, built by the tests of the installation.
 APART = ("tests/consumer/",)
+# A call with one name on each line, as the lists of sources are written.
+LIST = re.compile(r"^(hv_\w+\(\w*\n)((?:  \S+\n)+)\)", re.MULTILINE)
 
 
 def words(tree, path):
@@ -41,6 +43,9 @@ def check(tree):
     if not known.intersection(names_of(posixpath.relpath(path, folder))):
       yield Finding(path, 0, f"{folder}/CMakeLists.txt does not name it")
   yield from check_folders(tree)
+  for path in tree.matching("CMakeLists.txt"):
+    if in_order(tree.text(path)) != tree.text(path):
+      yield Finding(path, 0, "the list is not in order, or names something twice; ./dev format mends it")
 
 
 def check_folders(tree):
@@ -51,3 +56,17 @@ def check_folders(tree):
   for folder in tree.folders("tests"):
     if f"tests/{folder}/CMakeLists.txt" in tree and folder not in known:
       yield Finding(f"tests/{folder}", 0, "tests/CMakeLists.txt does not add it")
+
+
+def in_order(text):
+  """The text of a CMake list with the names in each call sorted, and each of them once."""
+  def sort(call):
+    return call.group(1) + "".join(sorted(set(call.group(2).splitlines(keepends=True)))) + ")"
+  return LIST.sub(sort, text)
+
+
+def rewrite(tree):
+  for path in tree.matching("CMakeLists.txt"):
+    text = in_order(tree.text(path))
+    if text != tree.text(path):
+      (tree.root / path).write_text(text)

@@ -36,7 +36,6 @@ def rewrite(tree):
   target = tree.root / UMBRELLA
   if not target.exists() or target.read_text() != text:
     target.write_text(text)
-  tree.__init__(tree.root)
 
 
 def check(tree):

@@ -1,0 +1,244 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// The tool as its users meet it: exit codes, what it prints, what it writes.
+
+#include <tools/tool.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Run {
+    int code;
+    std::string out;
+    std::string err;
+
+    explicit Run(std::vector<char const*> arguments)
+    {
+        arguments.insert(arguments.begin(), "hv");
+        std::ostringstream outStream;
+        std::ostringstream errStream;
+        code = HvTool_Run(static_cast<int>(arguments.size()), arguments.data(),
+                          {outStream, errStream, false});
+        out = outStream.str();
+        err = errStream.str();
+    }
+};
+
+/// A folder of its own for each test, gone afterwards.
+class tool : public testing::Test {
+protected:
+    tool()
+    {
+        std::string name = (std::filesystem::temp_directory_path() / "hv_tool_XXXXXX").string();
+        folder_ = mkdtemp(name.data());
+    }
+    ~tool() override
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(folder_, ignored);
+    }
+
+    std::string PathOf(std::string const& name) const { return (folder_ / name).string(); }
+
+    std::string Write(std::string const& name, std::string const& text) const
+    {
+        std::ofstream(PathOf(name), std::ios::binary) << text;
+        return PathOf(name);
+    }
+
+    static std::string Read(std::string const& path)
+    {
+        std::ostringstream text;
+        text << std::ifstream(path, std::ios::binary).rdbuf();
+        return text.str();
+    }
+
+    /// Whether the run refused, in one line.
+    static bool Refused(Run const& run)
+    {
+        return run.code == 2 && run.err.rfind("hv: ", 0) == 0 &&
+               run.err.find('\n') == run.err.size() - 1;
+    }
+
+private:
+    std::filesystem::path folder_;
+};
+
+char const* const kSample = HV_SAMPLE_ANIMATION;
+
+}  // namespace
+
+TEST_F(tool, ListsEveryAnimatedTrack)
+{
+    Run const run({"curve", kSample});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.err, "");
+    EXPECT_NE(run.out.find("\"bounce\", frames 0 to 120 at 60 a second, 14 animated tracks"),
+              std::string::npos);
+    EXPECT_NE(run.out.find("layers[1].ks.p.y  (Ball / position y)"), std::string::npos);
+    EXPECT_NE(run.out.find("(Ball / Disc / Fill / colour blue)"), std::string::npos);
+    EXPECT_NE(run.out.find("layers[1].ks.s[1]  (Ball / scale y)"), std::string::npos);
+    EXPECT_NE(run.out.find("0 to 120  0 to 340"), std::string::npos);
+    EXPECT_NE(run.out.find("constant"), std::string::npos);
+    EXPECT_NE(run.out.find("note: layers[2].shapes[0].it[0].ks: its keys hold paths"),
+              std::string::npos);
+    EXPECT_NE(run.out.find("assets[0].layers[0].ks.o  (Lamp / Bulb / opacity)"), std::string::npos);
+}
+
+TEST_F(tool, CheckPassesOnTheSample)
+{
+    Run const run({"curve", kSample, "--check"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_NE(run.out.find("checked 14 tracks"), std::string::npos);
+    EXPECT_NE(run.out.find("largest error 0\n"), std::string::npos);
+}
+
+TEST_F(tool, EvaluatesOnBothSidesOfAJump)
+{
+    Run const run(
+        {"curve", kSample, "--track", "0", "--evaluate", "-5", "24", "110", "120", "1e3"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out, "-5 340\n24 0\n110 0\n120 340 (from the left 0)\n1000 340\n");
+}
+
+TEST_F(tool, EvaluatesNaNAndInfinity)
+{
+    Run const run({"curve", kSample, "--track", "0", "--evaluate", "nan", "inf", "-inf"});
+    EXPECT_EQ(run.code, 0);
+}
+
+TEST_F(tool, SamplesIntoAFile)
+{
+    std::string const csv = PathOf("made/for/it/samples.csv");
+    Run const run({"curve", kSample, "--track", "0", "--csv", csv.c_str(), "--step", "50"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(Read(csv).substr(0, 18), "frame,value\n0,340\n");
+    // 0, 50, 100, and the last key at 120, between two steps.
+    EXPECT_EQ(Read(csv).substr(Read(csv).rfind("\n100,")), "\n100,0\n120,340\n");
+}
+
+TEST_F(tool, PrintsSamplesAndNothingElse)
+{
+    Run const run({"curve", kSample, "--track", "0", "--csv", "-", "--from", "96", "--to", "98"});
+    EXPECT_EQ(run.out, "frame,value\n96,0\n97,0\n98,0\n");
+    Run const point({"curve", kSample, "--track", "0", "--csv", "-", "--from", "130"});
+    EXPECT_EQ(point.out, "frame,value\n130,340\n");
+}
+
+TEST_F(tool, DrawsIntoAFile)
+{
+    std::string const svg = PathOf("plot.svg");
+    Run const run({"curve", kSample, "--track", "0", "--plot", svg.c_str()});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(Read(svg).substr(0, 5), "<svg ");
+    EXPECT_NE(Read(svg).find("Ball / position y"), std::string::npos);
+    EXPECT_EQ(Read(svg).substr(Read(svg).size() - 7), "</svg>\n");
+}
+
+TEST_F(tool, RefusesWrongArgumentsInOneLine)
+{
+    std::string const file = PathOf("x");
+    std::vector<std::vector<char const*>> const wrong = {
+        {},
+        {"curve"},
+        {"bend", kSample},
+        {"curve", kSample, "--colour"},
+        {"curve", kSample, "--track", "one"},
+        {"curve", kSample, "--track", "-1"},
+        {"curve", kSample, "--track", "14"},
+        {"curve", kSample, "--track", "99999999999999999999999"},
+        {"curve", kSample, "--plot", file.c_str()},
+        {"curve", kSample, "--evaluate", "1"},
+        {"curve", kSample, "--track", "0", "--step", "1"},
+        {"curve", kSample, "--track", "0", "--csv", "-", "--step", "0"},
+        {"curve", kSample, "--track", "0", "--csv", "-", "--step", "-1"},
+        {"curve", kSample, "--track", "0", "--csv", "-", "--step", "nan"},
+        {"curve", kSample, "--track", "0", "--csv", "-", "--step", "1e-300"},
+        {"curve", kSample, "--track", "0", "--csv", "-", "--from", "nan"},
+        {"curve", kSample, "--track", "0", "--csv", "-", "--from", "5", "--to", "5"},
+        {"curve", kSample, "--track", "0", "--plot", file.c_str(), "--to", "inf"},
+    };
+    for (std::vector<char const*> const& arguments : wrong) {
+        Run const run(arguments);
+        EXPECT_TRUE(Refused(run)) << run.code << " " << run.err;
+        EXPECT_EQ(run.out.find("frame,value"), std::string::npos);
+    }
+    EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+TEST_F(tool, NamesTheTracksThereAre)
+{
+    Run const run({"curve", kSample, "--track", "14"});
+    EXPECT_NE(run.err.find("has no track 14; its tracks are 0 to 13"), std::string::npos);
+    std::string const still = Write("still.json", R"({"layers": []})");
+    Run const none({"curve", still.c_str(), "--track", "0"});
+    EXPECT_NE(none.err.find("has no animated tracks"), std::string::npos);
+    EXPECT_EQ(Run({"curve", still.c_str()}).code, 0);
+}
+
+TEST_F(tool, RefusesBadFilesInOneLine)
+{
+    std::string const files[] = {
+        PathOf("missing.json"),
+        PathOf(""),
+        Write("empty.json", ""),
+        Write("binary.json", std::string("\0\x1b[31m\xff", 7)),
+        Write("list.json", "[1, 2]"),
+        Write("cut.json", Read(kSample).substr(0, 5000)),
+        Write("falling.json",
+              R"({"layers": [{"ks": {"r": {"k": [{"t": 1, "s": 1}, {"t": 0, "s": 1}]}}}]})"),
+    };
+    for (std::string const& file : files) {
+        for (char const* option : {"--check", "--track=0"}) {
+            Run const run({"curve", file.c_str(), option});
+            EXPECT_TRUE(Refused(run)) << file << ": " << run.err;
+            EXPECT_EQ(run.out, "");
+            EXPECT_EQ(run.err.find('\x1b'), std::string::npos);
+        }
+    }
+}
+
+TEST_F(tool, SaysWhyAFileCannotBeWritten)
+{
+    std::string const inTheWay = Write("file", "");
+    std::string const svg = inTheWay + "/plot.svg";
+    Run const run({"curve", kSample, "--track", "0", "--plot", svg.c_str()});
+    EXPECT_TRUE(Refused(run)) << run.err;
+    EXPECT_NE(run.err.find("cannot be written"), std::string::npos);
+    Run const full({"curve", kSample, "--track", "0", "--csv", "/dev/full"});
+    EXPECT_TRUE(Refused(full)) << full.err;
+}
+
+TEST_F(tool, HelpsEachCommand)
+{
+    Run const all({"--help"});
+    EXPECT_EQ(all.code, 0);
+    EXPECT_NE(all.out.find("curve"), std::string::npos);
+    Run const curve({"curve", "--help"});
+    EXPECT_EQ(curve.code, 0);
+    EXPECT_NE(curve.out.find("Example: hv curve bounce.json"), std::string::npos);
+    EXPECT_EQ(curve.err, "");
+}
+
+// Every prefix of a real document, and the document with each of its bytes changed in turn, is read
+// or refused; nothing crashes.
+TEST_F(tool, DamagedFilesDoNoHarm)
+{
+    std::string const text = Read(kSample);
+    for (std::size_t i = 0; i < text.size(); i += 101) {
+        std::string damaged = text;
+        damaged[i] = "0-\"[{e,}"[i % 8];
+        std::string const file = Write("damaged.json", damaged);
+        Run const run({"curve", file.c_str(), "--check"});
+        EXPECT_TRUE(run.code == 0 || Refused(run)) << run.err;
+    }
+}

@@ -1,0 +1,133 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// The walk through a Lottie document.
+
+#include <tools/ToolError.h>
+#include <tools/lottie/LottieDocument.h>
+#include <tools/lottie/json_access.h>
+#include <tools/lottie/keyframes.h>
+#include <tools/lottie/property_label.h>
+
+#include <cstddef>
+
+namespace {
+
+/// Deeper nesting than any editor makes; it bounds the walk's own stack.
+constexpr int kDeepest = 256;
+
+/// What is quoted of a parser's message.
+constexpr std::size_t kLongestMessage = 160;
+
+/// Where the walk stands.
+struct Place {
+    std::string path;   ///< layers[0].ks.p
+    std::string names;  ///< the names given in the file, of what is around: Ball / Group 1
+    std::string key;    ///< the last key of the path that is no index
+    int depth;
+};
+
+class Walk {
+public:
+    explicit Walk(LottieDocument& document) : document_(document) {}
+
+    void Visit(Json const& value, Place const& place)
+    {
+        if (place.depth > kDeepest) {
+            throw ToolError(place.path.substr(0, 60) + "... is nested deeper than " +
+                            std::to_string(kDeepest) + " levels");
+        }
+        if (value.is_array()) {
+            for (std::size_t i = 0; i < value.size(); ++i) {
+                Visit(value[i],
+                      {Json_ElementPath(place.path, i), place.names, place.key, place.depth + 1});
+            }
+        } else if (value.is_object()) {
+            VisitObject(value, place);
+        }
+    }
+
+private:
+    void VisitObject(Json const& object, Place const& place)
+    {
+        std::string const names = Join(place.names, Json_Text(Json_Find(object, "nm")));
+        std::string const type = Json_Text(Json_Find(object, "ty"));
+        for (auto const& member : object.items()) {
+            Json const& value = member.value();
+            if (!value.is_structured()) {
+                continue;
+            }
+            Place const inner = {Json_MemberPath(place.path, member.key()), names, member.key(),
+                                 place.depth + 1};
+            NoteExpression(value, inner.path);
+            if (Keyframes_Has(value)) {
+                Keyframes_Read(value, inner.path,
+                               Join(names, PropertyLabel(member.key(), type, place.key)),
+                               document_);
+            } else {
+                Visit(value, inner);
+            }
+        }
+    }
+
+    /// A property may carry a script that a player runs over its keys.
+    void NoteExpression(Json const& property, std::string const& path)
+    {
+        Json const* expression = Json_Find(property, "x");
+        if (expression != nullptr && expression->is_string() &&
+            Json_Find(property, "k") != nullptr) {
+            document_.notes.push_back({path, "its expression is ignored"});
+        }
+    }
+
+    static std::string Join(std::string const& names, std::string const& name)
+    {
+        return names.empty() || name.empty() ? names + name : names + " / " + name;
+    }
+
+    LottieDocument& document_;
+};
+
+Json ParseJson(std::string const& text)
+{
+    try {
+        return Json::parse(text);
+    } catch (Json::parse_error const& error) {
+        // The parser's message says the place, after a number of its own, and quotes what it met
+        // there, however long.
+        std::string const what = error.what();
+        std::size_t const start = what.find("parse error");
+        throw ToolError("not JSON: " +
+                        what.substr(start == std::string::npos ? 0 : start, kLongestMessage));
+    } catch (Json::exception const&) {
+        throw ToolError("not JSON that can be read: it holds a number beyond all range");
+    }
+}
+
+double OptionalNumber(Json const& root, char const* key)
+{
+    Json const* value = Json_Find(root, key);
+    return value == nullptr ? 0.0 : Json_Number(*value, key);
+}
+
+}  // namespace
+
+LottieDocument LottieDocument_Parse(std::string const& text)
+{
+    Json const root = ParseJson(text);
+    Json const* layers = Json_Find(root, "layers");
+    if (layers == nullptr || !layers->is_array()) {
+        throw ToolError("not a Lottie document: it has no list of layers");
+    }
+    LottieDocument document;
+    document.name = Json_Text(Json_Find(root, "nm"));
+    document.frameRate = OptionalNumber(root, "fr");
+    document.firstFrame = OptionalNumber(root, "ip");
+    document.lastFrame = OptionalNumber(root, "op");
+    Walk walk(document);
+    walk.Visit(*layers, {"layers", "", "layers", 0});
+    if (Json const* assets = Json_Find(root, "assets")) {
+        walk.Visit(*assets, {"assets", "", "assets", 0});
+    }
+    return document;
+}
