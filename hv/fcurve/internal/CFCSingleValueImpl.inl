@@ -7,6 +7,7 @@
 #ifndef HV_FCURVE_INTERNAL_CFCSINGLEVALUEIMPL_INL
 #define HV_FCURVE_INTERNAL_CFCSINGLEVALUEIMPL_INL
 
+#include <hv/fcurve/CFCUserDataSet.h>
 #include <hv/fcurve/internal/CFCSingleValueImpl.h>
 #include <hv/foundation/HvDoubleArray.h>
 
@@ -112,8 +113,14 @@ int CFCSingleValueImpl<T, K, S>::MergeAndCreateKey(double from, double to, doubl
         return CreateKey(p, value, curve);
     }
     unsigned short word = 0;
+    CFCUserDataSet data;
     if (keepNearest && stay.NumBetween() != 0) {
-        word = this->ConstraintWord(this->GetNearestKeyIndex(p));
+        unsigned int const nearest = this->GetNearestKeyIndex(p);
+        word = this->ConstraintWord(nearest);
+        CFCUserDataSet const* const kept = curve.GetUserDataSet(this->Parameter(nearest));
+        if (kept != nullptr) {
+            data = *kept;
+        }
     }
     unsigned int index = 0;
     if (stay.HasPre() && stay.HasPost()) {
@@ -128,6 +135,9 @@ int CFCSingleValueImpl<T, K, S>::MergeAndCreateKey(double from, double to, doubl
         RemoveAllKeysAndCreateNewKey(p, value, curve);
     }
     this->SetConstraintWord(index, word);
+    if (!data.IsEmpty()) {
+        curve.SetUserDataSet(data, p);
+    }
     return 1;
 }
 

@@ -1,0 +1,107 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// Which locks a call on a curve takes, seen from a second thread.
+
+#ifndef TESTS_SUPPORT_LOCK_PROBE_H
+#define TESTS_SUPPORT_LOCK_PROBE_H
+
+#include <hv/fcurve/HvBaseFCurve.h>
+#include <hv/platform/CActiveDataMultiThreadedRenderingLock.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+/// The locks that meet in a curve operation.
+enum class ProbedLock {
+    Access,  ///< the process-wide lock of writers
+    Section  ///< the curve's own critical section
+};
+
+/// Holds one of the two locks while it lives.
+class ProbedLockHolder {
+public:
+    ProbedLockHolder(HvBaseFCurve const& curve, ProbedLock lock) : curve_(curve), lock_(lock)
+    {
+        if (lock_ == ProbedLock::Access) {
+            CActiveDataMultiThreadedRenderingLock::ADAccessLock();
+        } else {
+            curve_.AcquireLocks();
+        }
+    }
+    ~ProbedLockHolder() { Release(); }
+    ProbedLockHolder(ProbedLockHolder const&) = delete;
+    ProbedLockHolder& operator=(ProbedLockHolder const&) = delete;
+
+    void Release()
+    {
+        if (isHeld_ && lock_ == ProbedLock::Access) {
+            CActiveDataMultiThreadedRenderingLock::ADAccessUnlock();
+        } else if (isHeld_) {
+            curve_.ReleaseLocks();
+        }
+        isHeld_ = false;
+    }
+
+private:
+    HvBaseFCurve const& curve_;
+    ProbedLock lock_;
+    bool isHeld_ = true;
+};
+
+/// Whether `call()` waits for `lock` of `curve`: it runs in a second thread while this one holds
+/// the lock. A call that is expected to wait is given a moment to show otherwise, one that is
+/// expected to run is given long enough for any machine, so a slow machine cannot make a right call
+/// look wrong.
+template <class Call>
+bool LockProbe_Waits(HvBaseFCurve const& curve, ProbedLock lock, bool expected, Call call)
+{
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool started = false;
+    bool done = false;
+
+    ProbedLockHolder holder(curve, lock);
+    std::thread worker([&] {
+        {
+            std::lock_guard<std::mutex> const guard(mutex);
+            started = true;
+        }
+        changed.notify_all();
+        call();
+        {
+            std::lock_guard<std::mutex> const guard(mutex);
+            done = true;
+        }
+        changed.notify_all();
+    });
+    bool waits = false;
+    {
+        std::unique_lock<std::mutex> guard(mutex);
+        changed.wait(guard, [&] { return started; });
+        auto const patience =
+            expected ? std::chrono::milliseconds(2) : std::chrono::milliseconds(10000);
+        waits = !changed.wait_for(guard, patience, [&] { return done; });
+    }
+    holder.Release();
+    worker.join();
+    return waits;
+}
+
+/// Whether another thread gets both locks at once, as it does when no call left one behind.
+inline bool LockProbe_AreBothFree(HvBaseFCurve const& curve)
+{
+    bool got = false;
+    std::thread([&] {
+        CActiveDataMultiThreadedRenderingLock::ADAccessLock();
+        curve.AcquireLocks();
+        got = true;
+        curve.ReleaseLocks();
+        CActiveDataMultiThreadedRenderingLock::ADAccessUnlock();
+    }).join();
+    return got;
+}
+
+#endif
