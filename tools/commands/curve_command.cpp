@@ -70,9 +70,11 @@ LottieTrack const& TrackOf(Request const& request, LottieDocument const& documen
 
 std::string Subtitle(LottieTrack const& track)
 {
-    return track.path + ", " + std::to_string(track.keys.size()) + " keys, frames " +
-           NumberText_Rounded(track.keys.front().time, 6) + " to " +
-           NumberText_Rounded(track.keys.back().time, 6);
+    std::string const first = NumberText_Rounded(track.keys.front().time, 6);
+    std::string const last = NumberText_Rounded(track.keys.back().time, 6);
+    bool const isOne = track.keys.size() == 1;
+    return track.path + ", " + std::to_string(track.keys.size()) +
+           (isOne ? " key at frame " + first : " keys, frames " + first + " to " + last);
 }
 
 void Plot(Request const& request, LottieTrack const& track, HvStdFCurve const& curve)
