@@ -17,9 +17,9 @@ constexpr HvBaseFCurve::FSKind kCubic = HvBaseFCurve::CubicSegment;
 
 class HvStdFCurve_locks : public testing::Test {
 protected:
-    LocksTaken Taken(std::function<void()> const& operation) const
+    void Expect(LocksTaken locks, std::function<void()> const& operation) const
     {
-        return LocksTakenBy(curve, operation);
+        ExpectLocks(curve, locks, operation);
     }
 
     HvStdFCurve curve{0, 0, 1, 1, kLinear, kCubic};
@@ -71,7 +71,8 @@ TEST_F(HvStdFCurve_locks, ReadersTakeTheSectionAlone)
         [&] { clones[numClones++].reset(curve.Clone()); },
     };
     for (auto const& reader : readers) {
-        EXPECT_EQ(Taken(reader), kReaderLocks) << "reader " << (&reader - readers);
+        SCOPED_TRACE(&reader - readers);
+        Expect(kReaderLocks, reader);
     }
 }
 
@@ -91,24 +92,24 @@ TEST_F(HvStdFCurve_locks, WritersTakeTheAccessLockToo)
         [&] { curve.Set(other); },
     };
     for (auto const& writer : writers) {
-        EXPECT_EQ(Taken(writer), kWriterLocks) << "writer " << (&writer - writers);
+        SCOPED_TRACE(&writer - writers);
+        Expect(kWriterLocks, writer);
     }
 }
 
 TEST_F(HvStdFCurve_locks, TheKnownDepartures)
 {
-    EXPECT_EQ(Taken([&] { curve.FoldParameter(0); }), kWriterLocks);
-    EXPECT_EQ(Taken([&] { curve.SetExtrapolationMethod(HvBaseFCurve::CycleExtrapolation); }),
-              kReaderLocks);
-    EXPECT_EQ(Taken([&] { curve.AreAnyValuesLockedInInterval(0, 1, 0, 0); }), kNoLocks);
-    EXPECT_EQ(Taken([&] { curve.AreAnyParametersLockedInInterval(0, 1, 0, 0); }), kNoLocks);
-    EXPECT_EQ(Taken([&] { curve.AreAnyKeysLockedInInterval(0, 1, 0, 0); }), kNoLocks);
-    EXPECT_EQ(Taken([&] { curve.GetKind(); }), kNoLocks);
-    EXPECT_EQ(Taken([&] { curve.QueryFCurveKind(HvBaseFCurve::Standard); }), kNoLocks);
-    EXPECT_EQ(Taken([&] { curve.IsConstraintSupported(HvBaseFCurve::AllLocked); }), kNoLocks);
-    EXPECT_EQ(Taken([&] { curve.EvalNoLock(0.5, 0); }), kNoLocks);
-    EXPECT_EQ(Taken([&] { curve.GetNearestKeyParameterInCenteredIntervalNoLock(a, 1); }), kNoLocks);
-    EXPECT_EQ(Taken([&] { curve.GetFCurveInfo(nullptr); }), kNoLocks);
+    Expect(kWriterLocks, [&] { curve.FoldParameter(0); });
+    Expect(kReaderLocks, [&] { curve.SetExtrapolationMethod(HvBaseFCurve::CycleExtrapolation); });
+    Expect(kNoLocks, [&] { curve.AreAnyValuesLockedInInterval(0, 1, 0, 0); });
+    Expect(kNoLocks, [&] { curve.AreAnyParametersLockedInInterval(0, 1, 0, 0); });
+    Expect(kNoLocks, [&] { curve.AreAnyKeysLockedInInterval(0, 1, 0, 0); });
+    Expect(kNoLocks, [&] { curve.GetKind(); });
+    Expect(kNoLocks, [&] { curve.QueryFCurveKind(HvBaseFCurve::Standard); });
+    Expect(kNoLocks, [&] { curve.IsConstraintSupported(HvBaseFCurve::AllLocked); });
+    Expect(kNoLocks, [&] { curve.EvalNoLock(0.5, 0); });
+    Expect(kNoLocks, [&] { curve.GetNearestKeyParameterInCenteredIntervalNoLock(a, 1); });
+    Expect(kNoLocks, [&] { curve.GetFCurveInfo(nullptr); });
 }
 
 TEST_F(HvStdFCurve_locks, HoldersMayCallOn)
