@@ -111,6 +111,15 @@ TEST(curve_plot, ShowsOnlyWhatLiesInTheRange)
     EXPECT_EQ(InField(svg, "circle", "handle"), 2);
 }
 
+TEST(curve_plot, CurveThatLeavesTheFieldIsInterrupted)
+{
+    HvStdFCurve curve(0, 0, 10, 10, HvBaseFCurve::ConstantSegment, HvBaseFCurve::ConstantSegment);
+    ASSERT_EQ(curve.AppendLinearSegment(Point(20, 0)), 1);
+    std::string const svg = CurvePlot_Draw(curve, {0, 20, -1, 5}, {"t", "s", "frame", "value"});
+    EXPECT_EQ(InField(svg, "polyline", "curve"), 2);
+    EXPECT_EQ(InField(svg, "polyline", "jump"), 0);
+}
+
 TEST(curve_plot, CrowdedKeysAndHandlesAreLeftOut)
 {
     HvStdFCurve curve = Cubic();
