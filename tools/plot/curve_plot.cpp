@@ -15,6 +15,7 @@
 #include <tools/plot/curve_plot.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 namespace {
@@ -34,6 +35,10 @@ constexpr double kLegendLine = kTop - 14;
 
 constexpr double kKeyRadius = 5.5;
 constexpr double kHandleRadius = 3.6;
+/// Keys that lie closer together on the average would cover the curve: they are left out, and
+/// handles before them.
+constexpr double kLeastKeyPixels = 3;
+constexpr double kLeastHandlePixels = 10;
 /// Gap between the field and its numbers, and between these and the page's edge.
 constexpr double kLabelGap = 10;
 /// Width of a digit, on the safe side of the fonts in the style sheet.
@@ -242,8 +247,21 @@ private:
         hasJumps_ = hasJumps_ || isJump;
     }
 
+    /// Average distance of the keys that the field shows.
+    double KeyPixels() const
+    {
+        auto const isShown = [this](PlotKey const& key) {
+            return range_.from <= key.parameter && key.parameter <= range_.to;
+        };
+        auto const count = std::count_if(keys_.begin(), keys_.end(), isShown);
+        return (kRight - left_) / static_cast<double>(std::max<std::ptrdiff_t>(count, 1));
+    }
+
     void DrawHandles()
     {
+        if (KeyPixels() < kLeastHandlePixels) {
+            return;
+        }
         for (PlotKey const& key : keys_) {
             if (key.hasLeftHandle) {
                 DrawHandle(key.left, key.leftHandle);
@@ -265,6 +283,10 @@ private:
 
     void DrawKeys()
     {
+        if (KeyPixels() < kLeastKeyPixels) {
+            return;
+        }
+        hasKeys_ = !keys_.empty();
         for (PlotKey const& key : keys_) {
             if (key.left != key.right && IsShown(key.left)) {
                 svg_.Diamond("left", toPixels_.Map(key.left), kKeyRadius - 1, Tooltip(key.left));
@@ -309,10 +331,13 @@ private:
             svg_.Text("", Point(x, y + kDigitDrop), "jump");
             x -= 56;
         }
-        x -= 24;
-        svg_.Diamond("key", Point(x - 12, y), kKeyRadius);
-        svg_.Text("", Point(x, y + kDigitDrop), "key");
-        x -= 78;
+        if (hasKeys_) {
+            x -= 24;
+            svg_.Diamond("key", Point(x - 12, y), kKeyRadius);
+            svg_.Text("", Point(x, y + kDigitDrop), "key");
+            x -= 42;
+        }
+        x -= 36;
         svg_.Line("curve", Point(x - 34, y), Point(x - 8, y));
         svg_.Text("", Point(x, y + kDigitDrop), "curve");
     }
@@ -326,6 +351,7 @@ private:
     double const left_;
     SvgWriter svg_;
     HvTransfo4 toPixels_;
+    bool hasKeys_ = false;
     bool hasJumps_ = false;
     bool hasHandles_ = false;
 };
