@@ -11,6 +11,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cmath>
+#include <cstdint>
 #include <memory>
 #include <random>
 #include <vector>
@@ -44,7 +46,7 @@ std::vector<double> Parameters(unsigned numKeys, bool random)
     std::uniform_real_distribution<double> anywhere(0, numKeys - 1);
     std::vector<double> parameters(kRequests);
     for (unsigned i = 0; i < kRequests; ++i) {
-        parameters[i] = random ? anywhere(engine) : (numKeys - 1) * 0.3 + i * 0.01;
+        parameters[i] = random ? anywhere(engine) : std::fmod(i * 0.01, numKeys - 1);
     }
     return parameters;
 }
