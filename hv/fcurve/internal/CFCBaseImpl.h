@@ -118,6 +118,15 @@ public:
     /// The same, left-continuous.
     double EvalLeftUsingExtrapolationMethod(double p) const;
 
+    // Extents to redraw. They augment `extent` by keys with their neighbours, handles included; 0,
+    // with `extent` as it was, when no key contributes.
+
+    /// The surroundings of the key that stands at exactly p.
+    int ComputeKeyExtent(double p, HvExtent2<double>& extent) const;
+    /// The surroundings of the last key below p and of the first above it.
+    int ComputeNeighboringKeysExtent(double p, HvExtent2<double>& extent) const;
+    int ComputeAllKeysExtent(HvExtent2<double>& extent) const;
+
     // Flattening. Those that add pieces append to `out`.
 
     unsigned int Flatten(HvTransfo4 const& transfo, double tolerance, HvPoint2dArray& points,
