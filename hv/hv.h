@@ -66,8 +66,12 @@
 #include <hv/fcurve/CFCStdKey.h>
 #include <hv/fcurve/CFCUserDataSet.h>
 #include <hv/fcurve/HvBaseFCurve.h>
+#include <hv/fcurve/HvBooleanFCurve.h>
 #include <hv/fcurve/HvCurveLock.h>
 #include <hv/fcurve/HvFCurveShell.h>
+#include <hv/fcurve/HvIntegerFCurve.h>
 #include <hv/fcurve/HvStdFCurve.h>
+#include <hv/fcurve/HvSteppedFCurve.h>
+#include <hv/fcurve/flatten_edges.h>
 
 #endif

@@ -434,8 +434,9 @@ public:
     /// Bytes of the user-data block of an archive, its length prefix included.
     unsigned int GetUserDataBufferSize() const;
     unsigned int WriteUserDataToBuffer(void* buffer) const;
-    /// Reads the block whose length prefix ends at `body`; the caller vouches for the bytes. Returns
-    /// the bytes used, 0 with the user data as they were for a block of another version than 256.
+    /// Reads the block whose length prefix ends at `body`; the caller vouches for the bytes.
+    /// Returns the bytes used, 0 with the user data as they were for a block of another version
+    /// than 256.
     unsigned int ReadUserDataFromBufferBody(void const* body);
     /// The same through a reader, which stays in its bounds: 0 also, and the reader then fails, for
     /// a block that does not hold what it claims.
