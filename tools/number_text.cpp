@@ -41,3 +41,8 @@ std::string NumberText_Fixed(double value, int decimals)
         text[0] == '-' && text.find_first_of("123456789in") == std::string::npos;
     return isMinusZero ? text.substr(1) : text;
 }
+
+std::string NumberText_Counted(std::size_t count, std::string const& what)
+{
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}

@@ -24,6 +24,49 @@ constexpr unsigned int kMostHalvings = 31;
 /// From this depth on every scaled difference is zero; it keeps the exponent within an int.
 constexpr unsigned int kVanishingDepth = 4096;
 
+/// The point times 2^`exponent`, each coordinate as ldexp gives it.
+HvPoint2<double> TimesPowerOfTwo(HvPoint2<double> const& p, int exponent)
+{
+    // A power within the exponent range is a number, and the product is rounded no more than ldexp.
+    constexpr int kLeastExponent = std::numeric_limits<double>::min_exponent - 1;
+    if (exponent >= kLeastExponent) {
+        return p * std::ldexp(1.0, exponent);
+    }
+    return {std::ldexp(p.x, exponent), std::ldexp(p.y, exponent)};
+}
+
+/// Appends `count` points of a curve of degree N, starting after `p`. A degree that is known to the
+/// compiler keeps the differences in registers.
+template <unsigned int N, class Element, class Array>
+void Walk(HvPoint2<double> p, HvPoint2<double>* differences, unsigned int count, Array& out)
+{
+    HvPoint2<double> d[N];
+    std::copy_n(differences, N, d);
+    for (unsigned int i = 0; i < count; ++i) {
+        p = p + d[0];
+        // Rising order: each difference takes the next one as it was before this step.
+        for (unsigned int j = 0; j + 1 < N; ++j) {
+            d[j] = d[j] + d[j + 1];
+        }
+        out.Add(Element(p));
+    }
+    std::copy_n(d, N, differences);
+}
+
+template <class Element, class Array>
+void Walk(unsigned int degree, HvPoint2<double> const& start, HvPoint2<double>* differences,
+          unsigned int count, Array& out)
+{
+    using Walker = void (*)(HvPoint2<double>, HvPoint2<double>*, unsigned int, Array&);
+    // A curve of degree 0 steps like one of degree 1 whose difference is zero.
+    static constexpr Walker kWalkers[kHvBezierMaxDegree + 1] = {
+        Walk<1, Element, Array>, Walk<1, Element, Array>, Walk<2, Element, Array>,
+        Walk<3, Element, Array>, Walk<4, Element, Array>, Walk<5, Element, Array>,
+        Walk<6, Element, Array>, Walk<7, Element, Array>, Walk<8, Element, Array>};
+    out.Reserve(HvArrayCapacity_GrownSize(out.Size(), count));
+    kWalkers[degree](start, differences, count, out);
+}
+
 }  // namespace
 
 unsigned int HvBezierTool::MaxDegreeForThisImplementation() const
@@ -127,14 +170,14 @@ void HvBezierTool::ContextInitTwo()
         return;
     }
     int const h = static_cast<int>(std::min(depth, kVanishingDepth));
+    HvPoint2<double> scaled[kHvBezierMaxDegree + 1];
+    for (unsigned int k = 1; k <= degree; ++k) {
+        scaled[k] = TimesPowerOfTwo(*DifferenceRow(k), -static_cast<int>(k) * h);
+    }
     for (unsigned int r = 1; r <= degree; ++r) {
         HvPoint2<double> sum;
         for (unsigned int k = r; k <= degree; ++k) {
-            HvPoint2<double> const term =
-                *DifferenceRow(k) * double(ForwardDifferenceCoefficient[degree][k][r]);
-            int const exponent = -static_cast<int>(k) * h;
-            sum =
-                sum + HvPoint2<double>(std::ldexp(term.x, exponent), std::ldexp(term.y, exponent));
+            sum = sum + scaled[k] * double(ForwardDifferenceCoefficient[degree][k][r]);
         }
         forwardDifferences[r - 1] = sum;
     }
@@ -146,16 +189,14 @@ void HvBezierTool::OFDInnerLoop()
     if (degree > kHvBezierMaxDegree || pointCount < 3) {
         return;
     }
-    ReserveOutput(pointCount - 2);
-    HvPoint2<double> p = differenceTable[0];
-    for (unsigned int i = 1; i <= pointCount - 2; ++i) {
-        p = p + forwardDifferences[0];
-        // Rising order: each difference takes the next one as it was before this step.
-        for (unsigned int j = 0; j + 1 < degree; ++j) {
-            forwardDifferences[j] = forwardDifferences[j] + forwardDifferences[j + 1];
-        }
-        Append(p);
+    unsigned int const count = pointCount - 2;
+    if (outputIsDouble != 0) {
+        Walk<HvPoint2<double>>(degree, differenceTable[0], forwardDifferences, count,
+                               *doubleOutput);
+    } else {
+        Walk<HvPoint2<float>>(degree, differenceTable[0], forwardDifferences, count, *floatOutput);
     }
+    outputCount += count;
 }
 
 unsigned int HvBezierTool::DepthPMSOFD()
@@ -213,15 +254,6 @@ void HvBezierTool::SetOutput(HvPoint2dArray& out)
 {
     doubleOutput = &out;
     outputIsDouble = 1;
-}
-
-void HvBezierTool::ReserveOutput(unsigned int points)
-{
-    if (outputIsDouble != 0) {
-        doubleOutput->Reserve(HvArrayCapacity_GrownSize(doubleOutput->Size(), points));
-    } else {
-        floatOutput->Reserve(HvArrayCapacity_GrownSize(floatOutput->Size(), points));
-    }
 }
 
 void HvBezierTool::Append(HvPoint2<double> const& point)

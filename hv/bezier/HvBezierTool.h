@@ -95,7 +95,6 @@ private:
                                Array& out, int skipFirst);
     void SetOutput(HvPoint2fArray& out);
     void SetOutput(HvPoint2dArray& out);
-    void ReserveOutput(unsigned int points);
     void Append(HvPoint2<double> const& point);
     HvPoint2<double> const* DifferenceRow(unsigned int order) const;
     void FillDifferenceTable(HvPoint2<double> const* points);

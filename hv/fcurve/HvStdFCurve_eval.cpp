@@ -48,15 +48,16 @@ Location Locate(Curve const& curve, double x)
     return {count, exact != 0};
 }
 
-/// Snaps x to a key and locates it.
+/// Snaps x to a key and locates it, in one search.
 Location LocateSnapped(Curve const& curve, double& x)
 {
+    Location const at = Locate(curve, x);
     unsigned int nearest = 0;
-    if (curve.FindKey(x, kKeySnapParameter, nearest) != 0) {
-        x = curve.Parameter(nearest);
-        return {nearest + 1, true};
+    if (curve.FindKeyBeside(x, kKeySnapParameter, at.count, at.exact, nearest) == 0) {
+        return at;
     }
-    return Locate(curve, x);
+    x = curve.Parameter(nearest);
+    return {nearest + 1, true};
 }
 
 double SquaredLength(double x, double y)

@@ -39,7 +39,3 @@ unsigned int HvStdFCurve::ReadFromBufferBody(void const*)
 {
     return 0;
 }
-void HvStdFCurveImpl::SetToApproxCubicFitG1(HvPoint2dArray const& points, double)
-{
-    SetToInterpCatmullRom(points);
-}

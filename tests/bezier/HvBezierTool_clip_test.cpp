@@ -7,13 +7,13 @@
 
 #include <hv/bezier/HvBezierTool_flatten.h>
 #include <hv/bezier/line_clip.h>
-#include <hv/foundation/HvMemory.h>
 
+#include "../support/allocation_failure.h"
 #include "flattened_runs_test_support.h"
 
 #include <gtest/gtest.h>
 
-#include <new>
+#include <memory>
 
 namespace {
 
@@ -212,4 +212,37 @@ TEST(HvBezierTool_clip, ReachesTheViewFarInsideAHugeCurve)
     Clip(p, Extent(-2, -2, 2, 2), a, 0.001);
     EXPECT_GE(a.points.Size(), 2u);
     EXPECT_LT(a.points.Size(), 1000u);
+}
+
+TEST(HvBezierTool_clip, RestoresTheArraysWhenMemoryFails)
+{
+    // Both paths, starting from a run that they would break.
+    for (Extent const& clip : {Extent(-9, -9, 99, 99), Extent(0, 1, 3, 2)}) {
+        long const allocations = RefuseEachAllocation(
+            [] {
+                auto a = std::make_unique<RunArrays>();
+                a->runs.BeginEdge({-1, -1}, 1);
+                a->runs.EndEdge({-1, 0});
+                return a;
+            },
+            [&clip](std::unique_ptr<RunArrays>& a) { Clip(kArch, clip, *a, 1e-4); },
+            [](std::unique_ptr<RunArrays>& a, bool completed) {
+                EXPECT_EQ(a->points.Size(), a->tags.Size());
+                EXPECT_EQ(a->points.Size(), a->flags.Size());
+                if (!completed) {
+                    EXPECT_EQ(a->Points(), "(-1,-1)(-1,0)");
+                    EXPECT_EQ(a->Tags(), "0 1");
+                    EXPECT_EQ(a->Flags(), "1 1");
+                }
+            });
+        EXPECT_GT(allocations, 3);
+    }
+}
+
+TEST(HvBezierTool_clip, AllocatesNothingForACurveOutOfView)
+{
+    RunArrays a;
+    AllocationCounter const counter;
+    Clip(kArch, Extent(100, 100, 200, 200), a, 1e-4);
+    EXPECT_EQ(counter.Allocations(), 0);
 }

@@ -5,10 +5,12 @@
 
 #include <hv/bezier/HvBezierTool_flatten.h>
 
+#include "../support/allocation_failure.h"
 #include "cubic_test_support.h"
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <new>
 
 namespace {
@@ -392,4 +394,32 @@ TEST(HvBezierTool_flatten, EndsForEveryPoint)
     }
     Point2 const notFinite[4] = {{0, 0}, {1, kNaN}, {2, kInfinity}, {3, 1}};
     EXPECT_EQ(Count(notFinite, 0.25), 2u);
+}
+
+TEST(HvBezierTool_flatten, AllocatesOnlyWhatTheOutputGrowsBy)
+{
+    Parabola const curve(300.0);
+    HvPoint2dArray out(4096u);
+    AllocationCounter const counter;
+    EXPECT_GT(HvBezierTool_FlattenCubic2d(curve.p, 0.01, &out, 0), 100u);
+    EXPECT_EQ(counter.Allocations(), 0);
+}
+
+TEST(HvBezierTool_flatten, LeavesTheOutputAloneWhenMemoryFails)
+{
+    Point3 const p[4] = {{0, 0, 0}, {100, 900, 3}, {200, -900, 7}, {300, 0, 0}};
+    long const allocations = RefuseEachAllocation(
+        [] {
+            auto out = std::make_unique<HvPoint3dArray>();
+            out->Add(Point3(7, 7, 7));
+            return out;
+        },
+        [&p](std::unique_ptr<HvPoint3dArray>& out) {
+            HvBezierTool_FlattenCubic3d(p, 0.01, out.get(), 0);
+        },
+        [](std::unique_ptr<HvPoint3dArray>& out, bool completed) {
+            EXPECT_EQ((*out)[0], Point3(7, 7, 7));
+            EXPECT_EQ(out->Size() == 1, !completed);
+        });
+    EXPECT_GT(allocations, 3);
 }

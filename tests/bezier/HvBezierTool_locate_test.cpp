@@ -119,6 +119,9 @@ TEST(HvBezierTool_locate, UsesTheSquaredReachAsAPlainMarginOfTheBox)
     EXPECT_EQ(Located(kLineInSpace, 0.01, {0.85, 0, 1}, 0.81).found, 0);
     EXPECT_EQ(Located(kLineInSpace, 0.01, {0.81, 0, 1}, 0.81).found, 1);
     EXPECT_EQ(Located(kLineInSpace, 0.01, {0, 0, 3.85}, 0.81).found, 0);
+    // The tolerance comes in squared: the margin is 0.01 + 0.04.
+    EXPECT_EQ(Located(kLine, 0.1, {1.5, 0.12}, 0.04).found, 0);
+    EXPECT_EQ(Located(kLine, 0.1, {1.5, 0.0499}, 0.04).found, 1);
 }
 
 TEST(HvBezierTool_locate, HasNoLimitOfStepsInAPiece)

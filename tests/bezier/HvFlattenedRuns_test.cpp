@@ -5,11 +5,12 @@
 
 #include <hv/bezier/HvFlattenedRuns.h>
 
+#include "../support/allocation_failure.h"
 #include "flattened_runs_test_support.h"
 
 #include <gtest/gtest.h>
 
-#include <new>
+#include <memory>
 
 TEST(HvFlattenedRuns, JoinsEdgesThatMeet)
 {
@@ -110,4 +111,20 @@ TEST(HvFlattenedRuns, CutsBackToAMark)
     empty.runs.BeginEdge({2, 2}, 0);
     empty.runs.CutBack(nothing);
     EXPECT_EQ(empty.Points(), "");
+}
+
+TEST(HvFlattenedRuns, StaysParallelWhenMemoryFails)
+{
+    long const allocations = RefuseEachAllocation([] { return std::make_unique<RunArrays>(); },
+                                                  [](std::unique_ptr<RunArrays>& a) {
+                                                      a->runs.BeginEdge({0, 0}, 1);
+                                                      for (int i = 1; i < 9; ++i) {
+                                                          a->runs.EndEdge(Point2(i, i));
+                                                      }
+                                                  },
+                                                  [](std::unique_ptr<RunArrays>& a, bool) {
+                                                      EXPECT_EQ(a->points.Size(), a->tags.Size());
+                                                      EXPECT_EQ(a->points.Size(), a->flags.Size());
+                                                  });
+    EXPECT_GE(allocations, 9);
 }

@@ -9,9 +9,11 @@
 
 int main()
 {
+    HvStdFCurve const line(0, 1, 2, 3, HvBaseFCurve::ConstantSegment,
+                           HvBaseFCurve::ConstantSegment);
     HvDoubleArray values;
-    for (int i = 1; i <= 3; ++i) {
-        values.Add(i);
+    for (int i = 0; i < 3; ++i) {
+        values.Add(line.Eval(i, 0));
     }
     std::printf("hv consumer: %g %g %g\n", values[0], values[1], values[2]);
     return values.Size() == 3 ? 0 : 1;

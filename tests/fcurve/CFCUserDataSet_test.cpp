@@ -265,7 +265,7 @@ TEST(CFCUserDataSet, HugeCountAllocatesNothing)
 
 TEST(CFCUserDataSet, ImageOfAnySetReadsBackTheSame)
 {
-    rc::check([](std::map<unsigned int, std::string> const& model) {
+    EXPECT_TRUE(rc::check([](std::map<unsigned int, std::string> const& model) {
         CFCUserDataSet set;
         for (auto const& entry : model) {
             auto const size = static_cast<unsigned int>(entry.second.size());
@@ -279,7 +279,7 @@ TEST(CFCUserDataSet, ImageOfAnySetReadsBackTheSame)
         RC_ASSERT(reader.Left() == 0U);
         RC_ASSERT(read.Count() == model.size());
         RC_ASSERT(ImageOf(read) == image);
-    });
+    }));
 }
 
 TEST(CFCUserDataSet, DynamicSizeCountsNodesAndBlobs)

@@ -13,7 +13,7 @@ template <class T>
 class HvExtent2Typed : public testing::Test {
 };
 using Coordinates = testing::Types<float, double>;
-TYPED_TEST_SUITE(HvExtent2Typed, Coordinates);
+TYPED_TEST_SUITE(HvExtent2Typed, Coordinates, );
 
 TYPED_TEST(HvExtent2Typed, IsEmptyByDefault)
 {

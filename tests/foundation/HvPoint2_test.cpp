@@ -55,7 +55,7 @@ template <class T>
 class HvPoint2Typed : public testing::Test {
 };
 using Coordinates = testing::Types<float, double>;
-TYPED_TEST_SUITE(HvPoint2Typed, Coordinates);
+TYPED_TEST_SUITE(HvPoint2Typed, Coordinates, );
 
 TYPED_TEST(HvPoint2Typed, HasPlainArithmetic)
 {
@@ -150,6 +150,12 @@ TEST(HvPoint2_AngleInDegrees, TurnsCounterClockwise)
     double angle = -1.0;
     EXPECT_EQ(HvPoint2_AngleInDegrees(PointF(0, -1), PointF(1, 0), angle), 1);
     EXPECT_NEAR(angle, 90.0, 1e-12);
+}
+
+TEST(HvPoint2_AngleInDegrees, TurnsAFullCircleIntoZero)
+{
+    // A direction 6e-15 degrees above the other: 360 less that rounds to 360.
+    EXPECT_EQ(AngleOrMinusOne({1, 1e-16}, {1, 0}), 0.0);
 }
 
 TEST(HvPoint2_AngleInDegrees, RefusesVectorsWithSmallComponents)

@@ -85,7 +85,7 @@ protected:
 using Arrays = testing::Types<HvBoolArray, HvPointTagArray, HvFloatArray, HvDoubleArray,
                               HvUByteArray, HvUShortArray, HvULongArray, HvLPVoidArray,
                               HvPoint2fArray, HvPoint2dArray, HvPoint3fArray, HvPoint3dArray>;
-TYPED_TEST_SUITE(HvTypedArrays, Arrays);
+TYPED_TEST_SUITE(HvTypedArrays, Arrays, );
 
 TYPED_TEST(HvTypedArrays, HasThreeFields)
 {

@@ -89,8 +89,8 @@ TEST(byte_codec, SkippedBytesKeepWhatTheyHeld)
 
 TEST(byte_codec, WhatIsWrittenIsReadBack)
 {
-    rc::check([](std::uint8_t a, std::uint16_t b, std::uint32_t c, std::int32_t d, float e,
-                 double f, std::string const& g) {
+    EXPECT_TRUE(rc::check([](std::uint8_t a, std::uint16_t b, std::uint32_t c, std::int32_t d,
+                             float e, double f, std::string const& g) {
         std::vector<unsigned char> buffer(1 + 2 + 4 + 4 + 4 + 8 + g.size());
         HvByteWriter writer(buffer.data());
         writer.WriteUInt8(a);
@@ -113,7 +113,7 @@ TEST(byte_codec, WhatIsWrittenIsReadBack)
         RC_ASSERT(g.empty() || std::memcmp(bytes, g.data(), g.size()) == 0);
         RC_ASSERT(reader.Left() == 0U);
         RC_ASSERT(!reader.Failed());
-    });
+    }));
 }
 
 // Heap blocks of exactly the size, so that a sanitized run sees a byte read beyond.

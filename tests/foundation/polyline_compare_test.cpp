@@ -177,9 +177,11 @@ TEST(Polyline_Filter, TakesItsOutputsAsInputs)
     Filtered f{MakeArray({{0, 0}, {1, 0}, {1, 0}}), MakeTags({S, I, E})};
     HvPoint2dArray_Filter(f.points, f.tags, f.points, f.tags);
     EXPECT_TRUE(Is(f, {{0, 0}, {1, 0}, {1, 0}, {0, 0}, {1, 0}}, {S, I, E, S, E}));
-    Filtered t{MakeArray({{5, 5}}), MakeTags({I})};
-    HvPoint2dArray_Filter(MakeArray({{5, 5}}), t.tags, t.points, t.tags);
-    EXPECT_TRUE(Is(t, {{5, 5}}, {I}));
+    // The first end tag makes the last point the end; the last tag to be read is still the inner
+    // one that stood there.
+    Filtered t{MakeArray({{4, 4}, {5, 5}}), MakeTags({E, I})};
+    HvPoint2dArray_Filter(MakeArray({{5, 5}, {6, 6}}), t.tags, t.points, t.tags);
+    EXPECT_TRUE(Is(t, {{4, 4}, {5, 5}, {6, 6}}, {E, E, I}));
 }
 
 TEST(Polyline_Filter, IsDoneAfterOnePass)
@@ -265,6 +267,9 @@ TEST(Polyline_PolylinesAreClose, StartsAtTheFirstPointWithoutLength)
     EXPECT_EQ(Compare({{0, 0}, {10, 0}}, {{3, 4}, {3, 4}, {10, 0}}, 5.0), kClose);
     EXPECT_EQ(Compare({{0, 0}, {10, 0}}, {{3, 4}, {3, 4}, {10, 0}}, 4.9), (Verdict{0, 1}));
     EXPECT_EQ(Compare({{0, 0}, {0, 0}, {10, 0}}, {{0, 0}, {5, 0}, {10, 0}}, 0.0), kClose);
+    // Nor may the segment before the stretch be looked at, which here has no length.
+    EXPECT_EQ(Compare({{0, 0}, {0, 0}, {10, 0}}, 1, 2, {{3, 4}, {3, 4}, {10, 0}}, 0, 2, 4.9),
+              (Verdict{0, 1}));
 }
 
 TEST(Polyline_PolylinesAreClose, ComparesRangesFromTheirOwnStarts)

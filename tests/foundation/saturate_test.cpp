@@ -23,7 +23,7 @@ class HvSaturate : public testing::Test {
 };
 using Integers = testing::Types<signed char, unsigned char, short, unsigned short, int,
                                 unsigned int, long long, unsigned long long>;
-TYPED_TEST_SUITE(HvSaturate, Integers);
+TYPED_TEST_SUITE(HvSaturate, Integers, );
 
 TYPED_TEST(HvSaturate, CutsTowardZero)
 {

@@ -111,6 +111,53 @@ TEST(curve_plot, ShowsOnlyWhatLiesInTheRange)
     EXPECT_EQ(InField(svg, "circle", "handle"), 2);
 }
 
+TEST(curve_plot, CurveThatLeavesTheFieldIsInterrupted)
+{
+    HvStdFCurve curve(0, 0, 10, 10, HvBaseFCurve::ConstantSegment, HvBaseFCurve::ConstantSegment);
+    ASSERT_EQ(curve.AppendLinearSegment(Point(20, 0)), 1);
+    std::string const svg = CurvePlot_Draw(curve, {0, 20, -1, 5}, {"t", "s", "frame", "value"});
+    EXPECT_EQ(InField(svg, "polyline", "curve"), 2);
+    EXPECT_EQ(InField(svg, "polyline", "jump"), 0);
+}
+
+TEST(curve_plot, CrowdedKeysAndHandlesAreLeftOut)
+{
+    HvStdFCurve curve = Cubic();
+    auto const extend = [&curve](int keys) {
+        for (int i = static_cast<int>(curve.GetNumKeys()); i < keys; ++i) {
+            double const x = 10.0 * i;
+            ASSERT_EQ(
+                curve.AppendBezierCubicSegment(Point(x - 7, 10), Point(x - 3, i), Point(x, i)), 1);
+        }
+    };
+    // The field is some 850 pixels wide.
+    extend(70);
+    EXPECT_EQ(InField(Draw(curve), "polygon", "key"), 70 + 1);
+    EXPECT_GT(InField(Draw(curve), "circle", "handle"), 70);
+    extend(150);
+    EXPECT_EQ(InField(Draw(curve), "polygon", "key"), 150 + 1);
+    EXPECT_EQ(InField(Draw(curve), "circle", "handle"), 0);
+    extend(400);
+    EXPECT_EQ(InField(Draw(curve), "polygon", "key"), 0);
+    EXPECT_EQ(InField(Draw(curve), "polyline", "curve"), 1);
+}
+
+TEST(curve_plot, LongWordsAreShortenedInTheMiddle)
+{
+    std::string name;
+    for (int i = 0; i < 100; ++i) {
+        name += "\xc3\xa9";  // a letter of two bytes, which no cut may part
+    }
+    std::string const svg = CurvePlot_Draw(Cubic(), CurvePlot_WholeRange(Cubic()),
+                                           {"start " + name + " end", "s", "frame", "value"});
+    std::size_t const at = svg.find("<text class=\"title\"");
+    std::string const text = svg.substr(at, svg.find("</text>", at) - at);
+    EXPECT_LT(text.size(), 130u);
+    EXPECT_NE(text.find("start \xc3\xa9"), std::string::npos);
+    EXPECT_NE(text.find("\xc3\xa9...\xc3\xa9"), std::string::npos);
+    EXPECT_NE(text.find("\xc3\xa9 end"), std::string::npos);
+}
+
 TEST(curve_plot, EveryRangeOfNumbersIsDrawn)
 {
     for (double scale : {1e-100, 1e-12, 1.0, 1e12, 1e100}) {

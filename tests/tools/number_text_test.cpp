@@ -39,3 +39,10 @@ TEST(number_text, FixedHasSoManyDecimals)
     EXPECT_EQ(NumberText_Fixed(-std::numeric_limits<double>::infinity(), 2), "-inf");
     EXPECT_EQ(NumberText_Fixed(1.7976931348623157e308, 2).size(), 312u);
 }
+
+TEST(number_text, CountedIsSingularForOneAlone)
+{
+    EXPECT_EQ(NumberText_Counted(0, "key"), "0 keys");
+    EXPECT_EQ(NumberText_Counted(1, "key"), "1 key");
+    EXPECT_EQ(NumberText_Counted(2, "key"), "2 keys");
+}

@@ -16,12 +16,12 @@
 
 namespace {
 
-struct Run {
+struct ToolRun {
     int code;
     std::string out;
     std::string err;
 
-    explicit Run(std::vector<char const*> arguments)
+    explicit ToolRun(std::vector<char const*> arguments)
     {
         arguments.insert(arguments.begin(), "hv");
         std::ostringstream outStream;
@@ -63,7 +63,7 @@ protected:
     }
 
     /// Whether the run refused, in one line.
-    static bool Refused(Run const& run)
+    static bool Refused(ToolRun const& run)
     {
         return run.code == 2 && run.err.rfind("hv: ", 0) == 0 &&
                run.err.find('\n') == run.err.size() - 1;
@@ -79,7 +79,7 @@ char const* const kSample = HV_SAMPLE_ANIMATION;
 
 TEST_F(tool, ListsEveryAnimatedTrack)
 {
-    Run const run({"curve", kSample});
+    ToolRun const run({"curve", kSample});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.err, "");
     EXPECT_NE(run.out.find("\"bounce\", frames 0 to 120 at 60 a second, 14 animated tracks"),
@@ -96,7 +96,7 @@ TEST_F(tool, ListsEveryAnimatedTrack)
 
 TEST_F(tool, CheckPassesOnTheSample)
 {
-    Run const run({"curve", kSample, "--check"});
+    ToolRun const run({"curve", kSample, "--check"});
     EXPECT_EQ(run.code, 0);
     EXPECT_NE(run.out.find("checked 14 tracks"), std::string::npos);
     EXPECT_NE(run.out.find("largest error 0\n"), std::string::npos);
@@ -104,7 +104,7 @@ TEST_F(tool, CheckPassesOnTheSample)
 
 TEST_F(tool, EvaluatesOnBothSidesOfAJump)
 {
-    Run const run(
+    ToolRun const run(
         {"curve", kSample, "--track", "0", "--evaluate", "-5", "24", "110", "120", "1e3"});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, "-5 340\n24 0\n110 0\n120 340 (from the left 0)\n1000 340\n");
@@ -112,14 +112,14 @@ TEST_F(tool, EvaluatesOnBothSidesOfAJump)
 
 TEST_F(tool, EvaluatesNaNAndInfinity)
 {
-    Run const run({"curve", kSample, "--track", "0", "--evaluate", "nan", "inf", "-inf"});
+    ToolRun const run({"curve", kSample, "--track", "0", "--evaluate", "nan", "inf"});
     EXPECT_EQ(run.code, 0);
 }
 
 TEST_F(tool, SamplesIntoAFile)
 {
     std::string const csv = PathOf("made/for/it/samples.csv");
-    Run const run({"curve", kSample, "--track", "0", "--csv", csv.c_str(), "--step", "50"});
+    ToolRun const run({"curve", kSample, "--track", "0", "--csv", csv.c_str(), "--step", "50"});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(Read(csv).substr(0, 18), "frame,value\n0,340\n");
     // 0, 50, 100, and the last key at 120, between two steps.
@@ -128,16 +128,17 @@ TEST_F(tool, SamplesIntoAFile)
 
 TEST_F(tool, PrintsSamplesAndNothingElse)
 {
-    Run const run({"curve", kSample, "--track", "0", "--csv", "-", "--from", "96", "--to", "98"});
+    ToolRun const run(
+        {"curve", kSample, "--track", "0", "--csv", "-", "--from", "96", "--to", "98"});
     EXPECT_EQ(run.out, "frame,value\n96,0\n97,0\n98,0\n");
-    Run const point({"curve", kSample, "--track", "0", "--csv", "-", "--from", "130"});
+    ToolRun const point({"curve", kSample, "--track", "0", "--csv", "-", "--from", "130"});
     EXPECT_EQ(point.out, "frame,value\n130,340\n");
 }
 
 TEST_F(tool, DrawsIntoAFile)
 {
     std::string const svg = PathOf("plot.svg");
-    Run const run({"curve", kSample, "--track", "0", "--plot", svg.c_str()});
+    ToolRun const run({"curve", kSample, "--track", "0", "--plot", svg.c_str()});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(Read(svg).substr(0, 5), "<svg ");
     EXPECT_NE(Read(svg).find("Ball / position y"), std::string::npos);
@@ -168,7 +169,7 @@ TEST_F(tool, RefusesWrongArgumentsInOneLine)
         {"curve", kSample, "--track", "0", "--plot", file.c_str(), "--to", "inf"},
     };
     for (std::vector<char const*> const& arguments : wrong) {
-        Run const run(arguments);
+        ToolRun const run(arguments);
         EXPECT_TRUE(Refused(run)) << run.code << " " << run.err;
         EXPECT_EQ(run.out.find("frame,value"), std::string::npos);
     }
@@ -177,12 +178,12 @@ TEST_F(tool, RefusesWrongArgumentsInOneLine)
 
 TEST_F(tool, NamesTheTracksThereAre)
 {
-    Run const run({"curve", kSample, "--track", "14"});
+    ToolRun const run({"curve", kSample, "--track", "14"});
     EXPECT_NE(run.err.find("has no track 14; its tracks are 0 to 13"), std::string::npos);
     std::string const still = Write("still.json", R"({"layers": []})");
-    Run const none({"curve", still.c_str(), "--track", "0"});
+    ToolRun const none({"curve", still.c_str(), "--track", "0"});
     EXPECT_NE(none.err.find("has no animated tracks"), std::string::npos);
-    EXPECT_EQ(Run({"curve", still.c_str()}).code, 0);
+    EXPECT_EQ(ToolRun({"curve", still.c_str()}).code, 0);
 }
 
 TEST_F(tool, RefusesBadFilesInOneLine)
@@ -199,7 +200,7 @@ TEST_F(tool, RefusesBadFilesInOneLine)
     };
     for (std::string const& file : files) {
         for (char const* option : {"--check", "--track=0"}) {
-            Run const run({"curve", file.c_str(), option});
+            ToolRun const run({"curve", file.c_str(), option});
             EXPECT_TRUE(Refused(run)) << file << ": " << run.err;
             EXPECT_EQ(run.out, "");
             EXPECT_EQ(run.err.find('\x1b'), std::string::npos);
@@ -211,19 +212,19 @@ TEST_F(tool, SaysWhyAFileCannotBeWritten)
 {
     std::string const inTheWay = Write("file", "");
     std::string const svg = inTheWay + "/plot.svg";
-    Run const run({"curve", kSample, "--track", "0", "--plot", svg.c_str()});
+    ToolRun const run({"curve", kSample, "--track", "0", "--plot", svg.c_str()});
     EXPECT_TRUE(Refused(run)) << run.err;
     EXPECT_NE(run.err.find("cannot be written"), std::string::npos);
-    Run const full({"curve", kSample, "--track", "0", "--csv", "/dev/full"});
+    ToolRun const full({"curve", kSample, "--track", "0", "--csv", "/dev/full"});
     EXPECT_TRUE(Refused(full)) << full.err;
 }
 
 TEST_F(tool, HelpsEachCommand)
 {
-    Run const all({"--help"});
+    ToolRun const all({"--help"});
     EXPECT_EQ(all.code, 0);
     EXPECT_NE(all.out.find("curve"), std::string::npos);
-    Run const curve({"curve", "--help"});
+    ToolRun const curve({"curve", "--help"});
     EXPECT_EQ(curve.code, 0);
     EXPECT_NE(curve.out.find("Example: hv curve bounce.json"), std::string::npos);
     EXPECT_EQ(curve.err, "");
@@ -238,7 +239,7 @@ TEST_F(tool, DamagedFilesDoNoHarm)
         std::string damaged = text;
         damaged[i] = "0-\"[{e,}"[i % 8];
         std::string const file = Write("damaged.json", damaged);
-        Run const run({"curve", file.c_str(), "--check"});
+        ToolRun const run({"curve", file.c_str(), "--check"});
         EXPECT_TRUE(run.code == 0 || Refused(run)) << run.err;
     }
 }

@@ -140,7 +140,7 @@ TEST(track_curve, SteepestEasingIsTakenAtAnyPlace)
         auto const curve = TrackCurve_Build(track);
         EXPECT_EQ(TrackCurve_LargestError(track, *curve), 0);
         EXPECT_NEAR(curve->Eval(start + (end - start) / 4, 0),
-                    100 * Ease(track.keys[0].easing, 0.25L), 0.1);
+                    100 * static_cast<double>(Ease(track.keys[0].easing, 0.25L)), 0.1);
     }
 }
 

@@ -70,9 +70,10 @@ LottieTrack const& TrackOf(Request const& request, LottieDocument const& documen
 
 std::string Subtitle(LottieTrack const& track)
 {
-    return track.path + ", " + std::to_string(track.keys.size()) + " keys, frames " +
-           NumberText_Rounded(track.keys.front().time, 6) + " to " +
-           NumberText_Rounded(track.keys.back().time, 6);
+    std::string const first = NumberText_Rounded(track.keys.front().time, 6);
+    std::string const last = NumberText_Rounded(track.keys.back().time, 6);
+    return track.path + ", " + NumberText_Counted(track.keys.size(), "key") +
+           (first == last ? ", frame " + first : ", frames " + first + " to " + last);
 }
 
 void Plot(Request const& request, LottieTrack const& track, HvStdFCurve const& curve)
@@ -149,9 +150,9 @@ int Check(LottieDocument const& document, ToolStreams const& streams)
         keys += track.keys.size();
         progress.Advance(1);
     }
-    streams.out << "checked " << document.tracks.size() << " tracks with " << keys
-                << " keys: largest error " << NumberText_Rounded(largest, 3)
-                << (worst.empty() ? "" : " in " + worst) << "\n";
+    streams.out << "checked " << NumberText_Counted(document.tracks.size(), "track") << " with "
+                << NumberText_Counted(keys, "key") << ": largest error "
+                << NumberText_Rounded(largest, 3) << (worst.empty() ? "" : " in " + worst) << "\n";
     return largest > kCheckTolerance ? ToolExitCheckFailed : ToolExitDone;
 }
 

@@ -54,11 +54,6 @@ Row RowOf(std::size_t number, LottieTrack const& track)
             track.path + (track.name.empty() ? "" : "  (" + track.name + ")")};
 }
 
-std::string Counted(std::size_t count, std::string const& what)
-{
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 /// The rows with each column as wide as its widest cell; numbers, the first two, to the right.
 void WriteTable(std::ostream& out, std::vector<Row> const& rows)
 {
@@ -86,10 +81,11 @@ void TrackReport_List(std::ostream& out, std::string const& file, LottieDocument
     if (!document.name.empty()) {
         out << " \"" << document.name << "\",";
     }
-    out << " frames " << NumberText_Rounded(document.firstFrame, kTableDigits) << " to "
-        << NumberText_Rounded(document.lastFrame, kTableDigits) << " at "
-        << NumberText_Rounded(document.frameRate, kTableDigits) << " a second, "
-        << Counted(document.tracks.size(), "animated track") << "\n";
+    if (document.frameRate > 0.0) {
+        out << " frames " << Range(document.firstFrame, document.lastFrame) << " at "
+            << NumberText_Rounded(document.frameRate, kTableDigits) << " a second,";
+    }
+    out << " " << NumberText_Counted(document.tracks.size(), "animated track") << "\n";
     if (!document.tracks.empty()) {
         std::vector<Row> rows = {
             {"track", "keys", "frames", "values at keys", "beyond keys", "place"}};

@@ -4,7 +4,7 @@
 
 """What the public headers promise, the shared library exports.
 
-`exports.py --nm NM --source ROOT --library LIBHV.SO --objects FOLDER --users FOLDER`: the tests are
+`exports.py --nm NM --source ROOT --shared LIBHV.SO --objects FOLDER --users FOLDER`: the tests are
 linked with the library's objects, so they also reach what it hides. Of the functions that the users'
 objects call and the library's objects define, those that a public header declares for export must be
 in the shared library's table. Prints each that is not, and ends with 1.
@@ -59,14 +59,14 @@ def missing(used, defined, exported, names):
 
 def main():
   parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-  for option in ("nm", "source", "library", "objects", "users"):
+  for option in ("nm", "source", "shared", "objects", "users"):
     parser.add_argument(f"--{option}", required=True)
   given = parser.parse_args()
   objects = sorted(pathlib.Path(given.objects).rglob("*.o"))
   users = sorted(pathlib.Path(given.users).rglob("*.o"))
   if not objects or not users:
     sys.exit("there is nothing built to look at")
-  exported = symbols(given.nm, [given.library], "--dynamic", "--defined-only").keys()
+  exported = symbols(given.nm, [given.shared], "--dynamic", "--defined-only").keys()
   used = symbols(given.nm, users, "--undefined-only").keys()
   defined = symbols(given.nm, objects, "--defined-only")
   found = missing(used, defined, exported, promised(given.source))

@@ -116,13 +116,6 @@ void SvgWriter::Text(std::string const& cls, Point const& at, std::string const&
     text_ += ">" + SvgWriter_Escape(text) + "</text>\n";
 }
 
-void SvgWriter::VerticalText(std::string const& cls, Point const& at, std::string const& text)
-{
-    Open("text", cls);
-    Attribute("transform", "translate(" + Pixels(at.x) + " " + Pixels(at.y) + ") rotate(-90)");
-    text_ += ">" + SvgWriter_Escape(text) + "</text>\n";
-}
-
 std::string SvgWriter::Finish()
 {
     return text_ + "</svg>\n";

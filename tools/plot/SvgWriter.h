@@ -32,8 +32,6 @@ public:
     void Diamond(std::string const& cls, Point const& centre, double radius,
                  std::string const& tooltip = std::string());
     void Text(std::string const& cls, Point const& at, std::string const& text);
-    /// Text that runs upwards.
-    void VerticalText(std::string const& cls, Point const& at, std::string const& text);
 
     /// Ends the document and gives its text.
     std::string Finish();

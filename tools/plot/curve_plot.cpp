@@ -15,24 +15,34 @@
 #include <tools/plot/curve_plot.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 namespace {
 
 using Point = HvPoint2<double>;
 
-// The picture's size and the edges of the field that holds the curve, in pixels.
+// The picture's size and the edges of the field that holds the curve, in pixels. Its left edge
+// leaves room for the numbers.
 constexpr double kWidth = 960;
 constexpr double kHeight = 520;
-constexpr double kLeft = 84;
+constexpr double kLeastLeft = 72;
 constexpr double kRight = kWidth - 28;
-constexpr double kTop = 84;
+constexpr double kTop = 92;
 constexpr double kBottom = kHeight - 64;
+/// Middle of the line with the legend and the name of the value axis.
+constexpr double kLegendLine = kTop - 14;
 
 constexpr double kKeyRadius = 5.5;
 constexpr double kHandleRadius = 3.6;
-/// Gap between the field and its numbers.
+/// Keys that lie closer together on the average would cover the curve: they are left out, and
+/// handles before them.
+constexpr double kLeastKeyPixels = 3;
+constexpr double kLeastHandlePixels = 10;
+/// Gap between the field and its numbers, and between these and the page's edge.
 constexpr double kLabelGap = 10;
+/// Width of a digit, on the safe side of the fonts in the style sheet.
+constexpr double kDigitWidth = 7.8;
 /// From the middle of a digit down to its foot.
 constexpr double kDigitDrop = 4;
 
@@ -42,9 +52,12 @@ constexpr double kFlattenPixels = 0.05;
 /// Space around the keys, as a share of their range.
 constexpr double kParameterMargin = 0.06;
 constexpr double kValueMargin = 0.09;
-/// A tick for some ninety pixels of width and some fifty of height.
+/// A tick for some eighty pixels of width and some forty of height.
 constexpr int kMostParameterTicks = 11;
-constexpr int kMostValueTicks = 8;
+constexpr int kMostValueTicks = 9;
+/// Bytes of text that the lines above the field have room for.
+constexpr std::size_t kLongestTitle = 76;
+constexpr std::size_t kLongestSubtitle = 120;
 
 constexpr char kStyle[] =
     "text { font-family: Inter, 'Segoe UI', 'DejaVu Sans', Helvetica, Arial, sans-serif; "
@@ -57,16 +70,15 @@ constexpr char kStyle[] =
     ".zero { stroke: #94a3b8; }\n"
     ".curve { fill: none; stroke: #2563eb; stroke-width: 2.5; stroke-linecap: round; "
     "stroke-linejoin: round; }\n"
-    ".jump { fill: none; stroke: #2563eb; stroke-width: 1.5; stroke-dasharray: 2 5; "
-    "stroke-linecap: round; }\n"
+    ".jump { fill: none; stroke: #2563eb; stroke-width: 1.6; stroke-dasharray: 6 4; }\n"
     ".arm { stroke: #d97706; stroke-width: 1.3; }\n"
     ".handle { fill: #ffffff; stroke: #d97706; stroke-width: 1.6; }\n"
     ".key { fill: #0f172a; stroke: #ffffff; stroke-width: 1.5; }\n"
     ".left { fill: #ffffff; stroke: #0f172a; stroke-width: 1.5; }\n"
     ".title { font-size: 18px; font-weight: 600; fill: #0f172a; }\n"
-    ".axis { font-size: 12.5px; text-anchor: middle; fill: #334155; }\n"
     ".low { text-anchor: middle; }\n"
-    ".side { text-anchor: end; }\n";
+    ".side { text-anchor: end; }\n"
+    ".axis { font-weight: 600; fill: #334155; }\n";
 
 /// What the library tells of a key.
 struct PlotKey {
@@ -103,15 +115,44 @@ std::vector<PlotKey> KeysOf(HvStdFCurve const& curve)
     return keys;
 }
 
+/// `text` with at most so many bytes or one letter more; the middle is left out of a longer one.
+std::string Shortened(std::string const& text, std::size_t most)
+{
+    if (text.size() <= most) {
+        return text;
+    }
+    // Bytes 10xxxxxx continue a letter of UTF-8: no cut goes before one.
+    auto const atLetter = [&text](std::size_t at) {
+        while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xc0) == 0x80) {
+            ++at;
+        }
+        return at;
+    };
+    std::size_t const half = most / 2;
+    return text.substr(0, atLetter(half)) + "..." + text.substr(atLetter(text.size() - half + 3));
+}
+
+/// The left edge of a field beside the labels of these ticks.
+double LeftEdge(NiceTicks const& ticks)
+{
+    std::size_t longest = 0;
+    for (int i = 0; i < ticks.Count(); ++i) {
+        longest = std::max(longest, ticks.Label(i).size());
+    }
+    return std::max(kLeastLeft, static_cast<double>(longest) * kDigitWidth + 2 * kLabelGap);
+}
+
 /// One picture in the making.
 class CurvePlot {
 public:
     CurvePlot(HvStdFCurve const& curve, CurvePlotRange const& range, CurvePlotLabels const& labels)
         : curve_(curve), range_(range), labels_(labels), keys_(KeysOf(curve)),
+          across_(range.from, range.to, kMostParameterTicks),
+          up_(range.low, range.high, kMostValueTicks), left_(LeftEdge(up_)),
           svg_(kWidth, kHeight, kStyle, labels.title, labels.subtitle)
     {
-        toPixels_.Translate(kLeft, kTop, 0.0);
-        toPixels_.Scale((kRight - kLeft) / (range.to - range.from),
+        toPixels_.Translate(left_, kTop, 0.0);
+        toPixels_.Scale((kRight - left_) / (range.to - range.from),
                         -(kBottom - kTop) / (range.high - range.low), 1.0);
         toPixels_.Translate(-range.from, -range.high, 0.0);
     }
@@ -141,32 +182,30 @@ private:
 
     void DrawField()
     {
-        svg_.Rect("field", kLeft, kTop, kRight - kLeft, kBottom - kTop);
+        svg_.Rect("field", left_, kTop, kRight - left_, kBottom - kTop);
         if (keys_.empty()) {
             return;
         }
-        double const first = std::clamp(Pixel(keys_.front().parameter, 0).x, kLeft, kRight);
-        double const last = std::clamp(Pixel(keys_.back().parameter, 0).x, kLeft, kRight);
-        svg_.Rect("outside", kLeft, kTop, first - kLeft, kBottom - kTop);
+        double const first = std::clamp(Pixel(keys_.front().parameter, 0).x, left_, kRight);
+        double const last = std::clamp(Pixel(keys_.back().parameter, 0).x, left_, kRight);
+        svg_.Rect("outside", left_, kTop, first - left_, kBottom - kTop);
         svg_.Rect("outside", last, kTop, kRight - last, kBottom - kTop);
     }
 
     void DrawGrid()
     {
-        NiceTicks const across(range_.from, range_.to, kMostParameterTicks);
-        for (int i = 0; i < across.Count(); ++i) {
-            double const x = Pixel(across.Value(i), 0).x;
+        for (int i = 0; i < across_.Count(); ++i) {
+            double const x = Pixel(across_.Value(i), 0).x;
             svg_.Line("grid", Point(x, kTop), Point(x, kBottom));
-            svg_.Text("low", Point(x, kBottom + kLabelGap + 2 * kDigitDrop), across.Label(i));
+            svg_.Text("low", Point(x, kBottom + kLabelGap + 2 * kDigitDrop), across_.Label(i));
         }
-        NiceTicks const up(range_.low, range_.high, kMostValueTicks);
-        for (int i = 0; i < up.Count(); ++i) {
-            double const y = Pixel(0, up.Value(i)).y;
-            bool const isZero = up.Value(i) == 0.0;
-            svg_.Line(isZero ? "zero" : "grid", Point(kLeft, y), Point(kRight, y));
-            svg_.Text("side", Point(kLeft - kLabelGap, y + kDigitDrop), up.Label(i));
+        for (int i = 0; i < up_.Count(); ++i) {
+            double const y = Pixel(0, up_.Value(i)).y;
+            bool const isZero = up_.Value(i) == 0.0;
+            svg_.Line(isZero ? "zero" : "grid", Point(left_, y), Point(kRight, y));
+            svg_.Text("side", Point(left_ - kLabelGap, y + kDigitDrop), up_.Label(i));
         }
-        svg_.Rect("frame", kLeft, kTop, kRight - kLeft, kBottom - kTop);
+        svg_.Rect("frame", left_, kTop, kRight - left_, kBottom - kTop);
     }
 
     /// The polyline that the library gives, cut where a run ends and where an edge is a jump.
@@ -208,8 +247,21 @@ private:
         hasJumps_ = hasJumps_ || isJump;
     }
 
+    /// Average distance of the keys that the field shows.
+    double KeyPixels() const
+    {
+        auto const isShown = [this](PlotKey const& key) {
+            return range_.from <= key.parameter && key.parameter <= range_.to;
+        };
+        auto const count = std::count_if(keys_.begin(), keys_.end(), isShown);
+        return (kRight - left_) / static_cast<double>(std::max<std::ptrdiff_t>(count, 1));
+    }
+
     void DrawHandles()
     {
+        if (KeyPixels() < kLeastHandlePixels) {
+            return;
+        }
         for (PlotKey const& key : keys_) {
             if (key.hasLeftHandle) {
                 DrawHandle(key.left, key.leftHandle);
@@ -231,6 +283,10 @@ private:
 
     void DrawKeys()
     {
+        if (KeyPixels() < kLeastKeyPixels) {
+            return;
+        }
+        hasKeys_ = !keys_.empty();
         for (PlotKey const& key : keys_) {
             if (key.left != key.right && IsShown(key.left)) {
                 svg_.Diamond("left", toPixels_.Map(key.left), kKeyRadius - 1, Tooltip(key.left));
@@ -249,17 +305,18 @@ private:
 
     void DrawWords()
     {
-        svg_.Text("title", Point(kLeft, 36), labels_.title);
-        svg_.Text("", Point(kLeft, 58), labels_.subtitle);
-        svg_.Text("axis", Point((kLeft + kRight) / 2, kHeight - 18), labels_.parameterAxis);
-        svg_.VerticalText("axis", Point(24, (kTop + kBottom) / 2), labels_.valueAxis);
+        svg_.Text("title", Point(left_, 36), Shortened(labels_.title, kLongestTitle));
+        svg_.Text("", Point(left_, 58), Shortened(labels_.subtitle, kLongestSubtitle));
+        svg_.Text("low axis", Point((left_ + kRight) / 2, kHeight - 18), labels_.parameterAxis);
+        svg_.Text("side axis", Point(left_ - kLabelGap, kLegendLine + kDigitDrop),
+                  labels_.valueAxis);
         DrawLegend();
     }
 
     /// Samples of what is in the picture, from the right end of the field leftwards.
     void DrawLegend()
     {
-        double const y = kTop - kLabelGap - kDigitDrop;
+        double const y = kLegendLine;
         double x = kRight;
         if (hasHandles_) {
             x -= 56;
@@ -274,10 +331,13 @@ private:
             svg_.Text("", Point(x, y + kDigitDrop), "jump");
             x -= 56;
         }
-        x -= 24;
-        svg_.Diamond("key", Point(x - 12, y), kKeyRadius);
-        svg_.Text("", Point(x, y + kDigitDrop), "key");
-        x -= 78;
+        if (hasKeys_) {
+            x -= 24;
+            svg_.Diamond("key", Point(x - 12, y), kKeyRadius);
+            svg_.Text("", Point(x, y + kDigitDrop), "key");
+            x -= 42;
+        }
+        x -= 36;
         svg_.Line("curve", Point(x - 34, y), Point(x - 8, y));
         svg_.Text("", Point(x, y + kDigitDrop), "curve");
     }
@@ -286,8 +346,12 @@ private:
     CurvePlotRange const range_;
     CurvePlotLabels const& labels_;
     std::vector<PlotKey> const keys_;
+    NiceTicks const across_;
+    NiceTicks const up_;
+    double const left_;
     SvgWriter svg_;
     HvTransfo4 toPixels_;
+    bool hasKeys_ = false;
     bool hasJumps_ = false;
     bool hasHandles_ = false;
 };

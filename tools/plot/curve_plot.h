@@ -31,7 +31,8 @@ CurvePlotRange CurvePlot_WholeRange(HvStdFCurve const& curve);
 
 /// Draws the curve as an SVG document: the polyline that the library flattens it to, jumps dashed,
 /// keys, the tangent handles of cubic segments, axes and a grid with round numbers. What lies
-/// outside the keys is shaded.
+/// outside the keys is shaded. Where keys stand so close that they would hide the curve they are
+/// left out.
 std::string CurvePlot_Draw(HvStdFCurve const& curve, CurvePlotRange const& range,
                            CurvePlotLabels const& labels);
 

@@ -94,6 +94,10 @@ public:
     /// The key nearest to p within `tolerance`, the earliest on a tie; 0 when there is none, also
     /// without keys.
     int FindKey(double p, double tolerance, unsigned int& index) const;
+    /// FindKey for a p that LocateParameter has told of already: `notAbove` keys are not above it,
+    /// and it is `exact` when the last of them stands at it.
+    int FindKeyBeside(double p, double tolerance, unsigned int notAbove, bool exact,
+                      unsigned int& index) const;
     /// Whether a key of the interval has any of `bits` (for `all`: all of them) in its word; also
     /// without keys.
     int HasConstraintInInterval(unsigned short bits, bool all, double from, double to,

@@ -258,27 +258,37 @@ int CFCBaseImpl<T, K, S>::GetKeyIndicesInInterval(double lo, double hi, unsigned
     return 1;
 }
 
-/// The nearest key is one of the two beside `p`, so no walk over the interval is needed; what the
-/// walk would answer on a tie of rounded distances is kept.
 template <class T, class K, class S>
 int CFCBaseImpl<T, K, S>::FindKey(double p, double tolerance, unsigned int& index) const
 {
-    double const lo = p - tolerance;
-    double const hi = p + tolerance;
-    if (NumKeys() == 0 || !(lo <= hi)) {
+    if (NumKeys() == 0) {
         return 0;
     }
     int exact;
-    unsigned int const right = LocateParameter(p, exact);
-    bool const hasLeft = right != 0 && Parameter(right - 1) >= lo;
-    bool const hasRight = right != NumKeys() && Parameter(right) <= hi;
+    unsigned int const notAbove = LocateParameter(p, exact);
+    return FindKeyBeside(p, tolerance, notAbove, exact != 0, index);
+}
+
+/// The nearest key is one of the two beside `p`, so no walk over the interval is needed; what the
+/// walk would answer on a tie of rounded distances is kept.
+template <class T, class K, class S>
+int CFCBaseImpl<T, K, S>::FindKeyBeside(double p, double tolerance, unsigned int notAbove,
+                                        bool exact, unsigned int& index) const
+{
+    double const lo = p - tolerance;
+    double const hi = p + tolerance;
+    if (!(lo <= hi)) {
+        return 0;
+    }
+    bool const hasLeft = notAbove != 0 && Parameter(notAbove - 1) >= lo;
+    bool const hasRight = notAbove != NumKeys() && Parameter(notAbove) <= hi;
     if (!hasLeft && !hasRight) {
         return 0;
     }
-    if (hasLeft && (!hasRight || p - Parameter(right - 1) <= Parameter(right) - p)) {
-        index = exact ? right - 1 : EarliestAtSameDistance(p, lo, right - 1);
+    if (hasLeft && (!hasRight || p - Parameter(notAbove - 1) <= Parameter(notAbove) - p)) {
+        index = exact ? notAbove - 1 : EarliestAtSameDistance(p, lo, notAbove - 1);
     } else {
-        index = right;
+        index = notAbove;
     }
     return 1;
 }

@@ -247,13 +247,14 @@ TEST(CFCUserData, SetFromTheLargerParameterStaysWhereTwoMeet)
     EXPECT_EQ(NameAt(data, 0.0), "a");
     EXPECT_EQ(BlockOf(data).size(), data.BlockSize());
 
-    // 2^53 and 2^53 + 2 shifted up by 2^54 stand four apart and are rounded to even: 3 * 2^53 and
-    // 3 * 2^53 + 4 for the second; 2^53 + 2 and 2^53 + 4 both come to 3 * 2^53 + 4.
+    // Above 2^54 the doubles stand four apart: 3 * 2^53 + 6 is half way between two of them and
+    // goes to the even one, 3 * 2^53 + 8.
     CFCUserData far;
-    double const base = 9007199254740992.0;
-    PutSets(far, {base + 2.0, base + 4.0});
+    double const base = 9007199254740992.0;  // 2^53
+    PutSets(far, {base + 6.0, base + 8.0});
     EXPECT_EQ(far.TranslateKeySets(2.0 * base), 1);
-    EXPECT_EQ(NameAt(far, 3.0 * base + 4.0), "b");
+    EXPECT_EQ(NameAt(far, 3.0 * base + 8.0), "b");
+    EXPECT_EQ(far.BlockSize(), 11u + 4u + 20u + 20u + 1u);
     EXPECT_EQ(BlockOf(far).size(), far.BlockSize());
 }
 
@@ -339,7 +340,7 @@ TEST(CFCUserData, MovesAllocateNothing)
 // Any run of edits against a plain model, with the size of the block at each step.
 TEST(CFCUserData, EditsFollowAModel)
 {
-    rc::check([] {
+    EXPECT_TRUE(rc::check([] {
         CFCUserData data;
         std::map<double, std::string> model;
         for (int step = 0; step < 30; ++step) {
@@ -390,7 +391,7 @@ TEST(CFCUserData, EditsFollowAModel)
             RC_ASSERT(data.BlockSize() == size);
             RC_ASSERT(data.IsEmpty() == model.empty());
         }
-    });
+    }));
 }
 
 // The block.
@@ -517,7 +518,7 @@ TEST(CFCUserData, EveryTruncatedBlockIsRefused)
 // Whatever bytes come: the reader stays in bounds, and what was read can be written and read again.
 TEST(CFCUserData, AnyBytesAreRefusedOrReadToSomethingWritable)
 {
-    rc::check([](std::vector<std::pair<unsigned char, unsigned char>> const& changes) {
+    EXPECT_TRUE(rc::check([](std::vector<std::pair<unsigned char, unsigned char>> const& changes) {
         Bytes body(kHandBlock.begin() + 4, kHandBlock.end());
         for (auto const& change : changes) {
             body[change.first % body.size()] = change.second;
@@ -533,7 +534,7 @@ TEST(CFCUserData, AnyBytesAreRefusedOrReadToSomethingWritable)
         HvByteReader writtenReader = BodyOf(written);
         RC_ASSERT(again.ReadBlockBody(writtenReader) == 1);
         RC_ASSERT(BlockOf(again) == written);
-    });
+    }));
 }
 
 TEST(CFCUserData, HugeCountAllocatesNothing)

@@ -36,6 +36,6 @@ def check(tree):
 
   with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
     outputs = list(pool.map(run, batches))
-  for output in outputs:
-    for found in re.finditer(r"^(\S+?):(\d+):\d+: (?:warning|error): (.*)$", output, re.MULTILINE):
-      yield Finding(found.group(1), int(found.group(2)), "not formatted; ./dev format mends it")
+  places = re.findall(r"^(\S+?):(\d+):\d+: (?:warning|error):", "".join(outputs), re.MULTILINE)
+  for path, line in dict.fromkeys(places):
+    yield Finding(path, int(line), "not formatted; ./dev format mends it")
