@@ -4,6 +4,7 @@
 // Which locks each operation takes, seen from a second thread: a reader enters the curve's section,
 // a writer takes the access lock first, and the departures depart.
 
+#include <hv/fcurve/HvStdFCurve.h>
 #include <hv/foundation/HvBoolArray.h>
 #include <hv/foundation/HvExtent2.h>
 #include <hv/foundation/HvPoint2dArray.h>
@@ -53,7 +54,6 @@ std::vector<Operation> Readers()
     static int i;
     static std::vector<std::unique_ptr<C>> clones;  // their deaths take the locks of writers
     return {
-        {"QueryFCurveKind", Reader, [](C& c) { c.QueryFCurveKind(C::Boolean); }},
         {"Clone", Reader, [](C& c) { clones.emplace_back(c.Clone()); }},
         {"GetKeyValue", Reader, [](C& c) { c.GetKeyValue(1, C::Left, d, 0); }},
         {"GetKeyValues", Reader, [](C& c) { c.GetKeyValues(1, d, d, 0); }},
@@ -94,7 +94,6 @@ std::vector<Operation> Readers()
         {"GetValueUpperBound", Reader, [](C& c) { c.GetValueUpperBound(0); }},
         {"GetValueLowerBound", Reader, [](C& c) { c.GetValueLowerBound(0); }},
         {"Eval", Reader, [](C& c) { c.Eval(1, 0); }},
-        {"EvalNoLock, for its search of a key", Reader, [](C& c) { c.EvalNoLock(1, 0); }},
         {"EvalSequence", Reader, [](C& c) { c.EvalSequence(0, 1, 1, 0, numbers, numbers, 0); }},
         {"Flatten", Reader,
          [](C& c) {
@@ -163,26 +162,23 @@ std::vector<Operation> Writers()
         {"MirrorParameters", Writer, [](C& c) { c.MirrorParameters(); }},
         {"SetReadOnlyConstraint", Writer, [](C& c) { c.SetReadOnlyConstraint(0); }},
         {"SetConstraint", Writer, [](C& c) { c.SetConstraint(d, C::ValueLocked, 0, 0); }},
-        {"SetExtrapolationMethod", Writer,
-         [](C& c) { c.SetExtrapolationMethod(C::CycleExtrapolation); }},
         {"SetDefaultBezierTangentConstraint", Writer,
          [](C& c) { c.SetDefaultBezierTangentConstraint(false); }},
         {"SetAsTimeFCurve", Writer, [](C& c) { c.SetAsTimeFCurve(true); }},
         {"Set", Writer,
          [](C& c) {
-             // The copy is made before the locks are held, by the caller of the test.
              static HvBooleanFCurve const on(0);
              static HvIntegerFCurve const number(0);
-             c.GetKind() == C::Boolean ? c.Set(on) : c.Set(number);
+             static HvStdFCurve const standard(0, C::CubicSegment);
+             HvBaseFCurve const* const same[] = {&on, &number, &standard};
+             c.Set(*same[c.GetKind() == C::Boolean ? 0 : c.GetKind() == C::Integer ? 1 : 2]);
          }},
         {"SetSelected", Writer, [](C& c) { c.SetSelected(0); }},
     };
 }
 
-std::vector<Operation> Departures()
+std::vector<Operation> DeparturesOfAllKinds()
 {
-    static double d;
-    static int i;
     return {
         {"FoldParameter, a reader", Writer, [](C& c) { c.FoldParameter(25); }},
         {"GetKind", None, [](C& c) { c.GetKind(); }},
@@ -193,9 +189,16 @@ std::vector<Operation> Departures()
          [](C& c) { c.AreAnyParametersLockedInInterval(0, 9, 0, 0); }},
         {"AreAnyKeysLockedInInterval", None,
          [](C& c) { c.AreAnyKeysLockedInInterval(0, 9, 0, 0); }},
-        {"SetClampingValues", None, [](C& c) { c.SetClampingValues(0, 1); }},
-        {"GetClampingValues", None, [](C& c) { c.GetClampingValues(d, d); }},
         {"GetFCurveInfo of null", None, [](C& c) { c.GetFCurveInfo(nullptr); }},
+    };
+}
+
+std::vector<Operation> DeparturesOfSteppedKinds()
+{
+    static double d;
+    static int i;
+    return {
+        {"GetClampingValues", None, [](C& c) { c.GetClampingValues(d, d); }},
         {"SetConstraint of what the kind does not know", None,
          [](C& c) { c.SetConstraint(d, C::FlatTangents, 1, 0); }},
         {"GetConstraint of what the kind does not know", None,
@@ -209,7 +212,8 @@ protected:
     HvFCurveShell_locks()
     {
         for (HvBaseFCurve* const curve :
-             {static_cast<HvBaseFCurve*>(&on_), static_cast<HvBaseFCurve*>(&number_)}) {
+             {static_cast<HvBaseFCurve*>(&on_), static_cast<HvBaseFCurve*>(&number_),
+              static_cast<HvBaseFCurve*>(&standard_)}) {
             curve->CreateKey(1, 1);
             curve->CreateKey(2, 0);
         }
@@ -219,11 +223,13 @@ protected:
         for (Operation const& operation : operations) {
             ExpectRule(on_, operation);
             ExpectRule(number_, operation);
+            ExpectRule(standard_, operation);
         }
     }
 
     HvBooleanFCurve on_{0};
     HvIntegerFCurve number_{0};
+    HvStdFCurve standard_{0, C::CubicSegment};
 };
 
 TEST_F(HvFCurveShell_locks, EntersTheSectionToRead)
@@ -238,15 +244,44 @@ TEST_F(HvFCurveShell_locks, TakesTheAccessLockFirstToWrite)
 
 TEST_F(HvFCurveShell_locks, DepartsFromTheRulesWhereTheContractSaysSo)
 {
-    ExpectRules(Departures());
+    ExpectRules(DeparturesOfAllKinds());
 }
 
-TEST_F(HvFCurveShell_locks, DiffersBetweenTheSteppedKinds)
+TEST_F(HvFCurveShell_locks, DepartsOnTheSteppedKinds)
+{
+    for (Operation const& operation : DeparturesOfSteppedKinds()) {
+        ExpectRule(on_, operation);
+        ExpectRule(number_, operation);
+    }
+}
+
+TEST_F(HvFCurveShell_locks, DiffersBetweenTheSteppedKindsAndTheStandardOne)
+{
+    Operation const method{"SetExtrapolationMethod", Writer,
+                           [](C& c) { c.SetExtrapolationMethod(C::CycleExtrapolation); }};
+    ExpectRule(on_, method);
+    ExpectRule(number_, method);
+    ExpectRule(standard_, {method.name, Reader, method.call});
+    Operation const eval{"EvalNoLock, for its search of a key", Reader,
+                         [](C& c) { c.EvalNoLock(1, 0); }};
+    ExpectRule(on_, eval);
+    ExpectRule(number_, eval);
+    ExpectRule(standard_, {"EvalNoLock", None, eval.call});
+    Operation const clamp{"SetClampingValues", None, [](C& c) { c.SetClampingValues(0, 1); }};
+    ExpectRule(on_, clamp);
+    ExpectRule(number_, clamp);
+    ExpectRule(standard_, {clamp.name, Writer, clamp.call});
+}
+
+TEST_F(HvFCurveShell_locks, TakesTheLocksOfItsKind)
 {
     static int i;
     auto const shift = [](C& c) { c.ShiftValues(0); };
     auto const scale = [](C& c) { c.ScaleAndShiftValues(1, 0); };
     auto const unknown = [](C& c) { c.GetConstraintByIndex(0, C::FlatTangents, i); };
+    Operation const query{"QueryFCurveKind", Reader, [](C& c) { c.QueryFCurveKind(C::Boolean); }};
+    ExpectRule(on_, query);
+    ExpectRule(number_, query);
     ExpectRule(on_, {"ShiftValues", None, shift});
     ExpectRule(number_, {"ShiftValues", Writer, shift});
     ExpectRule(on_, {"ScaleAndShiftValues", None, scale});
