@@ -10,6 +10,7 @@
 #include <hv/foundation/HvPoint2.h>
 
 class HvStdFCurveImpl;
+class HvStdTgtMoverImpl;
 
 extern template class HV_API HvFCurveShell<HvStdFCurveImpl>;
 
@@ -193,7 +194,11 @@ public:
     /// `scale` multiplies y, so that lengths compare as they look in a view.
     int LockTangentLengthContinuity(double& x, double scale, double tolerance);
     int UnlockTangentLengthContinuity(double& x, double scale, double tolerance);
+    /// Turns the handle opposite to `side` onto the line of that one and locks tangent continuity.
+    /// On a key beside segments that are not cubic no handle moves. Refuses when the tangents at
+    /// exactly x are locked, or continuity already is and holds.
     int UnifyAndLockTangentContinuity(double& x, KeySide side, double tolerance);
+    /// The same for the lengths of the two handles, with y multiplied by `scale`.
     int UnifyAndLockTangentLengthContinuity(double& x, KeySide side, double scale,
                                             double tolerance);
     /// Writes evaluated handles to the stored ones and clears the constraints of the mask
@@ -225,6 +230,7 @@ public:
     unsigned int ReadFromBufferBody(void const* body) override;
 
 private:
+    friend class HvStdTgtMoverImpl;
     class Rollback;
 
     /// Exchanges keys, fields and user data.
