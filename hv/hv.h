@@ -72,6 +72,7 @@
 #include <hv/fcurve/HvFCurveShell.h>
 #include <hv/fcurve/HvIntegerFCurve.h>
 #include <hv/fcurve/HvStdFCurve.h>
+#include <hv/fcurve/HvStdTgtMover.h>
 #include <hv/fcurve/HvSteppedFCurve.h>
 #include <hv/fcurve/flatten_edges.h>
 

@@ -10,6 +10,7 @@
 #include <hv/foundation/HvPoint2.h>
 
 class HvStdFCurveImpl;
+class HvStdTgtMoverImpl;
 
 extern template class HV_API HvFCurveShell<HvStdFCurveImpl>;
 
@@ -138,45 +139,83 @@ public:
     int AdjustAdjacentAutomaticKeysTangents(double x, double tolerance);
 
     // Inserting and removing keys. An insertion into a cubic segment splits it, so that a key made
-    // on the curve keeps the shape; a removal rescales the handles beside it.
+    // on the curve keeps the shape where x(t) is linear (handles at the thirds) and nearly so
+    // elsewhere; a removal rescales the handles beside it. Whatever the edit, every segment stays a
+    // function of the parameter. Kinds are 1 to 3, or 0 where they are said to be kept; anything
+    // else, and a number that is not finite, is refused. Cost of one key: O(log n) to find it and
+    // one block move; constant, amortised, behind the last key.
 
     int CreateKey(double x, double y) override;
-    /// `left` and `right` are the kinds of the spans on both sides of the new key; an existing key
-    /// ignores them.
+    /// `left` and `right` are the kinds of the spans on both sides of the new key, 0 to keep the
+    /// kind of the span that it divides; an existing key ignores them, and refuses when its value
+    /// is locked.
     int CreateKey(double x, double y, FSKind left, FSKind right);
+    /// The neighbours of the new key are frozen: their derived tangents become stored ones. On an
+    /// existing key the jump closes to its right value.
     int CreateNonModifyingKey(double x, int ignoreExtrapolation) override;
     int MergeAndCreateKey(double from, double to, double x, double y, int openAtFrom, int openAtTo,
                           int keepKeyData) override;
+    /// `left` and `right` as in CreateKey. The outermost handles of the keys that go live on at the
+    /// new key, shortened as far as its segments need. An interval that runs backwards holds
+    /// nothing: 1, and no key is made.
     int MergeAndCreateKey(double from, double to, double x, double y, FSKind left, FSKind right,
                           int openAtFrom, int openAtTo, int keepKeyData);
+    /// The value is that of the keys alone: no extrapolation is used beyond them. A cycling curve
+    /// first moves the interval into its keys' range, along with x.
     int MergeAndCreateNonModifyingKey(double from, double to, double x, int openAtFrom,
                                       int openAtTo, int keepKeyData,
                                       int ignoreExtrapolation) override;
     int RemoveKey(double x, double tolerance) override;
-    /// `kind` is the kind of the span that takes the key's place.
+    /// `kind` is the kind of the span that takes the key's place, 0 for that of the span before it.
+    /// A locked key beside x, found by the tolerance, goes all the same.
     int RemoveKey(double x, FSKind kind, double tolerance);
     int RemoveKeys(double from, double to, int openAtFrom, int openAtTo) override;
     int RemoveKeys(double from, double to, FSKind kind, int openAtFrom, int openAtTo);
+    /// Refuses when a key up to x is locked. Leaves a key at x on a curve without keys too.
     int RemoveHead(double x) override;
+    /// Refuses when a key from x on is locked. Leaves a key at x on a curve without keys too.
     int RemoveTail(double x) override;
+    /// Refuses, with the clipboard as it was, when a key in [from, to] is locked. When a key behind
+    /// it is, so that the gap cannot close, the curve keeps its shape but the automatic keys of the
+    /// stretch are frozen. `clipboard` is replaced; it cannot be this curve.
     int Cut(double from, double to, HvBaseFCurve& clipboard) override;
+    /// What stands behind `to` moves to the end of the pasted piece. Refuses when a key from `from`
+    /// on is locked.
     int Paste(HvBaseFCurve const& source, double from, double to) override;
+    /// The last key takes over the right value, right handle and kind of the source's first; locks
+    /// and user data come along with the others. When the handle does not fit, the result is 0 with
+    /// the keys appended: a caller who wants all or nothing takes a copy first, as Paste does.
     int Append(HvBaseFCurve const& source) override;
+    // Each adds one key behind the last, whose kind moves on to it; refused unless the point lies
+    // past the last key. The linear and constant forms also make the first key of a curve.
+    /// The cubic from the last key over the handles P1, P2 to P3; refused when it turns back.
     int AppendBezierCubicSegment(HvPoint2<double> const& P1, HvPoint2<double> const& P2,
                                  HvPoint2<double> const& P3);
     int AppendLinearSegment(HvPoint2<double> const& P);
+    /// Moves the last key along its line to P.x when the last segment is linear, its line passes P
+    /// within `tolerance` (in values) and no lock holds the key; otherwise AppendLinearSegment.
     int AppendOrExtendLinearSegment(HvPoint2<double> const& P, double tolerance);
+    /// Holds the last right value up to P.x and jumps to P.y there.
     int AppendConstantSegment(HvPoint2<double> const& P);
 
-    // Changing keys.
+    // Changing keys. A move of the whole curve is refused when any key is locked against it, or
+    // keys would meet or numbers leave their range; user data move along.
 
     int ShiftParameters(double offset) override;
     int ScaleParameterAxis(double scale) override;
     int ShiftValues(double offset) override;
+    /// Scales the clamping values too, but for those at the infinite default.
     int ScaleAndShiftValues(double scale, double offset) override;
+    /// Mirrors about the middle of the curve's bounds; the clamping values stay.
     int MirrorValues() override;
     int MirrorParameters() override;
+    /// Moves the handle of that side along. The lock is looked for at exactly x: a locked key
+    /// beside it keeps its value while its handle moves. 1 also when no key is within the
+    /// tolerance.
     int SetKeyValue(double x, KeySide side, double value, double tolerance) override;
+    // A segment that becomes cubic and whose stored handles turn back gets handles at the thirds of
+    // its chord.
+    /// Sets the kind of the span on one side of the key; on a curve without keys of its only span.
     int SetSegmentKind(double x, KeySide side, FSKind kind, double tolerance);
     int SetSegmentKindAtParameter(double x, FSKind kind);
     int SetFirstSegmentKind(FSKind kind);
@@ -188,12 +227,18 @@ public:
                          double tolerance);
     int SetConstraint(double& parameter, KeyConstraint constraint, int on,
                       double tolerance) override;
+    // Locking moves no handle. Each stores the found key's parameter in `x`.
     int LockTangentContinuity(double& x, double tolerance);
     int UnlockTangentContinuity(double& x, double tolerance);
-    /// `scale` multiplies y, so that lengths compare as they look in a view.
+    /// `scale` multiplies y, so that lengths compare as they look in a view. Refuses on an inner
+    /// key between cubic segments whose handles differ in length.
     int LockTangentLengthContinuity(double& x, double scale, double tolerance);
     int UnlockTangentLengthContinuity(double& x, double scale, double tolerance);
+    /// Turns the handle opposite to `side` onto the line of that one and locks tangent continuity.
+    /// On a key beside segments that are not cubic no handle moves. Refuses when the tangents at
+    /// exactly x are locked, or continuity already is and holds.
     int UnifyAndLockTangentContinuity(double& x, KeySide side, double tolerance);
+    /// The same for the lengths of the two handles, with y multiplied by `scale`.
     int UnifyAndLockTangentLengthContinuity(double& x, KeySide side, double scale,
                                             double tolerance);
     /// Writes evaluated handles to the stored ones and clears the constraints of the mask
@@ -225,6 +270,7 @@ public:
     unsigned int ReadFromBufferBody(void const* body) override;
 
 private:
+    friend class HvStdTgtMoverImpl;
     class Rollback;
 
     /// Exchanges keys, fields and user data.

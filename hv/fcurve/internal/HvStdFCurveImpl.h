@@ -108,6 +108,10 @@ public:
     {
         return side == HvBaseFCurve::Left ? LeftPoint(i) : RightPoint(i);
     }
+    Point const& StoredHandle(unsigned int i, KeySide side) const
+    {
+        return side == HvBaseFCurve::Left ? keys[i].leftHandle : keys[i].rightHandle;
+    }
     /// The stored handles of key i as vectors from the key.
     Point LeftVector(unsigned int i) const { return keys[i].leftHandle - LeftPoint(i); }
     Point RightVector(unsigned int i) const { return keys[i].rightHandle - RightPoint(i); }
@@ -139,6 +143,13 @@ public:
     /// shorter than 1e-7 gives no line: nothing changes, result 1.
     int UnifyActualLeftTangentWithActualRightTangent(unsigned int i);
     int UnifyActualRightTangentWithActualLeftTangent(unsigned int i);
+    /// The same with the handle of `model` as the one that stays.
+    int UnifyActualTangentWith(unsigned int i, KeySide model);
+    /// Gives the handle opposite to `model` the length of that one, with y multiplied by `scale`. 0
+    /// when it has no direction, or its segment would not be a function of the parameter.
+    int UnifyActualTangentLengthWith(unsigned int i, KeySide model, double scale);
+    /// Whether the segments beside key i, those that exist, are all cubic.
+    bool AreSegmentsBesideCubic(unsigned int i) const;
     /// Whether the evaluated handles lie on one line, or, for a key with MirroredTangents, mirror
     /// each other in the vertical through the key. A handle of no length always does.
     bool ActualTangentsAreUnified(unsigned int i) const;
