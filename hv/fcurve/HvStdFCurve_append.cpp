@@ -31,6 +31,7 @@ void HvStdFCurveImpl::AppendConstantSegment(Point const& P)
     key.leftHandle.y = keys[last].rightValue;
     InsertKey(last + 1, key, CFCKeyConstraint::kTangentContinuityLocked);
     SetKind(last, HvBaseFCurve::ConstantSegment);
+    LayUnusedHandlesOnKeys(last);
 }
 
 bool HvStdFCurveImpl::ExtendLinearSegment(Point const& P, double tolerance, HvBaseFCurve& curve)
@@ -66,6 +67,7 @@ void HvStdFCurveImpl::AppendOrExtendLinearSegment(Point const& P, double toleran
 {
     if (!ExtendLinearSegment(P, tolerance, curve)) {
         AppendLinearSegment(P);
+        LayUnusedHandlesOnKeys(NumKeys() < 2 ? 0 : NumKeys() - 2);
     }
 }
 
@@ -92,6 +94,7 @@ int HvStdFCurve::AppendLinearSegment(HvPoint2<double> const& P)
         return 0;
     }
     impl_->AppendLinearSegment(P);
+    impl_->LayUnusedHandlesOnKeys(impl_->NumKeys() < 2 ? 0 : impl_->NumKeys() - 2);
     return 1;
 }
 

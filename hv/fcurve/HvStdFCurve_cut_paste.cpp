@@ -162,8 +162,10 @@ void HvStdFCurveImpl::Append(HvStdFCurveImpl const& other, double shift)
     for (unsigned int k = 1; k <= numAdded; ++k) {
         CFCStdKey key = other.keys[k];
         key.parameter += shift;
-        key.leftHandle.x += shift;
-        key.rightHandle.x += shift;
+        key.leftHandle = HvStdEdit_FiniteOr(key.leftHandle + Point(shift, 0),
+                                            Point(key.parameter, key.leftHandle.y));
+        key.rightHandle = HvStdEdit_FiniteOr(key.rightHandle + Point(shift, 0),
+                                             Point(key.parameter, key.rightHandle.y));
         if (key.parameter > LastParameter()) {  // two keys may round to one
             keys.Add(key);
         }

@@ -30,7 +30,8 @@ using Point = HvPoint2<double>;
 /// `handle` mirrored through `key`.
 Point MirroredThrough(Point const& key, Point const& handle)
 {
-    return Point(handle.x - 2 * (handle.x - key.x), handle.y - 2 * (handle.y - key.y));
+    return HvStdEdit_FiniteOr(
+        Point(handle.x - 2 * (handle.x - key.x), handle.y - 2 * (handle.y - key.y)), key);
 }
 
 /// Whether a handle vector is too short to give a direction.
@@ -84,11 +85,13 @@ void HvStdFCurveImpl::SetValOnExistingKey(unsigned int i, double y)
 {
     CFCStdKey& key = keys[i];
     bool const locked = key.constraints.HasAny(CFCKeyConstraint::kValueLocked);
-    key.leftHandle.y += y - key.leftValue;
+    key.leftHandle =
+        HvStdEdit_FiniteOr(key.leftHandle + Point(0, y - key.leftValue), Point(key.parameter, y));
     if (!locked) {
         key.leftValue = y;
     }
-    key.rightHandle.y += y - key.rightValue;
+    key.rightHandle =
+        HvStdEdit_FiniteOr(key.rightHandle + Point(0, y - key.rightValue), Point(key.parameter, y));
     if (!locked) {
         key.rightValue = y;
     }
@@ -250,12 +253,12 @@ void HvStdFCurveImpl::InsertIntoSegment(unsigned int i, CFCStdKey const& key, FS
     unsigned int const added = i + 1;
     InsertKey(added, key, CFCKeyConstraint::kTangentContinuityLocked);
     SetKind(i, left);
-    WriteRightHandle(i, A[1]);
-    keys[added].leftHandle =
-        Point(MovedHandleX(added, HvBaseFCurve::Left, A[2].x), A[2].y + y - splitY);
-    keys[added].rightHandle =
-        Point(MovedHandleX(added, HvBaseFCurve::Right, B[1].x), B[1].y + y - splitY);
-    WriteLeftHandle(added + 1, B[2]);
+    WriteRightHandle(i, HvStdEdit_FiniteOr(A[1], P[0]));
+    keys[added].leftHandle = HvStdEdit_FiniteOr(
+        Point(MovedHandleX(added, HvBaseFCurve::Left, A[2].x), A[2].y + y - splitY), Point(x, y));
+    keys[added].rightHandle = HvStdEdit_FiniteOr(
+        Point(MovedHandleX(added, HvBaseFCurve::Right, B[1].x), B[1].y + y - splitY), Point(x, y));
+    WriteLeftHandle(added + 1, HvStdEdit_FiniteOr(B[2], P[3]));
 }
 
 /// Gives the two segments beside key i + 1, which took the place of removed keys, the directions

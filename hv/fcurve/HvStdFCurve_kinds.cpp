@@ -27,8 +27,9 @@ void HvStdFCurveImpl::ModifyFSK(unsigned int i, FSKind kind)
         !IsSegmentValidWith(i, keys[i].rightHandle, keys[i + 1].leftHandle)) {
         Point const from = RightPoint(i);
         Point const chord = LeftPoint(i + 1) - from;
-        WriteRightHandle(i, from + chord * kThirdOfSpan);
-        WriteLeftHandle(i + 1, from + chord * kTwoThirdsOfSpan);
+        WriteRightHandle(i, HvStdEdit_FiniteOr(from + chord * kThirdOfSpan, from));
+        WriteLeftHandle(i + 1,
+                        HvStdEdit_FiniteOr(from + chord * kTwoThirdsOfSpan, LeftPoint(i + 1)));
     }
     SetKind(i, kind);
 }
@@ -41,11 +42,16 @@ void HvStdFCurveImpl::SetValidBezierTangentsOnConstantOrLinearSegments()
         WriteLeftHandle(0, LeftPoint(0));
     }
     for (unsigned int i = 0; i + 1 < n; ++i) {
-        if (SegmentKind(i) != HvBaseFCurve::CubicSegment &&
-            !IsSegmentValidWith(i, keys[i].rightHandle, keys[i + 1].leftHandle)) {
-            WriteRightHandle(i, RightPoint(i));
-            WriteLeftHandle(i + 1, LeftPoint(i + 1));
-        }
+        LayUnusedHandlesOnKeys(i);
+    }
+}
+
+void HvStdFCurveImpl::LayUnusedHandlesOnKeys(unsigned int i)
+{
+    if (i + 1 < NumKeys() && SegmentKind(i) != HvBaseFCurve::CubicSegment &&
+        !IsSegmentValidWith(i, keys[i].rightHandle, keys[i + 1].leftHandle)) {
+        WriteRightHandle(i, RightPoint(i));
+        WriteLeftHandle(i + 1, LeftPoint(i + 1));
     }
 }
 

@@ -22,10 +22,11 @@ bool IsDegenerate(Point const& vector)
     return kHvGeometryTolerance > HvPoint2_Length(vector);
 }
 
-/// `key` plus `vector` lengthened by `factor`; the key itself for a handle without a direction.
+/// `key` plus `vector` lengthened by `factor`; the key itself for a handle without a direction, the
+/// handle as it is where it would become longer than numbers are.
 Point Lengthened(Point const& key, Point const& vector, double factor)
 {
-    return IsDegenerate(vector) ? key : key + vector * factor;
+    return IsDegenerate(vector) ? key : HvStdEdit_FiniteOr(key + vector * factor, key + vector);
 }
 
 }  // namespace

@@ -26,8 +26,10 @@ bool MapParameters(HvStdFCurveImpl& curve, Map const& map)
 {
     unsigned int const n = curve.NumKeys();
     for (unsigned int i = 0; i < n; ++i) {
-        double const p = map(curve.Parameter(i));
+        CFCStdKey const& key = curve.keys[i];
+        double const p = map(key.parameter);
         if (!HvStdEdit_AreFinite(p, p - map(curve.FirstParameter())) ||
+            !HvStdEdit_AreFinite(map(key.leftHandle.x), map(key.rightHandle.x)) ||
             (i != 0 && !(map(curve.Parameter(i - 1)) < p))) {
             return false;
         }

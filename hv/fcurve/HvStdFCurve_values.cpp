@@ -25,7 +25,8 @@ int HvStdFCurve::SetKeyValue(double x, KeySide side, double value, double tolera
     CFCStdKey& key = impl_->keys[i];
     double& keyValue = side == Left ? key.leftValue : key.rightValue;
     HvPoint2<double>& handle = side == Left ? key.leftHandle : key.rightHandle;
-    handle.y += value - keyValue;
+    handle = HvStdEdit_FiniteOr(handle + HvPoint2<double>(0, value - keyValue),
+                                HvPoint2<double>(key.parameter, value));
     if (!key.constraints.HasAny(CFCKeyConstraint::kValueLocked)) {
         keyValue = value;
     }

@@ -90,6 +90,21 @@ TEST(HvStdFCurve_append, ConstantSegmentHoldsAndJumps)
     EXPECT_EQ(empty.Impl().keys[0].segmentKind, kLinear);
 }
 
+TEST(HvStdFCurve_append, OuterHandleThatReachesPastTheNewKeyIsLaidOnItsOwn)
+{
+    for (int const form : {0, 1, 2}) {
+        StdCurve curve = Line();
+        curve.Impl().keys[1].rightHandle = Point(9, 9);
+        Point const P(4, 9);
+        EXPECT_EQ(form == 0   ? curve.AppendLinearSegment(P)
+                  : form == 1 ? curve.AppendConstantSegment(P)
+                              : curve.AppendOrExtendLinearSegment(P, 0),
+                  1);
+        EXPECT_EQ(curve.Impl().keys[1].rightHandle, Point(2, 5));
+        EXPECT_TRUE(curve.Impl().IsValid());
+    }
+}
+
 TEST(HvStdFCurve_append, PointOnTheLineOfTheLastSegmentMovesItsKey)
 {
     // The line runs from (0, 1) to (2, 3): slope 1.

@@ -164,6 +164,8 @@ public:
     /// Puts handles that make no valid segment on their keys where no cubic segment uses them, so
     /// that a later change to cubic is safe.
     void SetValidBezierTangentsOnConstantOrLinearSegments();
+    /// The same for the segment after key i, when there is one.
+    void LayUnusedHandlesOnKeys(unsigned int i);
 
     // Constraints and segment kinds (HvStdFCurve_constraints.cpp, HvStdFCurve_kinds.cpp).
 

@@ -25,6 +25,14 @@ inline bool HvStdEdit_AreFinite(HvPoint2<double> const& P)
     return HvStdEdit_AreFinite(P.x, P.y);
 }
 
+/// `handle`; the key itself where values near the limit of a double have made a handle that is no
+/// point.
+inline HvPoint2<double> HvStdEdit_FiniteOr(HvPoint2<double> const& handle,
+                                           HvPoint2<double> const& key)
+{
+    return HvStdEdit_AreFinite(handle) ? handle : key;
+}
+
 /// Whether `kind` is one that a span can have.
 inline bool HvStdEdit_IsKind(HvBaseFCurve::FSKind kind)
 {
