@@ -313,7 +313,8 @@ TEST(HvRawFCurve_eval, InverseLeadsBackToTheValue)
             y += PickInRange(1, 50) / 7.0 * (up ? 1 : -1);
             curve.CreateKey(x * 3, y);
         }
-        double const value = PickInRange(0, 1000) / 1000.0 * y;
+        double const first = curve.GetMinusInfinityVal();
+        double const value = first + PickInRange(0, 1000) / 1000.0 * (y - first);
         AllocationCounter const counter;
         double parameter = 0;
         RC_ASSERT(curve.EvalInverse(value, parameter, 0) == 1);

@@ -94,14 +94,14 @@ TEST(HvRawFCurve_values, RescalesALowerClampOnlyAboveTheSmallestNormalDouble)
     constexpr double kSmallest = std::numeric_limits<double>::min();
     double const above = std::nextafter(kSmallest, 1.0);
     ClampCase const cases[] = {
-        {-1, 4, 2, 0, -1, 8},                     // negative: stays
-        {0, 4, 2, 5, 0, 13},                      // zero: stays
-        {1, 4, 2, 5, 7, 13},                      // positive: goes along
-        {1, 4, -1, 0, -4, -1},                    // crossing clamps are swapped
-        {0, 4, -1, 0, -4, 0},                     // also with one that stayed
-        {kSmallest, 4, 2, 0, kSmallest, 8},       // at the threshold
-        {above, 4, 2, 0, above * 2, 8},           // above it
-        {5e-324, 4, 2, 0, 5e-324, 8},             // denormal
+        {-1, 4, 2, 0, -1, 8},                // negative: stays
+        {0, 4, 2, 5, 0, 13},                 // zero: stays
+        {1, 4, 2, 5, 7, 13},                 // positive: goes along
+        {1, 4, -1, 0, -4, -1},               // crossing clamps are swapped
+        {0, 4, -1, 0, -4, 0},                // also with one that stayed
+        {kSmallest, 4, 2, 0, kSmallest, 8},  // at the threshold
+        {above, 4, 2, 0, above * 2, 8},      // above it
+        {5e-324, 4, 2, 0, 5e-324, 8},        // denormal
         {1, 1.7976931348623157e308, 2, 0, 2, 1.7976931348623157e308},
         {-1.7976931348623157e308, -3, 2, 0, -1.7976931348623157e308, -6},
     };
