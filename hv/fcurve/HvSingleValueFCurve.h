@@ -76,6 +76,9 @@ protected:
     HvSingleValueFCurve(HvSingleValueFCurve const& source, double from, double to);
     HvSingleValueFCurve& operator=(HvSingleValueFCurve const& other);
 
+    /// Swaps keys, fields and user data, for edits that run on a copy.
+    void ExchangeContents(HvSingleValueFCurve& other) noexcept;
+
     using HvFCurveShell<Impl>::impl_;
 
 private:
@@ -84,7 +87,6 @@ private:
     int AreAnyLocked(double from, double to, int openAtFrom, int openAtTo) const;
     void Unlock(unsigned int first, unsigned int end);
     void TrimTo(double from, double to);
-    void ExchangeContents(HvSingleValueFCurve& other) noexcept;
     int FillKeyInfo(unsigned int index, KeyInfo& info) const;
 };
 
