@@ -34,6 +34,18 @@ struct Stepped {
     }
 };
 
+struct Raw {
+    using Curve = HvRawFCurve;
+    static Curve Make(int keys)
+    {
+        Curve curve(0.0);
+        for (int i = 0; i < keys; ++i) {
+            curve.AppendLinearSegment(HvPoint2<double>(i, i * 7919 % 1009));
+        }
+        return curve;
+    }
+};
+
 template <HvBaseFCurve::FSKind kKind>
 struct Standard {
     using Curve = HvStdFCurve;
@@ -150,6 +162,7 @@ void EvalInTwoThreads(benchmark::State& state)
     BENCHMARK_TEMPLATE(Eval, kind, Jump)->RangeMultiplier(10)->Range(10, 100000)
 
 HV_EVAL_BENCH(Stepped);
+HV_EVAL_BENCH(Raw);
 HV_EVAL_BENCH(Constant);
 HV_EVAL_BENCH(Linear);
 HV_EVAL_BENCH(Cubic);

@@ -99,6 +99,13 @@ CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>::ComputeNeighboringKey
     double, HvExtent2<double>&) const;
 template int CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>::ComputeAllKeysExtent(
     HvExtent2<double>&) const;
+template int CFCBaseImpl<double, CFCSingleValueKey<double>, CFCRawStore>::ComputeKeyExtent(
+    double, HvExtent2<double>&) const;
+template int
+CFCBaseImpl<double, CFCSingleValueKey<double>, CFCRawStore>::ComputeNeighboringKeysExtent(
+    double, HvExtent2<double>&) const;
+template int CFCBaseImpl<double, CFCSingleValueKey<double>, CFCRawStore>::ComputeAllKeysExtent(
+    HvExtent2<double>&) const;
 template int
 CFCBaseImpl<double, CFCStdKey, CFCStdStore>::ComputeKeyExtent(double, HvExtent2<double>&) const;
 template int
