@@ -69,10 +69,14 @@
 #include <hv/fcurve/HvBaseFCurve.h>
 #include <hv/fcurve/HvBooleanFCurve.h>
 #include <hv/fcurve/HvCurveLock.h>
+#include <hv/fcurve/HvFCurveArchive.h>
 #include <hv/fcurve/HvFCurveShell.h>
 #include <hv/fcurve/HvIntegerFCurve.h>
 #include <hv/fcurve/HvStdFCurve.h>
+<<<<<<< HEAD
 #include <hv/fcurve/HvStdTgtMover.h>
+=======
+>>>>>>> f74b872 (fcurve: archives read by blocks of keys; benchmark, fuzz entry)
 #include <hv/fcurve/HvSteppedFCurve.h>
 #include <hv/fcurve/flatten_edges.h>
 

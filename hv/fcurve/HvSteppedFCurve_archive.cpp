@@ -62,15 +62,9 @@ struct Format<int> {
     static constexpr auto kReadTwoByteWords = &SetFromHvIntegerFCurve_010221_Buffer;
 };
 
-unsigned short ReadOneByteWord(HvByteReader& body)
-{
-    return body.ReadUInt8();
-}
-
-/// The fields and keys, behind the identifier.
-template <class T, class ReadWord>
-unsigned int ReadFieldsAndKeys(CFCSteppedImpl<T>& impl, HvByteReader& body, std::size_t wordSize,
-                               ReadWord readWord, bool& ok)
+/// The fields and keys, behind the identifier, with constraint words of this size.
+template <class T, std::size_t kWordSize>
+unsigned int ReadFieldsAndKeys(CFCSteppedImpl<T>& impl, HvByteReader& body, bool& ok)
 {
     std::size_t const start = body.Used();
     impl.valueWhenNoKeys = Format<T>::ReadCurveValue(body);
@@ -78,14 +72,16 @@ unsigned int ReadFieldsAndKeys(CFCSteppedImpl<T>& impl, HvByteReader& body, std:
     impl.extrapolation = body.ReadUInt8();
     impl.readOnly = HvCurveArchive_ReadFlag(body);
     std::uint32_t const count = body.ReadUInt32();
-    if (body.Holds(count, sizeof(double) + Format<T>::kValueSize + wordSize)) {
+    constexpr std::size_t kKeySize = sizeof(double) + Format<T>::kValueSize + kWordSize;
+    if (body.Holds(count, kKeySize)) {
         impl.keys.Resize(count);
         impl.constraints.Resize(count);
-        for (std::uint32_t i = 0; i < count; ++i) {
-            impl.keys[i].parameter = body.ReadFiniteDouble();
-            impl.keys[i].value = Format<T>::ReadKeyValue(body);
-            impl.constraints[i].word = readWord(body);
-        }
+        HvCurveArchive_ReadRecords(body, count, kKeySize, [&](HvByteReader& keys, unsigned int i) {
+            impl.keys[i].parameter = keys.ReadFiniteDouble();
+            impl.keys[i].value = Format<T>::ReadKeyValue(keys);
+            impl.constraints[i].word =
+                kWordSize == 1 ? keys.ReadUInt8() : HvCurveArchive_ReadWord(keys);
+        });
     }
     return HvCurveArchive_Used(body, start, ok);
 }
@@ -110,25 +106,25 @@ bool ReadHead(HvByteReader& body, std::uint32_t& version)
 unsigned int SetFromHvBooleanFCurve980121ArchiveBuffer(CFCBooleanImpl& impl, HvByteReader& body,
                                                        bool& ok)
 {
-    return ReadFieldsAndKeys<bool>(impl, body, 1, &ReadOneByteWord, ok);
+    return ReadFieldsAndKeys<bool, 1>(impl, body, ok);
 }
 
 unsigned int SetFromHvBooleanFCurve_010221_Buffer(CFCBooleanImpl& impl, HvByteReader& body,
                                                   bool& ok)
 {
-    return ReadFieldsAndKeys<bool>(impl, body, 2, &HvCurveArchive_ReadWord, ok);
+    return ReadFieldsAndKeys<bool, 2>(impl, body, ok);
 }
 
 unsigned int SetFromHvIntegerFCurve980121ArchiveBuffer(CFCIntegerImpl& impl, HvByteReader& body,
                                                        bool& ok)
 {
-    return ReadFieldsAndKeys<int>(impl, body, 1, &ReadOneByteWord, ok);
+    return ReadFieldsAndKeys<int, 1>(impl, body, ok);
 }
 
 unsigned int SetFromHvIntegerFCurve_010221_Buffer(CFCIntegerImpl& impl, HvByteReader& body,
                                                   bool& ok)
 {
-    return ReadFieldsAndKeys<int>(impl, body, 2, &HvCurveArchive_ReadWord, ok);
+    return ReadFieldsAndKeys<int, 2>(impl, body, ok);
 }
 
 template <class T>

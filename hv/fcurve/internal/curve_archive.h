@@ -53,6 +53,24 @@ inline unsigned char HvCurveArchive_ReadFlag(HvByteReader& reader)
     return reader.ReadUInt8() != 0 ? 1 : 0;
 }
 
+/// Calls `read(records, i)` for each of the next `count` records of `each` bytes; the reader fails,
+/// and nothing is called, when they are not all there. Their bounds are tested here once, so that
+/// what `read` takes compiles to plain loads.
+template <class Read>
+void HvCurveArchive_ReadRecords(HvByteReader& reader, unsigned int count, std::size_t each,
+                                Read read)
+{
+    unsigned char const* const bytes =
+        reader.Holds(count, each) ? reader.ReadBytes(count * each) : nullptr;
+    if (bytes == nullptr) {
+        return;
+    }
+    HvByteReader records = HvByteReader::Unbounded(bytes);
+    for (unsigned int i = 0; i < count; ++i) {
+        read(records, i);
+    }
+}
+
 // Which keys are selected is a matter of the session, not of the file.
 
 inline void HvCurveArchive_WriteWord(HvByteWriter& writer, unsigned short word)

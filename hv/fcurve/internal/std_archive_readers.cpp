@@ -28,13 +28,12 @@ constexpr std::uint32_t kFirstVersionWithDefaultTangent = 262;
 constexpr std::uint32_t kFirstVersionWithTimeCurve = 264;
 
 constexpr std::size_t kKeySize = 60;
-constexpr std::size_t kOldestKeySize = 64;
 constexpr std::size_t kKeyPadding = 3;
+constexpr std::size_t kOldestKeySize = 64;
 
-/// The key as a new one would be, but for what the file tells.
-CFCStdKey ReadKey(HvByteReader& body)
+/// Fills a key: what the file does not tell is as in a new one.
+void ReadKey(HvByteReader& body, CFCStdKey& key)
 {
-    CFCStdKey key;
     key.parameter = body.ReadFiniteDouble();
     key.leftValue = body.ReadFiniteDouble();
     key.rightValue = body.ReadFiniteDouble();
@@ -44,18 +43,21 @@ CFCStdKey ReadKey(HvByteReader& body)
     key.rightHandle.y = body.ReadFiniteDouble();
     key.segmentKind = body.ReadUInt8();
     body.Skip(kKeyPadding);
-    return key;
+    key.constraints.word = CFCKeyConstraint::kTangentContinuityLocked;
 }
 
-/// Makes room for as many keys as the file claims, once it is sure that their bytes are there.
-bool ReadKeyCount(HvByteReader& body, HvStdFCurveImpl& impl, std::size_t keySize)
+/// Reads count and keys. There is no room made for keys before it is sure that their bytes are
+/// there.
+template <class Read>
+void ReadKeys(HvByteReader& body, HvStdFCurveImpl& impl, std::size_t keySize, Read read)
 {
     std::uint32_t const count = body.ReadUInt32();
-    if (!body.Holds(count, keySize)) {
-        return false;
+    if (body.Holds(count, keySize)) {
+        impl.keys.Resize(count);
+        HvCurveArchive_ReadRecords(body, count, keySize, [&](HvByteReader& keys, unsigned int i) {
+            read(keys, impl.keys[i]);
+        });
     }
-    impl.keys.Resize(count);
-    return true;
 }
 
 /// The layout of version 1, behind the version.
@@ -63,15 +65,13 @@ void ReadOldest(HvByteReader& body, HvStdFCurveImpl& impl)
 {
     impl.valueWhenNoKeys = body.ReadFiniteDouble();
     impl.defaultSegmentKind = body.ReadInt32();
-    if (!ReadKeyCount(body, impl, kOldestKeySize)) {
-        return;
-    }
-    for (CFCStdKey& key : impl.keys) {
-        key = ReadKey(body);
-        if (body.ReadUInt32() != 0) {
-            body.Fail();
-            return;
-        }
+    std::uint32_t behindKeys = 0;
+    ReadKeys(body, impl, kOldestKeySize, [&](HvByteReader& keys, CFCStdKey& key) {
+        ReadKey(keys, key);
+        behindKeys |= keys.ReadUInt32();
+    });
+    if (behindKeys != 0) {
+        body.Fail();
     }
 }
 
@@ -86,20 +86,16 @@ void ReadFieldsAndKeys(HvByteReader& body, HvStdFCurveImpl& impl)
     impl.lowerClamp = body.ReadFiniteDouble();
     impl.upperClamp = body.ReadFiniteDouble();
     impl.defaultSegmentKind = body.ReadInt32();
-    if (ReadKeyCount(body, impl, kKeySize)) {
-        for (CFCStdKey& key : impl.keys) {
-            key = ReadKey(body);
-        }
-    }
+    ReadKeys(body, impl, kKeySize, &ReadKey);
 }
 
 /// The words of versions 257 to 260.
 void ReadOneByteWords(HvByteReader& body, HvStdFCurveImpl& impl)
 {
     HvCurveArchive_ReadTag(body, HvCurveSection::Words);
-    for (CFCStdKey& key : impl.keys) {
-        key.constraints.word = body.ReadUInt8();
-    }
+    HvCurveArchive_ReadRecords(body, impl.NumKeys(), 1, [&](HvByteReader& words, unsigned int i) {
+        impl.keys[i].constraints.word = words.ReadUInt8();
+    });
 }
 
 void ReadSections(HvByteReader& body, std::uint32_t version, HvStdFCurveImpl& impl,
@@ -130,10 +126,10 @@ unsigned int SetFromHvStdFCurve_980508_Buffer(HvByteReader& body, HvStdFCurveImp
     HvCurveArchive_ReadTag(body, HvCurveSection::StdSettings);
     impl.extrapolation = body.ReadUInt8();
     impl.readOnly = HvCurveArchive_ReadFlag(body);
-    for (CFCStdKey& key : impl.keys) {
-        key.privateByte1 = body.ReadUInt8();
-        key.privateByte2 = body.ReadUInt8();
-    }
+    HvCurveArchive_ReadRecords(body, impl.NumKeys(), 2, [&](HvByteReader& bytes, unsigned int i) {
+        impl.keys[i].privateByte1 = bytes.ReadUInt8();
+        impl.keys[i].privateByte2 = bytes.ReadUInt8();
+    });
     HvCurveArchive_ReadUserData(body, curve);
     return HvCurveArchive_Used(body, start, ok);
 }
@@ -143,9 +139,9 @@ unsigned int SetFromHvStdFCurve_010221_Buffer(HvByteReader& body, HvStdFCurveImp
 {
     std::size_t const start = body.Used();
     HvCurveArchive_ReadTag(body, HvCurveSection::Words);
-    for (CFCStdKey& key : impl.keys) {
-        key.constraints.word = HvCurveArchive_ReadWord(body);
-    }
+    HvCurveArchive_ReadRecords(body, impl.NumKeys(), 2, [&](HvByteReader& words, unsigned int i) {
+        impl.keys[i].constraints.word = HvCurveArchive_ReadWord(words);
+    });
     return HvCurveArchive_Used(body, start, ok);
 }
 
