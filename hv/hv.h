@@ -73,10 +73,7 @@
 #include <hv/fcurve/HvFCurveShell.h>
 #include <hv/fcurve/HvIntegerFCurve.h>
 #include <hv/fcurve/HvStdFCurve.h>
-<<<<<<< HEAD
 #include <hv/fcurve/HvStdTgtMover.h>
-=======
->>>>>>> f74b872 (fcurve: archives read by blocks of keys; benchmark, fuzz entry)
 #include <hv/fcurve/HvSteppedFCurve.h>
 #include <hv/fcurve/flatten_edges.h>
 
