@@ -8,15 +8,17 @@
 #include <hv/fcurve/internal/CFCBaseImpl_stepped.inl>
 #include <hv/fcurve/internal/CFCSingleValueImpl.inl>
 #include <hv/fcurve/internal/HvFCurveShell.inl>
+#include <hv/fcurve/internal/HvSingleValueFCurve.inl>
+#include <hv/fcurve/internal/HvSingleValueFCurve_axes.inl>
+#include <hv/fcurve/internal/HvSingleValueFCurve_keys.inl>
+#include <hv/fcurve/internal/HvSingleValueFCurve_pieces.inl>
 #include <hv/fcurve/internal/HvSteppedFCurve.inl>
-#include <hv/fcurve/internal/HvSteppedFCurve_axes.inl>
-#include <hv/fcurve/internal/HvSteppedFCurve_keys.inl>
 #include <hv/fcurve/internal/HvSteppedFCurve_pending.inl>
-#include <hv/fcurve/internal/HvSteppedFCurve_pieces.inl>
 
 template class CFCBaseImpl<bool, CFCSingleValueKey<bool>, CFCBooleanStore>;
 template class CFCSingleValueImpl<bool, CFCSingleValueKey<bool>, CFCBooleanStore>;
 template class HvFCurveShell<CFCBooleanImpl>;
+template class HvSingleValueFCurve<CFCBooleanImpl>;
 template class HvSteppedFCurve<bool>;
 
 HvBooleanFCurve::HvBooleanFCurve(double valueWhenNoKeys)

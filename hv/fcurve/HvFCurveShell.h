@@ -79,6 +79,11 @@ protected:
     /// Copies keys, fields and user data; all or nothing.
     HvFCurveShell& operator=(HvFCurveShell const& other);
 
+    /// GetKeys for the kinds that heed `selectedOnly`: without memory the three arrays are emptied
+    /// and the result is 0.
+    unsigned int CollectKeys(HvDoubleArray& parameters, HvDoubleArray& leftValues,
+                             HvDoubleArray& rightValues, int selectedOnly) const;
+
     Impl* impl_;
 
 private:

@@ -8,11 +8,12 @@
 #include <hv/fcurve/internal/CFCBaseImpl_stepped.inl>
 #include <hv/fcurve/internal/CFCSingleValueImpl.inl>
 #include <hv/fcurve/internal/HvFCurveShell.inl>
+#include <hv/fcurve/internal/HvSingleValueFCurve.inl>
+#include <hv/fcurve/internal/HvSingleValueFCurve_axes.inl>
+#include <hv/fcurve/internal/HvSingleValueFCurve_keys.inl>
+#include <hv/fcurve/internal/HvSingleValueFCurve_pieces.inl>
 #include <hv/fcurve/internal/HvSteppedFCurve.inl>
-#include <hv/fcurve/internal/HvSteppedFCurve_axes.inl>
-#include <hv/fcurve/internal/HvSteppedFCurve_keys.inl>
 #include <hv/fcurve/internal/HvSteppedFCurve_pending.inl>
-#include <hv/fcurve/internal/HvSteppedFCurve_pieces.inl>
 
 #include <cmath>
 #include <utility>
@@ -20,10 +21,8 @@
 template class CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>;
 template class CFCSingleValueImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>;
 template class HvFCurveShell<CFCIntegerImpl>;
+template class HvSingleValueFCurve<CFCIntegerImpl>;
 template class HvSteppedFCurve<int>;
-
-/// A scale nearer to zero than this would make the curve a constant.
-constexpr double kSmallestValueScale = 1e-7;
 
 HvIntegerFCurve::HvIntegerFCurve(double valueWhenNoKeys)
     : HvSteppedFCurve<int>(CFCSteppedValue_From<int>(valueWhenNoKeys))

@@ -6,6 +6,7 @@
 #include <hv/fcurve/HvStdFCurve.h>
 #include <hv/fcurve/internal/HvCurveGuards.h>
 #include <hv/fcurve/internal/HvStdFCurveImpl.h>
+#include <hv/fcurve/internal/data_points.h>
 #include <hv/foundation/HvPoint2dArray.h>
 
 #include <algorithm>
@@ -78,28 +79,10 @@ HvStdFCurveImpl* NewCubic(HvPoint2<double> const& P0, HvPoint2<double> const& P1
     return Finished(std::move(impl), first, last);
 }
 
-/// Whether a point at x can follow the last of `kept`.
-bool Ascends(HvPoint2dArray const& kept, double x)
-{
-    return std::isfinite(x) && (kept.Size() == 0 || x > kept[kept.Size() - 1].x);
-}
-
-/// The points that can be keys: finite x, each past the one kept before.
-HvPoint2dArray AscendingPoints(HvPoint2dArray const& points)
-{
-    HvPoint2dArray kept(points.Size());
-    for (HvPoint2<double> const& point : points) {
-        if (Ascends(kept, point.x)) {
-            kept.Add(point);
-        }
-    }
-    return kept;
-}
-
 HvStdFCurveImpl* NewFromPoints(HvPoint2dArray const& points, HvStdFCurve::DPMethod method,
                                double tolerance, FSKind first, FSKind last)
 {
-    HvPoint2dArray const kept = AscendingPoints(points);
+    HvPoint2dArray const kept = CFCDataPoints_Ascending(points);
     Impl impl = NewImpl(kept.Size() == 0 ? 0 : kept[0].y);
     if (kept.Size() != 0) {
         switch (method) {

@@ -1,13 +1,12 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// Evaluating the standard curve: the inversion of a cubic segment, and the four extrapolations with
-// their right and left twins.
+// Evaluating the standard curve: the inversion of a cubic segment, and how its ends continue.
 
 #include <hv/fcurve/HvStdFCurve.h>
 #include <hv/fcurve/internal/HvCurveGuards.h>
 #include <hv/fcurve/internal/HvStdFCurveImpl.h>
-#include <hv/foundation/saturate.h>
+#include <hv/fcurve/internal/extrapolation.h>
 
 #include <cmath>
 
@@ -27,39 +26,6 @@ constexpr double kShortHandleSquared = 1e-7;
 /// A handle shorter than this in x is widened by it before it divides.
 constexpr double kVerticalHandleRun = 1e-7;
 
-/// Which value a key gives, and which end a cycle's border belongs to.
-struct RightTwin {
-    static double Value(CFCStdKey const& key) { return key.rightValue; }
-};
-struct LeftTwin {
-    static double Value(CFCStdKey const& key) { return key.leftValue; }
-};
-
-/// Where a parameter lies among the keys, as LocateParameter tells it.
-struct Location {
-    unsigned int count;  ///< keys whose parameter is not above the one located
-    bool exact;          ///< the last of them stands at the parameter
-};
-
-Location Locate(Curve const& curve, double x)
-{
-    int exact = 0;
-    unsigned int const count = curve.LocateParameter(x, exact);
-    return {count, exact != 0};
-}
-
-/// Snaps x to a key and locates it, in one search.
-Location LocateSnapped(Curve const& curve, double& x)
-{
-    Location const at = Locate(curve, x);
-    unsigned int nearest = 0;
-    if (curve.FindKeyBeside(x, kKeySnapParameter, at.count, at.exact, nearest) == 0) {
-        return at;
-    }
-    x = curve.Parameter(nearest);
-    return {nearest + 1, true};
-}
-
 double SquaredLength(double x, double y)
 {
     return x * x + y * y;
@@ -69,15 +35,6 @@ double SquaredLength(double x, double y)
 double RunCorrection(double run)
 {
     return std::fabs(run) < kVerticalHandleRun ? kVerticalHandleRun : 0;
-}
-
-/// The line of the segment after key i, continued to x.
-double EvalChord(Curve const& curve, unsigned int i, double x)
-{
-    CFCStdKey const& a = curve.keys[i];
-    CFCStdKey const& b = curve.keys[i + 1];
-    return (x - a.parameter) * (b.leftValue - a.rightValue) / (b.parameter - a.parameter) +
-           a.rightValue;
 }
 
 /// The tangent of a cubic last segment, continued to x. The right handle leads when it has a
@@ -100,7 +57,7 @@ double EvalBeyondCubicLastKey(Curve const& curve, double x)
     HvPoint2<double> const& in = key.leftHandle;
     double const inRun = in.x - p;
     if (SquaredLength(inRun, in.y - left) < kShortHandleSquared) {
-        return EvalChord(curve, last - 1, x);
+        return CFCChord_Eval(curve, last - 1, x);
     }
     double const inX = in.x - RunCorrection(inRun);
     return (x - inX) * (left - in.y) / (p - inX) + in.y;
@@ -125,200 +82,44 @@ double EvalBeforeCubicFirstKey(Curve const& curve, double x)
     HvPoint2<double> const& out = key.rightHandle;
     double const outRun = out.x - p;
     if (SquaredLength(outRun, out.y - right) < kShortHandleSquared) {
-        return EvalChord(curve, 0, x);
+        return CFCChord_Eval(curve, 0, x);
     }
     return (x - p) * (out.y - right) / (out.x + RunCorrection(outRun) - p) + right;
 }
 
-/// Linear extrapolation past the last of two or more keys. The stored handles lead, not the
-/// evaluated ones.
-double EvalLineAfterLastKey(Curve const& curve, double x)
-{
-    unsigned int const last = curve.NumKeys() - 1;
-    switch (curve.keys[last - 1].segmentKind) {
-    case HvBaseFCurve::ConstantSegment:
-        return curve.keys[last].rightValue;
-    case HvBaseFCurve::LinearSegment:
-        return EvalChord(curve, last - 1, x);
-    case HvBaseFCurve::CubicSegment:
-        return EvalBeyondCubicLastKey(curve, x);
-    default:
-        return 0;
-    }
-}
-
-/// Linear extrapolation before the first of two or more keys.
-double EvalLineBeforeFirstKey(Curve const& curve, double x)
-{
-    switch (curve.keys[0].segmentKind) {
-    case HvBaseFCurve::ConstantSegment:
-        return curve.keys[0].leftValue;
-    case HvBaseFCurve::LinearSegment:
-        return EvalChord(curve, 0, x);
-    case HvBaseFCurve::CubicSegment:
-        return EvalBeforeCubicFirstKey(curve, x);
-    default:
-        return 0;
-    }
-}
-
-template <class Twin>
-double EvalConstant(Curve const& curve, double x, Location at)
-{
-    if (at.exact) {
-        return Twin::Value(curve.keys[at.count - 1]);
-    }
-    if (at.count == curve.NumKeys()) {
-        return curve.keys[at.count - 1].rightValue;
-    }
-    return at.count == 0 ? curve.keys[0].leftValue : curve.EvalJustAfterIndex(x, at.count - 1);
-}
-
-template <class Twin>
-double EvalLinear(Curve const& curve, double x, Location at)
-{
-    if (!at.exact && curve.NumKeys() > 1) {
-        if (at.count == curve.NumKeys()) {
-            return EvalLineAfterLastKey(curve, x);
-        }
-        if (at.count == 0) {
-            return EvalLineBeforeFirstKey(curve, x);
+/// Linear extrapolation of two or more keys. The stored handles lead, not the evaluated ones.
+struct StdEnds {
+    static double AfterLastKey(Curve const& curve, double x)
+    {
+        unsigned int const last = curve.NumKeys() - 1;
+        switch (curve.keys[last - 1].segmentKind) {
+        case HvBaseFCurve::ConstantSegment:
+            return curve.keys[last].rightValue;
+        case HvBaseFCurve::LinearSegment:
+            return CFCChord_Eval(curve, last - 1, x);
+        case HvBaseFCurve::CubicSegment:
+            return EvalBeyondCubicLastKey(curve, x);
+        default:
+            return 0;
         }
     }
-    return EvalConstant<Twin>(curve, x, at);
-}
-
-/// The right twin finds the first key at the end of a cycle, the left twin the last at its start.
-unsigned int KeyOfCycle(Curve const& curve, unsigned int i, RightTwin)
-{
-    return i + 1 == curve.NumKeys() ? 0 : i;
-}
-unsigned int KeyOfCycle(Curve const& curve, unsigned int i, LeftTwin)
-{
-    return i == 0 ? curve.NumKeys() - 1 : i;
-}
-
-template <class Twin>
-double EvalCycle(Curve const& curve, double x, Location at)
-{
-    if (curve.NumKeys() > 1) {
-        x = curve.FoldIntoKeyRange(x);
-        at = LocateSnapped(curve, x);
-        if (at.exact) {
-            return Twin::Value(curve.keys[KeyOfCycle(curve, at.count - 1, Twin())]);
+    static double BeforeFirstKey(Curve const& curve, double x)
+    {
+        switch (curve.keys[0].segmentKind) {
+        case HvBaseFCurve::ConstantSegment:
+            return curve.keys[0].leftValue;
+        case HvBaseFCurve::LinearSegment:
+            return CFCChord_Eval(curve, 0, x);
+        case HvBaseFCurve::CubicSegment:
+            return EvalBeforeCubicFirstKey(curve, x);
+        default:
+            return 0;
         }
     }
-    return EvalConstant<Twin>(curve, x, at);
-}
-
-/// Where a parameter falls in the repetition of the key range.
-struct CycleFold {
-    double x;       ///< in the key range
-    double cycle;   ///< number of the cycle, 0 for the key range itself
-    double offset;  ///< what each cycle adds
 };
 
-double CycleNumber(double number)
-{
-    return HvSaturate_To<int>(number);
-}
-
-double HeldInside(double x, double first, double last)
-{
-    return x > last ? last : (first > x ? first : x);
-}
-
-/// Folds for the relative cycle. The twins differ on purpose: at a border the right twin stands at
-/// the end of the cycle before, the left twin at the start of the cycle after; and the right twin
-/// measures the offset from the first right value, the left twin from the first left value.
-CycleFold FoldRelative(Curve const& curve, double x, RightTwin)
-{
-    double const first = curve.FirstParameter();
-    double const last = curve.LastParameter();
-    double const span = last - first;
-    double const ratio = (x - first) / span;
-    bool const isAfterFirst = x > first;
-    double const rest =
-        (isAfterFirst ? ratio - std::floor(ratio) : std::ceil(ratio) - ratio) * span;
-    double folded = last;
-    if (rest != 0) {
-        folded = HeldInside(isAfterFirst ? first + rest : last - rest, first, last);
-    }
-    return {folded, CycleNumber(std::ceil(ratio) - 1),
-            curve.keys[curve.NumKeys() - 1].rightValue - curve.keys[0].rightValue};
-}
-CycleFold FoldRelative(Curve const& curve, double x, LeftTwin)
-{
-    double const first = curve.FirstParameter();
-    double const last = curve.LastParameter();
-    double const span = last - first;
-    double const ratio = (x - first) / span;
-    bool const isBeforeFirst = x < first;
-    double const rest =
-        (isBeforeFirst ? std::ceil(ratio) - ratio : ratio - std::floor(ratio)) * span;
-    double folded = first;
-    if (rest != 0) {
-        folded = HeldInside(isBeforeFirst ? last - rest : first + rest, first, last);
-    }
-    return {folded, CycleNumber(std::floor(ratio)),
-            curve.keys[curve.NumKeys() - 1].rightValue - curve.keys[0].leftValue};
-}
-
-/// The value of key i in the key range; the border key that a twin passes on to the other end of
-/// the range brings one cycle's offset along.
-double KeyInRelativeCycle(Curve const& curve, unsigned int i, double offset, RightTwin)
-{
-    return i + 1 == curve.NumKeys() ? offset + curve.keys[0].rightValue : curve.keys[i].rightValue;
-}
-double KeyInRelativeCycle(Curve const& curve, unsigned int i, double offset, LeftTwin)
-{
-    return i == 0 ? -offset + curve.keys[curve.NumKeys() - 1].rightValue : curve.keys[i].leftValue;
-}
-
 template <class Twin>
-double EvalRelativeCycle(Curve const& curve, double x, Location at)
-{
-    unsigned int const numKeys = curve.NumKeys();
-    if (numKeys == 1) {
-        return EvalConstant<Twin>(curve, x, at);
-    }
-    CycleFold const fold = FoldRelative(curve, x, Twin());
-    at = Locate(curve, fold.x);
-    double const rise = fold.cycle * fold.offset;
-    if (at.exact) {
-        return rise + KeyInRelativeCycle(curve, at.count - 1, fold.offset, Twin());
-    }
-    if (at.count == numKeys) {
-        return curve.keys[numKeys - 1].rightValue;
-    }
-    if (at.count == 0) {
-        return curve.keys[0].leftValue;
-    }
-    return rise + curve.EvalJustAfterIndex(fold.x, at.count - 1);
-}
-
-/// The value at x, which stands at `at` among the keys; there are keys.
-template <class Twin>
-double EvalExtrapolated(Curve const& curve, double x, Location at)
-{
-    switch (curve.extrapolation) {
-    case HvBaseFCurve::LinearExtrapolation:
-        return EvalLinear<Twin>(curve, x, at);
-    case HvBaseFCurve::CycleExtrapolation:
-        return EvalCycle<Twin>(curve, x, at);
-    case HvBaseFCurve::RelativeCycleExtrapolation:
-        return EvalRelativeCycle<Twin>(curve, x, at);
-    default:
-        return EvalConstant<Twin>(curve, x, at);
-    }
-}
-
-template <class Twin>
-double EvalUsingExtrapolationMethod(Curve const& curve, double x)
-{
-    return curve.NumKeys() == 0 ? curve.valueWhenNoKeys
-                                : EvalExtrapolated<Twin>(curve, x, Locate(curve, x));
-}
+using Extrapolation = CFCExtrapolation<Curve, Twin, StdEnds>;
 
 template <class Twin>
 double EvalSnapped(Curve const& curve, double x)
@@ -326,8 +127,8 @@ double EvalSnapped(Curve const& curve, double x)
     if (curve.NumKeys() == 0) {
         return curve.valueWhenNoKeys;
     }
-    Location const at = LocateSnapped(curve, x);
-    return EvalExtrapolated<Twin>(curve, x, at);
+    CFCLocation const at = CFCLocation_FindSnapped(curve, x);
+    return Extrapolation<Twin>::EvalAt(curve, x, at);
 }
 
 }  // namespace
@@ -393,23 +194,23 @@ template <>
 double
 CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalRightUsingExtrapolationMethod(double p) const
 {
-    return EvalUsingExtrapolationMethod<RightTwin>(*this, p);
+    return Extrapolation<CFCRightTwin>::Eval(*this, p);
 }
 
 template <>
 double CFCBaseImpl<double, CFCStdKey, CFCStdStore>::EvalLeftUsingExtrapolationMethod(double p) const
 {
-    return EvalUsingExtrapolationMethod<LeftTwin>(*this, p);
+    return Extrapolation<CFCLeftTwin>::Eval(*this, p);
 }
 
 double HvStdFCurveImpl::EvalRight(double x, int clamp) const
 {
-    return Clamp(EvalSnapped<RightTwin>(*this, x), clamp);
+    return Clamp(EvalSnapped<CFCRightTwin>(*this, x), clamp);
 }
 
 double HvStdFCurveImpl::EvalLeft(double x, int clamp) const
 {
-    return Clamp(EvalSnapped<LeftTwin>(*this, x), clamp);
+    return Clamp(EvalSnapped<CFCLeftTwin>(*this, x), clamp);
 }
 
 double HvStdFCurve::EvalNoLock(double x, int clamp) const

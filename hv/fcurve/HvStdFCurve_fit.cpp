@@ -8,6 +8,7 @@
 // slopes.
 
 #include <hv/fcurve/internal/HvStdFCurveImpl.h>
+#include <hv/fcurve/internal/data_points.h>
 #include <hv/foundation/HvDoubleArray.h>
 #include <hv/foundation/HvPoint2dArray.h>
 #include <hv/foundation/polyline_eval.h>
@@ -150,22 +151,9 @@ void HvStdFCurveImpl::SetToInterpCubicC2(HvPoint2dArray const& points)
 
 void HvStdFCurveImpl::SetToApproxLinearFitC0(HvPoint2dArray const& points, double tolerance)
 {
-    unsigned int const n = points.Size();
-    keys.Add(CFCStdKey(points[0].x, points[0].y, HvBaseFCurve::LinearSegment));
-    if (n == 1) {
-        return;
+    HvPoint2dArray const kept = CFCDataPoints_LinearFit(points, tolerance);
+    keys.Add(CFCStdKey(kept[0].x, kept[0].y, HvBaseFCurve::LinearSegment));
+    for (unsigned int i = 1; i < kept.Size(); ++i) {
+        AppendLinearSegment(kept[i]);
     }
-    unsigned int kept = 0;     // where the line starts
-    unsigned int through = 1;  // the point that it was laid through
-    for (unsigned int i = 2; i < n; ++i) {
-        Point const& a = points[kept];
-        Point const& b = points[through];
-        double const line = a.y + (b.y - a.y) * ((points[i].x - a.x) / (b.x - a.x));
-        if (std::fabs(line - points[i].y) > tolerance) {
-            AppendLinearSegment(points[i - 1]);
-            kept = i - 1;
-            through = i;
-        }
-    }
-    AppendLinearSegment(points[n - 1]);
 }

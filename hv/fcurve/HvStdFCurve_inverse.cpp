@@ -6,14 +6,11 @@
 #include <hv/fcurve/HvStdFCurve.h>
 #include <hv/fcurve/internal/HvCurveGuards.h>
 #include <hv/fcurve/internal/HvStdFCurveImpl.h>
+#include <hv/fcurve/internal/monotone_inverse.h>
 
-#include <cmath>
 #include <utility>
 
 namespace {
-
-/// A value this close to a key's answers the key.
-constexpr double kKeyValueTolerance = 1e-7;
 
 /// Whether the segment after key i takes the curve strictly up, or strictly down.
 bool GoesOneWay(HvStdFCurveImpl const& curve, unsigned int i, bool up)
@@ -39,15 +36,12 @@ bool GoesOneWay(HvStdFCurveImpl const& curve, unsigned int i, bool up)
 /// its end values.
 double InverseOfSegment(HvStdFCurveImpl const& curve, unsigned int i, double value)
 {
-    CFCStdKey const& a = curve.keys[i];
-    CFCStdKey const& b = curve.keys[i + 1];
-    if (a.segmentKind == HvBaseFCurve::LinearSegment) {
-        return a.parameter +
-               (b.parameter - a.parameter) / (b.rightValue - a.rightValue) * (value - a.rightValue);
+    if (curve.keys[i].segmentKind == HvBaseFCurve::LinearSegment) {
+        return CFCChord_Inverse(curve, i, value);
     }
     HvPoint2<double> P[4];
     curve.BezierCubicSetupUsingEvaluatedTangents(i, i + 1, P);
-    if (b.rightValue < a.rightValue) {
+    if (curve.keys[i + 1].rightValue < curve.keys[i].rightValue) {
         std::swap(P[0], P[3]);
         std::swap(P[1], P[2]);
     }
@@ -82,32 +76,9 @@ int HvStdFCurveImpl::EvalInverse(double value, double& parameter) const
     if (!IsBijective()) {
         return 0;
     }
-    unsigned int const last = NumKeys() - 1;
-    unsigned int const lowest = keys[0].rightValue < keys[last].rightValue ? 0 : last;
-    unsigned int const highest = last - lowest;
-    if (value < keys[lowest].rightValue) {
-        parameter = Parameter(lowest);
-        return 1;
-    }
-    if (value > keys[highest].rightValue) {
-        parameter = Parameter(highest);
-        return 1;
-    }
-    for (unsigned int i = 0; i <= last; ++i) {
-        double const here = keys[i].rightValue;
-        if (i < last) {
-            double const there = keys[i + 1].rightValue;
-            if ((here < value && value < there) || (there < value && value < here)) {
-                parameter = InverseOfSegment(*this, i, value);
-                return 1;
-            }
-        }
-        if (std::fabs(here - value) < kKeyValueTolerance) {
-            parameter = Parameter(i);
-            return 1;
-        }
-    }
-    return 0;
+    return CFCMonotone_Inverse(*this, value, parameter, [this, value](unsigned int i) {
+        return InverseOfSegment(*this, i, value);
+    });
 }
 
 bool HvStdFCurve::IsBijective() const

@@ -8,8 +8,6 @@
 #include <hv/fcurve/internal/HvStdFCurveImpl.h>
 #include <hv/foundation/HvDoubleArray.h>
 
-#include <new>
-
 namespace {
 
 using Point = HvPoint2<double>;
@@ -155,25 +153,7 @@ int HvStdFCurve::GetKeyValue(double x, KeySide side, double& value, double toler
 unsigned int HvStdFCurve::GetKeys(HvDoubleArray& parameters, HvDoubleArray& leftValues,
                                   HvDoubleArray& rightValues, int selectedOnly) const
 {
-    HvCurveReader const lock(*this);
-    unsigned int count = 0;
-    try {
-        for (unsigned int i = 0; i < impl_->NumKeys(); ++i) {
-            if (selectedOnly == 0 || IsSelectedKey(*impl_, i)) {
-                CFCStdKey const& key = impl_->keys[i];
-                parameters.Add(key.parameter);
-                leftValues.Add(key.leftValue);
-                rightValues.Add(key.rightValue);
-                ++count;
-            }
-        }
-    } catch (std::bad_alloc const&) {
-        parameters.Chop(0);
-        leftValues.Chop(0);
-        rightValues.Chop(0);
-        return 0;
-    }
-    return count;
+    return CollectKeys(parameters, leftValues, rightValues, selectedOnly);
 }
 
 // Segment kinds.

@@ -16,9 +16,6 @@
 
 namespace {
 
-/// A scale of values below this would flatten the curve beyond what can be scaled back.
-constexpr double kSmallestValueScale = 1e-7;
-
 /// Gives every parameter p the place map(p), handles with it; false, with nothing changed, when the
 /// keys would not stay in order or a number would not stay finite.
 template <class Map>

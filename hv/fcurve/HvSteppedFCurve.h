@@ -6,7 +6,7 @@
 #ifndef HV_FCURVE_HVSTEPPEDFCURVE_H
 #define HV_FCURVE_HVSTEPPEDFCURVE_H
 
-#include <hv/fcurve/HvFCurveShell.h>
+#include <hv/fcurve/HvSingleValueFCurve.h>
 
 template <class T>
 struct CFCSingleValueKey;
@@ -34,56 +34,18 @@ using CFCSteppedImpl =
 /// are ParameterLocked, ValueLocked and, for both, AllLocked. The extrapolation is constant, cycle
 /// or relative cycle; the linear one, which an archive may carry, gives 0 outside the keys.
 template <class T>
-class HV_API HvSteppedFCurve : public HvFCurveShell<CFCSteppedImpl<T>> {
+class HV_API HvSteppedFCurve : public HvSingleValueFCurve<CFCSteppedImpl<T>> {
 public:
-    using typename HvBaseFCurve::ExtrapolationMethod;
-    using typename HvBaseFCurve::FCurveInfo;
     using typename HvBaseFCurve::KeyConstraint;
-    using typename HvBaseFCurve::KeyInfo;
     using typename HvBaseFCurve::KeySide;
-    using typename HvBaseFCurve::Kind;
     using typename HvBaseFCurve::RegionHandle;
 
-    HvBaseFCurve const* QueryFCurveKind(Kind kind) const override;
-    Kind GetKind() const override;
-    HvBaseFCurve* Clone() const override;
-    int Set(HvBaseFCurve const& other) override;
-
-    // Reading keys.
+    // Values.
 
     int GetKeyValue(double parameter, KeySide side, double& value, double tolerance) const override;
-    int GetFCurveInfo(FCurveInfo* info) const override;
-    int GetKeyInfoFromIndex(unsigned int index, KeyInfo* info) const override;
-    int GetKeyInfoFromParameter(double parameter, KeyInfo* info) const override;
+    int SetKeyValue(double parameter, KeySide side, double value, double tolerance) override;
     unsigned int GetKeys(HvDoubleArray& parameters, HvDoubleArray& leftValues,
                          HvDoubleArray& rightValues, int selectedOnly) const override;
-
-    // Keys.
-
-    int CreateKey(double parameter, double value) override;
-    int MergeAndCreateKey(double from, double to, double parameter, double value, int openAtFrom,
-                          int openAtTo, int keepKeyData) override;
-    int CreateNonModifyingKey(double parameter, int ignoreExtrapolation) override;
-    int MergeAndCreateNonModifyingKey(double from, double to, double parameter, int openAtFrom,
-                                      int openAtTo, int keepKeyData,
-                                      int ignoreExtrapolation) override;
-    int RemoveKey(double parameter, double tolerance) override;
-    int RemoveKeys(double from, double to, int openAtFrom, int openAtTo) override;
-    int SetKeyValue(double parameter, KeySide side, double value, double tolerance) override;
-    int SetValueWhenNoKeys(double value) override;
-
-    // Pieces of the curve.
-
-    int Cut(double from, double to, HvBaseFCurve& removed) override;
-    int RemoveTail(double parameter) override;
-    int RemoveHead(double parameter) override;
-    int Append(HvBaseFCurve const& other) override;
-    int Paste(HvBaseFCurve const& other, double from, double to) override;
-
-    // The axes.
-
-    int ShiftParameters(double offset) override;
-    int ScaleParameterAxis(double scale) override;
     int MirrorValues() override;
     int MirrorParameters() override;
 
@@ -105,16 +67,13 @@ public:
     int EvalInverse(double value, double& parameter, int flag) const override;
     bool IsBijective() const override;
 
-    // Constraints and settings.
+    // Constraints.
 
     int SetConstraint(double& parameter, KeyConstraint constraint, int on,
                       double tolerance) override;
     int GetConstraint(double& parameter, KeyConstraint constraint, int& on,
                       double tolerance) const override;
     int GetConstraintByIndex(unsigned int index, KeyConstraint constraint, int& on) const override;
-    int IsConstraintSupported(KeyConstraint constraint) const override;
-    int SetExtrapolationMethod(ExtrapolationMethod method) override;
-    int SetDefaultBezierTangentConstraint(bool on) override;
 
     // Reshaping.
 
@@ -141,19 +100,13 @@ protected:
     HvSteppedFCurve(HvSteppedFCurve const& source, double from, double to);
     HvSteppedFCurve& operator=(HvSteppedFCurve const& other);
 
-    using HvFCurveShell<CFCSteppedImpl<T>>::impl_;
-
-private:
-    T ValueHeldAt(double parameter) const;
-    int AreAnyLocked(double from, double to, int openAtFrom, int openAtTo) const;
-    void Unlock(unsigned int first, unsigned int end);
-    void TrimTo(double from, double to);
-    void ExchangeContents(HvSteppedFCurve& other) noexcept;
-    int FillKeyInfo(unsigned int index, KeyInfo& info) const;
+    using HvSingleValueFCurve<CFCSteppedImpl<T>>::impl_;
 };
 
 extern template class HV_API HvFCurveShell<CFCSteppedImpl<bool>>;
 extern template class HV_API HvFCurveShell<CFCSteppedImpl<int>>;
+extern template class HV_API HvSingleValueFCurve<CFCSteppedImpl<bool>>;
+extern template class HV_API HvSingleValueFCurve<CFCSteppedImpl<int>>;
 extern template class HV_API HvSteppedFCurve<bool>;
 extern template class HV_API HvSteppedFCurve<int>;
 

@@ -20,6 +20,9 @@ struct HvExtent2;
 
 /// A parameter within this distance of a key evaluates as the key.
 constexpr double kKeySnapParameter = 1e-12;
+/// A scale of values nearer to zero than this would flatten the curve beyond what can be scaled
+/// back; it is refused.
+constexpr double kSmallestValueScale = 1e-7;
 /// The whole parameter axis, and a clamp that limits nothing: the largest finite double.
 constexpr double kHvMaxDouble = 1.7976931348623157e308;
 

@@ -298,6 +298,9 @@ template void CFCBaseImpl<bool, CFCSingleValueKey<bool>, CFCBooleanStore>::Flatt
 template void CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>::FlattenFromTo(
     HvExtent2<double> const&, HvTransfo4 const&, double, HvPoint2dArray&, HvPointTagArray&,
     HvBoolArray&) const;
+template void CFCBaseImpl<double, CFCSingleValueKey<double>, CFCRawStore>::FlattenFromTo(
+    HvExtent2<double> const&, HvTransfo4 const&, double, HvPoint2dArray&, HvPointTagArray&,
+    HvBoolArray&) const;
 template void CFCBaseImpl<double, CFCStdKey, CFCStdStore>::FlattenFromTo(HvExtent2<double> const&,
                                                                          HvTransfo4 const&, double,
                                                                          HvPoint2dArray&,

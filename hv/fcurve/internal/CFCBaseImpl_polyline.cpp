@@ -186,6 +186,10 @@ template unsigned int CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>:
     HvTransfo4 const&, double, HvPoint2dArray&, HvPointTagArray&, int) const;
 template unsigned int CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>::EvalSequence(
     double, double, double, double, HvDoubleArray&, HvDoubleArray&, int) const;
+template unsigned int CFCBaseImpl<double, CFCSingleValueKey<double>, CFCRawStore>::Flatten(
+    HvTransfo4 const&, double, HvPoint2dArray&, HvPointTagArray&, int) const;
+template unsigned int CFCBaseImpl<double, CFCSingleValueKey<double>, CFCRawStore>::EvalSequence(
+    double, double, double, double, HvDoubleArray&, HvDoubleArray&, int) const;
 template unsigned int CFCBaseImpl<double, CFCStdKey, CFCStdStore>::Flatten(HvTransfo4 const&,
                                                                            double, HvPoint2dArray&,
                                                                            HvPointTagArray&,

@@ -49,6 +49,12 @@ public:
         std::rotate(keys.begin() + index, keys.end() - 1, keys.end());
         std::rotate(constraints.begin() + index, constraints.end() - 1, constraints.end());
     }
+    /// Makes room for `count` keys in all, so that inserting up to them cannot fail.
+    void ReserveKeys(unsigned int count)
+    {
+        keys.Reserve(count);
+        constraints.Reserve(count);
+    }
     /// Removes the keys `first` to `last` inclusive, and their words.
     void RemoveKeyRange(unsigned int first, unsigned int last)
     {
@@ -58,6 +64,12 @@ public:
         words.RemoveClosedRange(first, last);
         keys.RemoveClosedRange(first, last);
         constraints.Swap(words);
+    }
+    /// The last key becomes the first; parameters are the caller's.
+    void ReverseKeys() noexcept
+    {
+        std::reverse(keys.begin(), keys.end());
+        std::reverse(constraints.begin(), constraints.end());
     }
     void Swap(CFCKeyStoreA& other) noexcept
     {
@@ -137,17 +149,28 @@ public:
     {
         keys.InsertBefore(index, key);
     }
+    /// Makes room for `count` keys in all, so that inserting up to them cannot fail.
+    void ReserveKeys(unsigned int count) { keys.Reserve(count); }
     void RemoveKeyRange(unsigned int first, unsigned int last)
     {
         keys.RemoveClosedRange(first, last);
     }
+    /// The last key becomes the first; parameters are the caller's.
+    void ReverseKeys() noexcept { std::reverse(keys.begin(), keys.end()); }
     void Swap(CFCKeyStoreB& other) noexcept
     {
         keys.Swap(other.keys);
         std::swap(constraints, other.constraints);
     }
-    unsigned short ConstraintWord(unsigned int) const { return 0; }
-    void SetConstraintWord(unsigned int, unsigned short) {}
+    /// The word that a key would have: there is nothing in it but the selection.
+    unsigned short ConstraintWord(unsigned int index) const
+    {
+        return IsSelected(index) ? CFCKeyConstraint::kSelected : 0;
+    }
+    void SetConstraintWord(unsigned int index, unsigned short word)
+    {
+        SetSelected(index, (word & CFCKeyConstraint::kSelected) != 0);
+    }
     bool IsSelected(unsigned int index) const { return keys[index].flag != 0; }
     void SetSelected(unsigned int index, bool on) { keys[index].flag = on ? 1 : 0; }
     T LeftValueOf(unsigned int index) const { return keys[index].value; }

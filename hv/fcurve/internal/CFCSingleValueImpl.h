@@ -15,6 +15,8 @@ class CFCSingleValueImpl : public CFCBaseImpl<T, K, S> {
 public:
     using CFCBaseImpl<T, K, S>::CFCBaseImpl;
 
+    /// The value at p without extrapolation: that of an end key is held beyond it.
+    T ValueHeldAt(double p) const;
     /// 0 when the value is locked and differs.
     int SetValOnExistingKey(unsigned int i, T value);
     int CreateKey(double p, T value, HvBaseFCurve& curve);

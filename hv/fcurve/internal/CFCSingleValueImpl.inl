@@ -16,6 +16,22 @@
 // Making keys.
 
 template <class T, class K, class S>
+T CFCSingleValueImpl<T, K, S>::ValueHeldAt(double p) const
+{
+    unsigned int const n = this->NumKeys();
+    if (n == 0) {
+        return this->valueWhenNoKeys;
+    }
+    int exact;
+    unsigned int const r = this->LocateParameter(p, exact);
+    if (r == 0) {
+        return this->LeftValueOf(0);
+    }
+    return exact || r == n ? this->RightValueOf(r - 1)
+                           : static_cast<T>(this->EvalJustAfterIndex(p, r - 1));
+}
+
+template <class T, class K, class S>
 int CFCSingleValueImpl<T, K, S>::SetValOnExistingKey(unsigned int i, T value)
 {
     CFCKeyConstraint const word{this->ConstraintWord(i)};
@@ -73,10 +89,11 @@ void CFCSingleValueImpl<T, K, S>::CreateNonModifyingKey(double p, unsigned int& 
     if (exact) {
         return;
     }
+    T const value = ValueHeldAt(p);
     if (r == 0) {
-        RemoveHeadAndCreateKeyBeforeExistingKey(p, this->LeftValueOf(0), 0, curve);
+        RemoveHeadAndCreateKeyBeforeExistingKey(p, value, 0, curve);
     } else {
-        this->InsertKey(r, K{p, this->keys[r - 1].value, 0}, 0);
+        this->InsertKey(r, K{p, value, 0}, 0);
     }
 }
 

@@ -155,6 +155,31 @@ unsigned int HvFCurveShell<Impl>::GetAllKeyParameters(HvDoubleArray& parameters)
     return n;
 }
 
+template <class Impl>
+unsigned int HvFCurveShell<Impl>::CollectKeys(HvDoubleArray& parameters, HvDoubleArray& leftValues,
+                                              HvDoubleArray& rightValues, int selectedOnly) const
+{
+    HvCurveReader const lock(*this);
+    unsigned int count = 0;
+    try {
+        for (unsigned int i = 0; i < impl_->NumKeys(); ++i) {
+            if (selectedOnly == 0 || (impl_->selected && impl_->IsSelected(i))) {
+                parameters.Add(impl_->Parameter(i));
+                leftValues.Add(static_cast<double>(impl_->LeftValueOf(i)));
+                rightValues.Add(static_cast<double>(impl_->RightValueOf(i)));
+                ++count;
+            }
+        }
+    } catch (std::bad_alloc const&) {
+        // Emptied without shrinking: there may be no memory for that either.
+        parameters.Chop(0);
+        leftValues.Chop(0);
+        rightValues.Chop(0);
+        return 0;
+    }
+    return count;
+}
+
 // Selection. The setters ignore the read-only flag: selecting does not edit the curve.
 
 template <class Impl>

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// Stepped curves: life, reading, evaluation and settings. Included by the source files of the
+// Stepped curves: life, values, evaluation and constraints. Included by the source files of the
 // boolean and the integer curve.
 
 #ifndef HV_FCURVE_INTERNAL_HVSTEPPEDFCURVE_INL
@@ -11,36 +11,76 @@
 #include <hv/fcurve/HvIntegerFCurve.h>
 #include <hv/fcurve/internal/CFCSingleValueImpl.h>
 #include <hv/fcurve/internal/HvCurveGuards.h>
+#include <hv/fcurve/internal/HvSingleValueFCurve.inl>
 #include <hv/fcurve/internal/stepped_value.h>
 #include <hv/foundation/HvDoubleArray.h>
 #include <hv/foundation/array_capacity.h>
 
 #include <algorithm>
 
-/// The curve class of a value type.
+/// What both stepped kinds have in common of their traits.
 template <class T>
-struct CFCSteppedTraits;
+struct CFCSteppedTraits {
+    static constexpr bool kIsStepped = true;
+    /// Mask bits of the fields that a stepped curve has not: default segment kind and clamps.
+    static constexpr unsigned int kUnsupportedCurveInfo = 0x38;
+    /// The same of a key: tangents and segment kind.
+    static constexpr unsigned int kUnsupportedKeyInfo = 0x1F0;
+
+    static bool IsValue(double number) { return CFCSteppedValue_IsExact<T>(number); }
+    static bool CanHold(double) { return true; }
+    static T ValueFrom(double number) { return CFCSteppedValue_From<T>(number); }
+
+    static T ValueForNewKey(CFCSteppedImpl<T> const& impl, double p) { return impl.ValueHeldAt(p); }
+
+    static int FillCurveInfo(CFCSteppedImpl<T> const&, HvBaseFCurve::FCurveInfo& info)
+    {
+        if ((info.mask & kUnsupportedCurveInfo) == 0) {
+            return 1;
+        }
+        info.mask &= ~kUnsupportedCurveInfo;
+        info.defaultSegmentKind = HvBaseFCurve::ConstantSegment;
+        info.lowerClamp = 0;
+        info.upperClamp = 0;
+        return 0;
+    }
+    static int FillSegmentInfo(HvBaseFCurve::KeyInfo& info)
+    {
+        if ((info.mask & kUnsupportedKeyInfo) == 0) {
+            return 1;
+        }
+        info.mask &= ~kUnsupportedKeyInfo;
+        info.leftTangentX = 0;
+        info.leftTangentY = 0;
+        info.rightTangentX = 0;
+        info.rightTangentY = 0;
+        info.segmentKind = HvBaseFCurve::ConstantSegment;
+        return 0;
+    }
+};
+
 template <>
-struct CFCSteppedTraits<bool> {
+struct CFCSingleValueTraits<CFCBooleanImpl> : CFCSteppedTraits<bool> {
     using Curve = HvBooleanFCurve;
     static constexpr HvBaseFCurve::Kind kKind = HvBaseFCurve::Boolean;
 };
 template <>
-struct CFCSteppedTraits<int> {
+struct CFCSingleValueTraits<CFCIntegerImpl> : CFCSteppedTraits<int> {
     using Curve = HvIntegerFCurve;
     static constexpr HvBaseFCurve::Kind kKind = HvBaseFCurve::Integer;
 };
-
-/// Mask bits of the fields that a stepped curve has not: default segment kind and clamps.
-constexpr unsigned int kSteppedUnsupportedCurveInfo = 0x38;
-/// The same of a key: tangents and segment kind.
-constexpr unsigned int kSteppedUnsupportedKeyInfo = 0x1F0;
 
 // Life.
 
 template <class T>
 HvSteppedFCurve<T>::HvSteppedFCurve(T whenNoKeys)
-    : HvFCurveShell<CFCSteppedImpl<T>>(new CFCSteppedImpl<T>(whenNoKeys))
+    : HvSingleValueFCurve<CFCSteppedImpl<T>>(new CFCSteppedImpl<T>(whenNoKeys))
+{
+}
+
+template <class T>
+HvSteppedFCurve<T>::HvSteppedFCurve(HvSteppedFCurve const& source, double from, double to)
+    : HvSingleValueFCurve<CFCSteppedImpl<T>>(source, from, to)
 {
 }
 
@@ -49,36 +89,6 @@ HvSteppedFCurve<T>::HvSteppedFCurve(HvSteppedFCurve const& other) = default;
 
 template <class T>
 HvSteppedFCurve<T>& HvSteppedFCurve<T>::operator=(HvSteppedFCurve const& other) = default;
-
-template <class T>
-HvBaseFCurve const* HvSteppedFCurve<T>::QueryFCurveKind(Kind kind) const
-{
-    HvCurveReader const lock(*this);
-    return kind == CFCSteppedTraits<T>::kKind ? this : nullptr;
-}
-
-template <class T>
-HvBaseFCurve::Kind HvSteppedFCurve<T>::GetKind() const
-{
-    return CFCSteppedTraits<T>::kKind;
-}
-
-template <class T>
-HvBaseFCurve* HvSteppedFCurve<T>::Clone() const
-{
-    using Curve = typename CFCSteppedTraits<T>::Curve;
-    return new Curve(static_cast<Curve const&>(*this));
-}
-
-template <class T>
-int HvSteppedFCurve<T>::Set(HvBaseFCurve const& other)
-{
-    if (other.GetKind() != GetKind()) {
-        return 0;
-    }
-    *this = static_cast<HvSteppedFCurve const&>(other);
-    return 1;
-}
 
 // Reading keys.
 
@@ -97,99 +107,6 @@ int HvSteppedFCurve<T>::GetKeyValue(double parameter, KeySide side, double& valu
 }
 
 template <class T>
-int HvSteppedFCurve<T>::GetFCurveInfo(FCurveInfo* info) const
-{
-    if (info == nullptr) {
-        return 0;
-    }
-    HvCurveReader const lock(*this);
-    if (info->mask & 0x01) {
-        info->kind = GetKind();
-    }
-    if (info->mask & 0x02) {
-        info->numKeys = impl_->NumKeys();
-    }
-    if (info->mask & 0x04) {
-        info->valueWhenNoKeys = static_cast<double>(impl_->valueWhenNoKeys);
-    }
-    if (info->mask & 0x40) {
-        info->extrapolation = static_cast<ExtrapolationMethod>(impl_->extrapolation);
-    }
-    if ((info->mask & kSteppedUnsupportedCurveInfo) == 0) {
-        return 1;
-    }
-    info->mask &= ~kSteppedUnsupportedCurveInfo;
-    info->defaultSegmentKind = HvBaseFCurve::ConstantSegment;
-    info->lowerClamp = 0;
-    info->upperClamp = 0;
-    return 0;
-}
-
-template <class T>
-int HvSteppedFCurve<T>::GetKeyInfoFromIndex(unsigned int index, KeyInfo* info) const
-{
-    if (info == nullptr) {
-        return 0;
-    }
-    HvCurveReader const lock(*this);
-    if (index >= impl_->NumKeys()) {
-        info->mask = 0;
-        return 0;
-    }
-    return FillKeyInfo(index, *info);
-}
-
-template <class T>
-int HvSteppedFCurve<T>::GetKeyInfoFromParameter(double parameter, KeyInfo* info) const
-{
-    if (info == nullptr) {
-        return 0;
-    }
-    HvCurveReader const lock(*this);
-    unsigned int index;
-    if (!impl_->FindKey(parameter, 0, index)) {
-        info->mask = 0;
-        return 0;
-    }
-    int const result = FillKeyInfo(index, *info);
-    if (info->mask & 0x002) {
-        info->parameter = parameter;  // -0 stays -0
-    }
-    return result;
-}
-
-template <class T>
-int HvSteppedFCurve<T>::FillKeyInfo(unsigned int index, KeyInfo& info) const
-{
-    double const value = static_cast<double>(impl_->RightValueOf(index));
-    if (info.mask & 0x001) {
-        info.index = index;
-    }
-    if (info.mask & 0x002) {
-        info.parameter = impl_->Parameter(index);
-    }
-    if (info.mask & 0x004) {
-        info.leftValue = value;
-    }
-    if (info.mask & 0x008) {
-        info.rightValue = value;
-    }
-    if (info.mask & 0x200) {
-        info.selected = impl_->selected && impl_->IsSelected(index) ? 1 : 0;
-    }
-    if ((info.mask & kSteppedUnsupportedKeyInfo) == 0) {
-        return 1;
-    }
-    info.mask &= ~kSteppedUnsupportedKeyInfo;
-    info.leftTangentX = 0;
-    info.leftTangentY = 0;
-    info.rightTangentX = 0;
-    info.rightTangentY = 0;
-    info.segmentKind = HvBaseFCurve::ConstantSegment;
-    return 0;
-}
-
-template <class T>
 unsigned int HvSteppedFCurve<T>::GetKeys(HvDoubleArray& parameters, HvDoubleArray& leftValues,
                                          HvDoubleArray& rightValues, int) const
 {
@@ -205,6 +122,64 @@ unsigned int HvSteppedFCurve<T>::GetKeys(HvDoubleArray& parameters, HvDoubleArra
         rightValues.Add(static_cast<double>(impl_->RightValueOf(i)));
     }
     return n;
+}
+
+// Writing values.
+
+template <class T>
+int HvSteppedFCurve<T>::SetKeyValue(double parameter, KeySide side, double value, double tolerance)
+{
+    HvCurveWriter const lock(*this);
+    unsigned int i;
+    bool const isSide = side == HvBaseFCurve::Left || side == HvBaseFCurve::Right;
+    if (impl_->readOnly || !isSide ||
+        this->AreAnyValuesLockedInInterval(parameter, parameter, 0, 0) ||
+        !impl_->FindKey(parameter, tolerance, i)) {
+        return 0;
+    }
+    T const v = CFCSteppedValue_From<T>(value);
+    bool const isLeftOfFirst = side == HvBaseFCurve::Left && i == 0;
+    unsigned int const target = side == HvBaseFCurve::Left && i != 0 ? i - 1 : i;
+    if (impl_->constraints[target].HasAny(CFCKeyConstraint::kValueLocked) &&
+        impl_->keys[target].value != v) {
+        return 0;
+    }
+    // The left value of the curve follows its own side only.
+    (isLeftOfFirst ? impl_->leftValue : impl_->keys[target].value) = v;
+    return 1;
+}
+
+template <class T>
+int HvSteppedFCurve<T>::MirrorValues()
+{
+    HvCurveWriter const lock(*this);
+    if (impl_->readOnly || this->AreAnyValuesLockedInInterval(-kHvMaxDouble, kHvMaxDouble, 0, 0)) {
+        return 0;
+    }
+    if (impl_->NumKeys() == 0) {
+        return 1;
+    }
+    impl_->valueWhenNoKeys = CFCSteppedValue_Mirrored(impl_->valueWhenNoKeys);
+    for (auto& key : impl_->keys) {
+        key.value = CFCSteppedValue_Mirrored(key.value);
+    }
+    // Not the mirrored one: a mirrored curve starts from nothing.
+    impl_->leftValue = T();
+    return 1;
+}
+
+template <class T>
+int HvSteppedFCurve<T>::MirrorParameters()
+{
+    HvCurveWriter const lock(*this);
+    if (!HvSingleValueFCurve<CFCSteppedImpl<T>>::MirrorParameters()) {
+        return 0;
+    }
+    if (impl_->NumKeys() != 0) {
+        impl_->valueWhenNoKeys = impl_->keys[0].value;
+        impl_->leftValue = T();
+    }
+    return 1;
 }
 
 // Evaluating.
@@ -281,7 +256,7 @@ bool HvSteppedFCurve<T>::IsBijective() const
     return false;
 }
 
-// Constraints and settings.
+// Constraints.
 
 /// The bits of a stepped key's word for a supported constraint.
 constexpr unsigned short CFCSteppedConstraint_Bits(HvBaseFCurve::KeyConstraint constraint)
@@ -293,7 +268,7 @@ template <class T>
 int HvSteppedFCurve<T>::SetConstraint(double& parameter, KeyConstraint constraint, int on,
                                       double tolerance)
 {
-    if (!IsConstraintSupported(constraint)) {
+    if (!this->IsConstraintSupported(constraint)) {
         return 0;
     }
     HvCurveWriter const lock(*this);
@@ -310,7 +285,7 @@ template <class T>
 int HvSteppedFCurve<T>::GetConstraint(double& parameter, KeyConstraint constraint, int& on,
                                       double tolerance) const
 {
-    if (!IsConstraintSupported(constraint)) {
+    if (!this->IsConstraintSupported(constraint)) {
         return 0;
     }
     HvCurveReader const lock(*this);
@@ -328,44 +303,10 @@ int HvSteppedFCurve<T>::GetConstraintByIndex(unsigned int index, KeyConstraint c
                                              int& on) const
 {
     HvCurveReader const lock(*this);
-    if (!IsConstraintSupported(constraint) || index >= impl_->NumKeys()) {
+    if (!this->IsConstraintSupported(constraint) || index >= impl_->NumKeys()) {
         return 0;
     }
     on = impl_->constraints[index].HasAll(CFCSteppedConstraint_Bits(constraint)) ? 1 : 0;
-    return 1;
-}
-
-template <class T>
-int HvSteppedFCurve<T>::IsConstraintSupported(KeyConstraint constraint) const
-{
-    return constraint == HvBaseFCurve::ParameterLocked || constraint == HvBaseFCurve::ValueLocked ||
-                   constraint == HvBaseFCurve::AllLocked
-               ? 1
-               : 0;
-}
-
-template <class T>
-int HvSteppedFCurve<T>::SetExtrapolationMethod(ExtrapolationMethod method)
-{
-    HvCurveWriter const lock(*this);
-    bool const accepted = method == HvBaseFCurve::ConstantExtrapolation ||
-                          method == HvBaseFCurve::CycleExtrapolation ||
-                          method == HvBaseFCurve::RelativeCycleExtrapolation;
-    if (impl_->readOnly || !accepted) {
-        return 0;
-    }
-    impl_->extrapolation = static_cast<unsigned char>(method);
-    return 1;
-}
-
-template <class T>
-int HvSteppedFCurve<T>::SetDefaultBezierTangentConstraint(bool on)
-{
-    HvCurveWriter const lock(*this);
-    if (impl_->readOnly) {
-        return 0;
-    }
-    impl_->defaultBezierTangentConstraint = on ? 1 : 0;
     return 1;
 }
 

@@ -1,27 +1,29 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// Stepped curves: cutting, trimming and joining whole pieces. Edits of several steps run on a copy
-// that is exchanged for the curve at the end: a refusal or a failed allocation leaves it as it was.
+// Single-value curves: cutting, trimming and joining whole pieces. Edits of several steps run on a
+// copy that is exchanged for the curve at the end: a refusal or a failed allocation leaves it as it
+// was.
 
-#ifndef HV_FCURVE_INTERNAL_HVSTEPPEDFCURVE_PIECES_INL
-#define HV_FCURVE_INTERNAL_HVSTEPPEDFCURVE_PIECES_INL
+#ifndef HV_FCURVE_INTERNAL_HVSINGLEVALUEFCURVE_PIECES_INL
+#define HV_FCURVE_INTERNAL_HVSINGLEVALUEFCURVE_PIECES_INL
 
-#include <hv/fcurve/internal/HvSteppedFCurve.inl>
+#include <hv/fcurve/internal/HvSingleValueFCurve.inl>
 
 #include <cmath>
 
 /// Clears the locks of the keys `first` to `end` - 1.
-template <class T>
-void HvSteppedFCurve<T>::Unlock(unsigned int first, unsigned int end)
+template <class Impl>
+void HvSingleValueFCurve<Impl>::Unlock(unsigned int first, unsigned int end)
 {
     for (unsigned int i = first; i < end; ++i) {
-        impl_->constraints[i].Clear(CFCBooleanStore::kEveryLock);
+        unsigned short const word = impl_->ConstraintWord(i);
+        impl_->SetConstraintWord(i, static_cast<unsigned short>(word & ~Impl::kEveryLock));
     }
 }
 
-template <class T>
-void HvSteppedFCurve<T>::ExchangeContents(HvSteppedFCurve& other) noexcept
+template <class Impl>
+void HvSingleValueFCurve<Impl>::ExchangeContents(HvSingleValueFCurve& other) noexcept
 {
     impl_->Swap(*other.impl_);
     this->ExchangeUserData(other);
@@ -29,8 +31,8 @@ void HvSteppedFCurve<T>::ExchangeContents(HvSteppedFCurve& other) noexcept
 
 /// Starts the curve at `from` and ends it at `to` where keys lie beyond, whatever they lock. Works
 /// on a read-only curve.
-template <class T>
-void HvSteppedFCurve<T>::TrimTo(double from, double to)
+template <class Impl>
+void HvSingleValueFCurve<Impl>::TrimTo(double from, double to)
 {
     unsigned char const readOnly = impl_->readOnly;
     impl_->readOnly = 0;
@@ -47,15 +49,16 @@ void HvSteppedFCurve<T>::TrimTo(double from, double to)
     impl_->readOnly = readOnly;
 }
 
-template <class T>
-HvSteppedFCurve<T>::HvSteppedFCurve(HvSteppedFCurve const& source, double from, double to)
-    : HvSteppedFCurve(source)
+template <class Impl>
+HvSingleValueFCurve<Impl>::HvSingleValueFCurve(HvSingleValueFCurve const& source, double from,
+                                               double to)
+    : HvSingleValueFCurve(source)
 {
     TrimTo(from, to);
 }
 
-template <class T>
-int HvSteppedFCurve<T>::RemoveTail(double parameter)
+template <class Impl>
+int HvSingleValueFCurve<Impl>::RemoveTail(double parameter)
 {
     HvCurveWriter const lock(*this);
     if (impl_->readOnly || !std::isfinite(parameter)) {
@@ -70,14 +73,17 @@ int HvSteppedFCurve<T>::RemoveTail(double parameter)
             return 0;
         }
     }
+    if (!Traits::CanHold(impl_->ValueHeldAt(parameter))) {
+        return 0;
+    }
     unsigned int i;
     impl_->CreateNonModifyingKey(parameter, i, *this);
     impl_->RemoveTailAfterExistingKey(i, *this);
     return 1;
 }
 
-template <class T>
-int HvSteppedFCurve<T>::RemoveHead(double parameter)
+template <class Impl>
+int HvSingleValueFCurve<Impl>::RemoveHead(double parameter)
 {
     HvCurveWriter const lock(*this);
     if (impl_->readOnly || !std::isfinite(parameter)) {
@@ -92,16 +98,19 @@ int HvSteppedFCurve<T>::RemoveHead(double parameter)
             return 0;
         }
     }
+    if (!Traits::CanHold(impl_->ValueHeldAt(parameter))) {
+        return 0;
+    }
     unsigned int i;
     impl_->CreateNonModifyingKey(parameter, i, *this);
     impl_->RemoveHeadBeforeExistingKey(i, *this);
     return 1;
 }
 
-template <class T>
-int HvSteppedFCurve<T>::Append(HvBaseFCurve const& other)
+template <class Impl>
+int HvSingleValueFCurve<Impl>::Append(HvBaseFCurve const& other)
 {
-    using Curve = typename CFCSteppedTraits<T>::Curve;
+    using Curve = typename Traits::Curve;
     HvCurveWriter const lock(*this);
     if (&other == this) {
         Curve const copy(static_cast<Curve const&>(other));
@@ -111,7 +120,7 @@ int HvSteppedFCurve<T>::Append(HvBaseFCurve const& other)
         return 0;
     }
     HvCurveReader const lockOnOther(other);
-    CFCSteppedImpl<T> const& source = *static_cast<HvSteppedFCurve const&>(other).impl_;
+    Impl const& source = *static_cast<HvSingleValueFCurve const&>(other).impl_;
     if (source.NumKeys() == 0 || impl_->NumKeys() == 0) {
         return 0;
     }
@@ -121,19 +130,18 @@ int HvSteppedFCurve<T>::Append(HvBaseFCurve const& other)
     double before = impl_->LastParameter();
     for (unsigned int i = 1; i < source.NumKeys(); ++i) {
         double const parameter = source.Parameter(i) + shift;
-        if (!(parameter > before) || !std::isfinite(parameter)) {
+        bool const isCrowded = !(parameter > before);
+        if ((isCrowded && Traits::kIsStepped) || !std::isfinite(parameter)) {
             return 0;
         }
         before = parameter;
     }
-    T const value = source.keys[0].value;
-    if (impl_->constraints[fused].HasAny(CFCKeyConstraint::kValueLocked) &&
-        impl_->keys[fused].value != value) {
+    auto const value = source.keys[0].value;
+    CFCKeyConstraint const word{impl_->ConstraintWord(fused)};
+    if (word.HasAny(CFCKeyConstraint::kValueLocked) && impl_->keys[fused].value != value) {
         return 0;
     }
-    unsigned int const n = HvArrayCapacity_GrownSize(fused, source.NumKeys());
-    impl_->keys.Reserve(n);
-    impl_->constraints.Reserve(n);
+    impl_->ReserveKeys(HvArrayCapacity_GrownSize(fused, source.NumKeys()));
     impl_->SetValOnExistingKey(fused, value);
     bool const hasUserData = other.HasUserData() != 0;
     if (hasUserData) {
@@ -142,21 +150,26 @@ int HvSteppedFCurve<T>::Append(HvBaseFCurve const& other)
     for (unsigned int i = 1; i < source.NumKeys(); ++i) {
         auto key = source.keys[i];
         key.parameter += shift;
+        if (!(key.parameter > impl_->LastParameter())) {
+            continue;  // the shift has rounded two keys to one
+        }
         impl_->InsertKey(impl_->NumKeys(), key, source.ConstraintWord(i));
         if (hasUserData) {
             this->CopyKeyUserData(other, source.Parameter(i), key.parameter);
         }
     }
-    return impl_->IsValid();
+    return impl_->HasAscendingParameters();
 }
 
-template <class T>
-int HvSteppedFCurve<T>::Paste(HvBaseFCurve const& other, double from, double to)
+template <class Impl>
+int HvSingleValueFCurve<Impl>::Paste(HvBaseFCurve const& other, double from, double to)
 {
-    using Curve = typename CFCSteppedTraits<T>::Curve;
+    using Curve = typename Traits::Curve;
     HvCurveWriter const lock(*this);
     HvCurveReader const lockOnOther(other);
-    if (impl_->readOnly || other.QueryFCurveKind(GetKind()) == nullptr || other.GetNumKeys() < 2) {
+    constexpr unsigned int kFewestKeys = Traits::kIsStepped ? 2 : 1;
+    if (impl_->readOnly || other.QueryFCurveKind(GetKind()) == nullptr ||
+        other.GetNumKeys() < kFewestKeys || (!Traits::kIsStepped && from > to)) {
         return 0;
     }
     if (impl_->NumKeys() != 0 && from <= impl_->LastParameter() &&
@@ -164,7 +177,8 @@ int HvSteppedFCurve<T>::Paste(HvBaseFCurve const& other, double from, double to)
         return 0;
     }
     Curve result(static_cast<Curve const&>(*this));
-    Curve tail(result);
+    Curve tailCurve(result);
+    HvSingleValueFCurve& tail = tailCurve;
     if (tail.impl_->NumKeys() != 0 && to >= tail.impl_->FirstParameter()) {
         int exact;
         tail.Unlock(0, tail.impl_->LocateParameter(to, exact));
@@ -177,10 +191,10 @@ int HvSteppedFCurve<T>::Paste(HvBaseFCurve const& other, double from, double to)
     return 1;
 }
 
-template <class T>
-int HvSteppedFCurve<T>::Cut(double from, double to, HvBaseFCurve& removed)
+template <class Impl>
+int HvSingleValueFCurve<Impl>::Cut(double from, double to, HvBaseFCurve& removed)
 {
-    using Curve = typename CFCSteppedTraits<T>::Curve;
+    using Curve = typename Traits::Curve;
     HvCurveWriter const lock(*this);
     // An interval that is turned round, or not finite, has nothing to cut.
     bool const isInterval = from <= to && std::isfinite(from) && std::isfinite(to);
@@ -189,11 +203,13 @@ int HvSteppedFCurve<T>::Cut(double from, double to, HvBaseFCurve& removed)
         return 0;
     }
     HvCurveReader const lockOnRemoved(removed);
-    if (removed.GetNumKeys() != 0 || AreAnyLocked(from, to, 0, 0)) {
+    if ((Traits::kIsStepped && removed.GetNumKeys() != 0) || AreAnyLocked(from, to, 0, 0) ||
+        !Traits::CanHold(impl_->ValueHeldAt(from)) || !Traits::CanHold(impl_->ValueHeldAt(to))) {
         return 0;
     }
-    Curve kept(static_cast<Curve const&>(*this));
-    Curve piece(kept);
+    Curve keptCurve(static_cast<Curve const&>(*this));
+    Curve piece(keptCurve);
+    HvSingleValueFCurve& kept = keptCurve;
     if (!kept.impl_->Cut(from, to, kept)) {
         return 0;
     }
@@ -201,7 +217,7 @@ int HvSteppedFCurve<T>::Cut(double from, double to, HvBaseFCurve& removed)
     piece.TrimTo(from, to);
     piece.RemoveHead(from);
     piece.RemoveTail(to);
-    static_cast<HvSteppedFCurve&>(removed).ExchangeContents(piece);
+    static_cast<HvSingleValueFCurve&>(removed).ExchangeContents(piece);
     ExchangeContents(kept);
     return 1;
 }

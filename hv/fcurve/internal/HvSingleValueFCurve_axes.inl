@@ -1,20 +1,19 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// Stepped curves: shifting, scaling and mirroring the axes. The new parameters are looked at before
-// the first is stored, so that a refusal leaves the curve as it was.
+// Shifting, scaling and mirroring the axis of single-value curves. The new parameters are looked at
+// before the first is stored, so that a refusal leaves the curve as it was.
 
-#ifndef HV_FCURVE_INTERNAL_HVSTEPPEDFCURVE_AXES_INL
-#define HV_FCURVE_INTERNAL_HVSTEPPEDFCURVE_AXES_INL
+#ifndef HV_FCURVE_INTERNAL_HVSINGLEVALUEFCURVE_AXES_INL
+#define HV_FCURVE_INTERNAL_HVSINGLEVALUEFCURVE_AXES_INL
 
-#include <hv/fcurve/internal/HvSteppedFCurve.inl>
+#include <hv/fcurve/internal/HvSingleValueFCurve.inl>
 
-#include <algorithm>
 #include <cmath>
 
 /// Whether move(0), move(1), ... are finite and rise strictly.
 template <class Move>
-bool CFCSteppedImpl_StaysInOrder(unsigned int numKeys, Move move)
+bool CFCSingleValue_StaysInOrder(unsigned int numKeys, Move move)
 {
     for (unsigned int i = 0; i < numKeys; ++i) {
         if (!std::isfinite(move(i)) || (i != 0 && !(move(i - 1) < move(i)))) {
@@ -24,14 +23,14 @@ bool CFCSteppedImpl_StaysInOrder(unsigned int numKeys, Move move)
     return true;
 }
 
-template <class T>
-int HvSteppedFCurve<T>::ShiftParameters(double offset)
+template <class Impl>
+int HvSingleValueFCurve<Impl>::ShiftParameters(double offset)
 {
     HvCurveWriter const lock(*this);
     auto const moved = [&](unsigned int i) { return impl_->Parameter(i) + offset; };
     if (impl_->readOnly ||
         this->AreAnyParametersLockedInInterval(-kHvMaxDouble, kHvMaxDouble, 0, 0) ||
-        !CFCSteppedImpl_StaysInOrder(impl_->NumKeys(), moved) ||
+        !CFCSingleValue_StaysInOrder(impl_->NumKeys(), moved) ||
         !this->TranslateAllKeyUserData(offset)) {
         return 0;
     }
@@ -41,14 +40,14 @@ int HvSteppedFCurve<T>::ShiftParameters(double offset)
     return 1;
 }
 
-template <class T>
-int HvSteppedFCurve<T>::ScaleParameterAxis(double scale)
+template <class Impl>
+int HvSingleValueFCurve<Impl>::ScaleParameterAxis(double scale)
 {
     HvCurveWriter const lock(*this);
     auto const moved = [&](unsigned int i) { return impl_->Parameter(i) * scale; };
     if (impl_->readOnly ||
         this->AreAnyParametersLockedInInterval(-kHvMaxDouble, kHvMaxDouble, 0, 0) ||
-        !CFCSteppedImpl_StaysInOrder(impl_->NumKeys(), moved)) {
+        !CFCSingleValue_StaysInOrder(impl_->NumKeys(), moved)) {
         return 0;
     }
     if (impl_->NumKeys() != 0 && !this->ScaleAllKeyUserData(scale)) {
@@ -60,27 +59,8 @@ int HvSteppedFCurve<T>::ScaleParameterAxis(double scale)
     return 1;
 }
 
-template <class T>
-int HvSteppedFCurve<T>::MirrorValues()
-{
-    HvCurveWriter const lock(*this);
-    if (impl_->readOnly || this->AreAnyValuesLockedInInterval(-kHvMaxDouble, kHvMaxDouble, 0, 0)) {
-        return 0;
-    }
-    if (impl_->NumKeys() == 0) {
-        return 1;
-    }
-    impl_->valueWhenNoKeys = CFCSteppedValue_Mirrored(impl_->valueWhenNoKeys);
-    for (auto& key : impl_->keys) {
-        key.value = CFCSteppedValue_Mirrored(key.value);
-    }
-    // Not the mirrored one: a mirrored curve starts from nothing.
-    impl_->leftValue = T();
-    return 1;
-}
-
-template <class T>
-int HvSteppedFCurve<T>::MirrorParameters()
+template <class Impl>
+int HvSingleValueFCurve<Impl>::MirrorParameters()
 {
     HvCurveWriter const lock(*this);
     if (impl_->readOnly ||
@@ -97,7 +77,7 @@ int HvSteppedFCurve<T>::MirrorParameters()
     auto const mirrored = [&](unsigned int i) {
         return i == 0 ? b : i == n - 1 ? a : a + b - impl_->Parameter(i);
     };
-    if (!CFCSteppedImpl_StaysInOrder(n, [&](unsigned int i) { return mirrored(n - 1 - i); })) {
+    if (!CFCSingleValue_StaysInOrder(n, [&](unsigned int i) { return mirrored(n - 1 - i); })) {
         return 0;
     }
     if (this->HasUserData()) {
@@ -113,13 +93,10 @@ int HvSteppedFCurve<T>::MirrorParameters()
             return 0;
         }
     }
-    impl_->valueWhenNoKeys = impl_->keys[n - 1].value;
     for (unsigned int i = 0; i < n; ++i) {
         impl_->keys[i].parameter = mirrored(i);
     }
-    std::reverse(impl_->keys.begin(), impl_->keys.end());
-    std::reverse(impl_->constraints.begin(), impl_->constraints.end());
-    impl_->leftValue = T();
+    impl_->ReverseKeys();
     return 1;
 }
 
