@@ -35,6 +35,10 @@ HvIntegerFCurve IntegerCurve(std::int64_t keys)
 {
     return MakeCurve(HvIntegerFCurve(0), keys);
 }
+HvRawFCurve RawCurve(std::int64_t keys)
+{
+    return MakeCurve(HvRawFCurve(0), keys);
+}
 HvStdFCurve StandardCurve(std::int64_t keys)
 {
     return MakeCurve(HvStdFCurve(0, HvBaseFCurve::CubicSegment), keys);
@@ -94,6 +98,9 @@ void Read(benchmark::State& state, Make make)
 BENCHMARK_CAPTURE(Copy, Standard, StandardCurve)->Arg(0)->Arg(100)->Arg(100000);
 BENCHMARK_CAPTURE(Write, Standard, StandardCurve)->Arg(0)->Arg(100)->Arg(100000);
 BENCHMARK_CAPTURE(Read, Standard, StandardCurve)->Arg(0)->Arg(100)->Arg(100000);
+BENCHMARK_CAPTURE(Copy, Raw, RawCurve)->Arg(100000);
+BENCHMARK_CAPTURE(Write, Raw, RawCurve)->Arg(100000);
+BENCHMARK_CAPTURE(Read, Raw, RawCurve)->Arg(100000);
 BENCHMARK_CAPTURE(Copy, Integer, IntegerCurve)->Arg(100000);
 BENCHMARK_CAPTURE(Write, Integer, IntegerCurve)->Arg(100000);
 BENCHMARK_CAPTURE(Read, Integer, IntegerCurve)->Arg(100000);

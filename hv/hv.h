@@ -72,6 +72,8 @@
 #include <hv/fcurve/HvFCurveArchive.h>
 #include <hv/fcurve/HvFCurveShell.h>
 #include <hv/fcurve/HvIntegerFCurve.h>
+#include <hv/fcurve/HvRawFCurve.h>
+#include <hv/fcurve/HvSingleValueFCurve.h>
 #include <hv/fcurve/HvStdFCurve.h>
 #include <hv/fcurve/HvStdTgtMover.h>
 #include <hv/fcurve/HvSteppedFCurve.h>

@@ -6,6 +6,7 @@
 #include <hv/fcurve/HvBooleanFCurve.h>
 #include <hv/fcurve/HvFCurveArchive.h>
 #include <hv/fcurve/HvIntegerFCurve.h>
+#include <hv/fcurve/HvRawFCurve.h>
 #include <hv/fcurve/HvStdFCurve.h>
 #include <hv/fcurve/internal/curve_archive.h>
 
@@ -59,6 +60,8 @@ unsigned int Create(HvByteReader& body, HvBaseFCurve** curve)
     case HvBaseFCurve::Standard:
         return ReadInto(std::make_unique<HvStdFCurve>(0.0, HvBaseFCurve::CubicSegment), body,
                         curve);
+    case HvBaseFCurve::Raw:
+        return ReadInto(std::make_unique<HvRawFCurve>(0.0), body, curve);
     default:
         return 0;
     }

@@ -9,8 +9,6 @@
 #include <hv/fcurve/internal/curve_archive.h>
 #include <hv/fcurve/internal/curve_archive_readers.h>
 
-#include <utility>
-
 namespace {
 
 constexpr std::uint32_t kVersion = 266;
@@ -107,12 +105,8 @@ unsigned int HvStdFCurve::ReadArchiveBody(HvByteReader& body)
     HvStdFCurve read(0.0, CubicSegment);
     bool ok = true;
     unsigned int const used = HvStdArchive_Read(body, *read.impl_, read, ok);
-    if (!ok) {
-        return 0;
+    if (ok) {
+        TakeOver(read);
     }
-    // The implementation is taken over with its own search hint, which no thread has used yet.
-    HvCurveWriter const lock(*this);
-    ExchangeUserData(read);
-    std::swap(impl_, read.impl_);
     return used;
 }

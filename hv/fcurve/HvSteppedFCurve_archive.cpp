@@ -190,8 +190,7 @@ unsigned int HvSteppedFCurve<T>::ReadArchiveBody(HvByteReader& body)
     HvCurveArchive_ReadUserData(body, contents);
     unsigned int const used = HvCurveArchive_Used(body, start, ok);
     if (ok) {
-        HvCurveWriter const lock(*this);
-        ExchangeContents(contents);
+        this->TakeOver(contents);
     }
     return used;
 }

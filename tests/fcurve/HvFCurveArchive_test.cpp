@@ -4,6 +4,7 @@
 #include <hv/fcurve/HvBooleanFCurve.h>
 #include <hv/fcurve/HvFCurveArchive.h>
 #include <hv/fcurve/HvIntegerFCurve.h>
+#include <hv/fcurve/HvRawFCurve.h>
 #include <hv/fcurve/HvStdFCurve.h>
 #include <tests/fcurve/archive_bytes.h>
 #include <tests/fcurve/std_archive_bodies.h>
@@ -25,7 +26,9 @@ void AddUserData(HvBaseFCurve& curve)
     curve.SetUserDataSet(SetOf(2, "c"), 1);
 }
 
-/// Where SmallArchives has the newest version of the standard kind.
+/// SmallArchives begins with the newest version of each kind.
+constexpr std::size_t kNumKinds = 4;
+/// Where it has that of the standard kind.
 constexpr std::size_t kNewestStandard = 2;
 
 /// A small archive of each kind with keys and user data, and one of each older version.
@@ -39,7 +42,10 @@ std::vector<Bytes> SmallArchives()
     AddUserData(integer);
     HvStdFCurve standard(1, 5, 6, HvBaseFCurve::CubicSegment, HvBaseFCurve::CubicSegment);
     AddUserData(standard);
-    std::vector<Bytes> archives = {ArchiveOf(boolean), ArchiveOf(integer), ArchiveOf(standard)};
+    HvRawFCurve raw(1, 5);
+    AddUserData(raw);
+    std::vector<Bytes> archives = {ArchiveOf(boolean), ArchiveOf(integer), ArchiveOf(standard),
+                                   ArchiveOf(raw)};
     for (std::size_t k = 0; k < 2; ++k) {
         archives.push_back(archives[k]);
         archives.back()[4] = 1;  // version 257: the word's second byte begins the user data
@@ -216,7 +222,7 @@ TEST(HvFCurveArchive, EveryCorruptedByteIsRefusedOrRead)
 TEST(HvFCurveArchive, EveryValueOfEveryByteOfTheNewestIsRefusedOrRead)
 {
     std::vector<Bytes> const archives = SmallArchives();
-    for (std::size_t k = 0; k < 3; ++k) {
+    for (std::size_t k = 0; k < kNumKinds; ++k) {
         for (std::size_t at = 0; at < archives[k].size(); ++at) {
             Bytes corrupted = archives[k];
             for (unsigned int value = 0; value < 256; ++value) {
@@ -229,10 +235,10 @@ TEST(HvFCurveArchive, EveryValueOfEveryByteOfTheNewestIsRefusedOrRead)
 
 TEST(HvFCurveArchive, ClaimedCountTakesNoMemory)
 {
-    // Where the key count stands in the archives of the three kinds.
+    // Where the key count stands in the archives of the kinds.
     std::vector<Bytes> const archives = SmallArchives();
-    std::size_t const places[] = {32, 38, 40};
-    for (std::size_t k = 0; k < 3; ++k) {
+    std::size_t const places[] = {32, 38, 40, 36};
+    for (std::size_t k = 0; k < kNumKinds; ++k) {
         for (unsigned int const count : {0xFFFFFFFFu, 0x80000000u, 0x01000000u}) {
             Bytes archive = archives[k];
             Bytes const low = ArchiveBytes().U32(count).Body();
@@ -265,7 +271,7 @@ TEST(HvFCurveArchive, KeysTakeNoAllocationEach)
 TEST(HvFCurveArchive, FailedAllocationLeavesNothing)
 {
     std::vector<Bytes> const archives = SmallArchives();
-    for (std::size_t k = 0; k < 3; ++k) {
+    for (std::size_t k = 0; k < kNumKinds; ++k) {
         long const allocations = RefuseEachAllocation([&] {
             HvBaseFCurve* curve = nullptr;
             try {
@@ -286,12 +292,15 @@ namespace {
 Curve RandomCurve()
 {
     Curve curve;
-    switch (PickInRange(0, 3)) {
+    switch (PickInRange(0, 4)) {
     case 0:
         curve = std::make_unique<HvBooleanFCurve>(PickInRange(0, 2));
         break;
     case 1:
         curve = std::make_unique<HvIntegerFCurve>(PickInRange(-9, 10));
+        break;
+    case 2:
+        curve = std::make_unique<HvRawFCurve>(PickInRange(-9, 10));
         break;
     default:
         curve = std::make_unique<HvStdFCurve>(PickInRange(-9, 10),

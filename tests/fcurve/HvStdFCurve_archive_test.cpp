@@ -312,10 +312,9 @@ TEST(HvStdFCurve_archive, SavingReadsAndReadingWrites)
 {
     HvStdFCurve curve(1, HvBaseFCurve::CubicSegment);
     Bytes buffer(curve.GetBufferSize());
-    EXPECT_EQ(LocksTakenBy(curve, [&] { curve.GetBufferSize(); }), kReaderLocks);
-    EXPECT_EQ(LocksTakenBy(curve, [&] { curve.WriteToBuffer(buffer.data()); }), kReaderLocks);
-    EXPECT_EQ(LocksTakenBy(curve, [&] { curve.ReadFromBufferBody(buffer.data() + 4); }),
-              kWriterLocks);
+    ExpectLocks(curve, kReaderLocks, [&] { curve.GetBufferSize(); });
+    ExpectLocks(curve, kReaderLocks, [&] { curve.WriteToBuffer(buffer.data()); });
+    ExpectLocks(curve, kWriterLocks, [&] { curve.ReadFromBufferBody(buffer.data() + 4); });
 }
 
 TEST(HvStdFCurve_archive, SizeThatAFileCannotTellIsRefused)

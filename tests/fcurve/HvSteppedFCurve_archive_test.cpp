@@ -267,10 +267,9 @@ TEST(HvSteppedFCurve_archive, SavingReadsAndReadingWrites)
 {
     HvBooleanFCurve curve(1);
     Bytes buffer(curve.GetBufferSize());
-    EXPECT_EQ(LocksTakenBy(curve, [&] { curve.GetBufferSize(); }), kReaderLocks);
-    EXPECT_EQ(LocksTakenBy(curve, [&] { curve.WriteToBuffer(buffer.data()); }), kReaderLocks);
-    EXPECT_EQ(LocksTakenBy(curve, [&] { curve.ReadFromBufferBody(buffer.data() + 4); }),
-              kWriterLocks);
+    ExpectLocks(curve, kReaderLocks, [&] { curve.GetBufferSize(); });
+    ExpectLocks(curve, kReaderLocks, [&] { curve.WriteToBuffer(buffer.data()); });
+    ExpectLocks(curve, kWriterLocks, [&] { curve.ReadFromBufferBody(buffer.data() + 4); });
 }
 
 TEST(HvSteppedFCurve_archive, FailedAllocationLeavesTheCurve)

@@ -11,8 +11,10 @@
 #ifndef HV_FCURVE_INTERNAL_CURVE_ARCHIVE_READERS_H
 #define HV_FCURVE_INTERNAL_CURVE_ARCHIVE_READERS_H
 
+#include <hv/fcurve/HvRawFCurve.h>
 #include <hv/fcurve/HvStdFCurve.h>
 #include <hv/fcurve/internal/CFCSingleValueImpl.h>
+#include <hv/fcurve/internal/HvRawFCurveImpl.h>
 #include <hv/fcurve/internal/HvStdFCurveImpl.h>
 #include <hv/foundation/byte_codec.h>
 
@@ -53,5 +55,21 @@ unsigned int HvStdArchive_Read(HvByteReader& body, HvStdFCurveImpl& impl, HvStdF
                                bool& ok);
 /// Makes what an archive of an older `version` held mean the same today.
 void HvStdArchive_Migrate(HvStdFCurveImpl& impl, std::uint32_t version);
+
+// Raw curves.
+
+/// From version 258: extrapolation, read only and user data.
+unsigned int SetFromHvRawFCurve_980508_Buffer(HvByteReader& body, HvRawFCurveImpl& impl,
+                                              HvRawFCurve& curve, bool& ok);
+/// From version 259: fields, keys and constraint marker.
+unsigned int SetFromHvRawFCurve_010221_Buffer(HvByteReader& body, HvRawFCurveImpl& impl,
+                                              HvRawFCurve& curve, bool& ok);
+/// From version 264: the time curve flag.
+unsigned int SetFromHvRawFCurve_050118_Buffer(HvByteReader& body, HvRawFCurveImpl& impl,
+                                              HvRawFCurve& curve, bool& ok);
+
+/// A whole body of a raw curve, whatever its version.
+unsigned int HvRawArchive_Read(HvByteReader& body, HvRawFCurveImpl& impl, HvRawFCurve& curve,
+                               bool& ok);
 
 #endif
