@@ -69,6 +69,7 @@
 #include <hv/fcurve/HvBaseFCurve.h>
 #include <hv/fcurve/HvBooleanFCurve.h>
 #include <hv/fcurve/HvCurveLock.h>
+#include <hv/fcurve/HvFCurveArchive.h>
 #include <hv/fcurve/HvFCurveShell.h>
 #include <hv/fcurve/HvIntegerFCurve.h>
 #include <hv/fcurve/HvRawFCurve.h>

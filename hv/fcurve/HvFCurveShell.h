@@ -79,6 +79,10 @@ protected:
     /// Copies keys, fields and user data; all or nothing.
     HvFCurveShell& operator=(HvFCurveShell const& other);
 
+    /// Exchanges implementation and user data with a curve that nobody else knows, under this one's
+    /// locks. The implementation comes with its own search hint.
+    void TakeOver(HvFCurveShell& other) noexcept;
+
     /// GetKeys for the kinds that heed `selectedOnly`: without memory the three arrays are emptied
     /// and the result is 0.
     unsigned int CollectKeys(HvDoubleArray& parameters, HvDoubleArray& leftValues,

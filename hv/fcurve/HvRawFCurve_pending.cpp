@@ -27,15 +27,3 @@ unsigned int HvRawFCurve::ReduceNumKeys(double, double, double)
 {
     return 0;
 }
-unsigned int HvRawFCurve::GetBufferSize() const
-{
-    return 0;
-}
-unsigned int HvRawFCurve::WriteToBuffer(void*) const
-{
-    return 0;
-}
-unsigned int HvRawFCurve::ReadFromBufferBody(void const*)
-{
-    return 0;
-}

@@ -27,15 +27,3 @@ unsigned int HvStdFCurve::ReduceNumKeys(double, double, double)
 {
     return 0;
 }
-unsigned int HvStdFCurve::GetBufferSize() const
-{
-    return 0;
-}
-unsigned int HvStdFCurve::WriteToBuffer(void*) const
-{
-    return 0;
-}
-unsigned int HvStdFCurve::ReadFromBufferBody(void const*)
-{
-    return 0;
-}

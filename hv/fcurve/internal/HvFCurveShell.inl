@@ -18,6 +18,7 @@
 
 #include <cmath>
 #include <new>
+#include <utility>
 
 // Life.
 
@@ -49,6 +50,14 @@ HvFCurveShell<Impl>& HvFCurveShell<Impl>::operator=(HvFCurveShell const& other)
         impl_->Swap(copy);
     }
     return *this;
+}
+
+template <class Impl>
+void HvFCurveShell<Impl>::TakeOver(HvFCurveShell& other) noexcept
+{
+    HvCurveWriter const lock(*this);
+    ExchangeUserData(other);
+    std::swap(impl_, other.impl_);
 }
 
 template <class Impl>

@@ -25,20 +25,5 @@ unsigned int HvSteppedFCurve<T>::ReduceNumKeys(double, double, double)
 {
     return 0;
 }
-template <class T>
-unsigned int HvSteppedFCurve<T>::GetBufferSize() const
-{
-    return 0;
-}
-template <class T>
-unsigned int HvSteppedFCurve<T>::WriteToBuffer(void*) const
-{
-    return 0;
-}
-template <class T>
-unsigned int HvSteppedFCurve<T>::ReadFromBufferBody(void const*)
-{
-    return 0;
-}
 
 #endif

@@ -1,0 +1,108 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// Curves from their archives: the kind decides which curve is made, and that reads itself.
+
+#include <hv/fcurve/HvBooleanFCurve.h>
+#include <hv/fcurve/HvFCurveArchive.h>
+#include <hv/fcurve/HvIntegerFCurve.h>
+#include <hv/fcurve/HvRawFCurve.h>
+#include <hv/fcurve/HvStdFCurve.h>
+#include <hv/fcurve/internal/curve_archive.h>
+
+#include <memory>
+
+namespace {
+
+/// Versions below this one have no kind behind them.
+constexpr std::uint32_t kFirstVersionWithKind = 256;
+
+/// The kind of a body, or 0; `body` is a copy, so nothing is used up.
+int KindOf(HvByteReader body)
+{
+    std::uint32_t const version = body.ReadUInt32();
+    if (body.Failed()) {
+        return 0;
+    }
+    if (version < kFirstVersionWithKind) {
+        return HvBaseFCurve::Standard;
+    }
+    std::uint32_t const kind = body.ReadUInt32();
+    switch (kind) {
+    case HvBaseFCurve::Boolean:
+    case HvBaseFCurve::Integer:
+    case HvBaseFCurve::Standard:
+    case HvBaseFCurve::Raw:
+    case HvBaseFCurve::Quaternion:
+        return static_cast<int>(kind);
+    default:
+        return 0;
+    }
+}
+
+template <class Curve>
+unsigned int ReadInto(std::unique_ptr<Curve> read, HvByteReader& body, HvBaseFCurve** curve)
+{
+    unsigned int const used = read->ReadArchiveBody(body);
+    if (used != 0) {
+        *curve = read.release();
+    }
+    return used;
+}
+
+unsigned int Create(HvByteReader& body, HvBaseFCurve** curve)
+{
+    switch (KindOf(body)) {
+    case HvBaseFCurve::Boolean:
+        return ReadInto(std::make_unique<HvBooleanFCurve>(1.0), body, curve);
+    case HvBaseFCurve::Integer:
+        return ReadInto(std::make_unique<HvIntegerFCurve>(0.0), body, curve);
+    case HvBaseFCurve::Standard:
+        return ReadInto(std::make_unique<HvStdFCurve>(0.0, HvBaseFCurve::CubicSegment), body,
+                        curve);
+    case HvBaseFCurve::Raw:
+        return ReadInto(std::make_unique<HvRawFCurve>(0.0), body, curve);
+    default:
+        return 0;
+    }
+}
+
+}  // namespace
+
+unsigned int HvBaseFCurve_GetBufferBodyLengthSize()
+{
+    return kCurveArchiveLengthSize;
+}
+
+int HvBaseFCurve_GetKindFromBufferBody(void const* body)
+{
+    return body == nullptr ? 0 : KindOf(HvByteReader::Unbounded(body));
+}
+
+unsigned int HvBaseFCurve_CreateFromBufferBody(void const* body, HvBaseFCurve** curve)
+{
+    if (body == nullptr || curve == nullptr) {
+        return 0;
+    }
+    HvByteReader reader = HvByteReader::Unbounded(body);
+    return Create(reader, curve);
+}
+
+unsigned int HvBaseFCurve_CreateFromBuffer(void const* buffer, std::size_t size,
+                                           HvBaseFCurve** curve)
+{
+    if (curve == nullptr) {
+        return 0;
+    }
+    *curve = nullptr;
+    if (buffer == nullptr) {
+        return 0;
+    }
+    HvByteReader archive(buffer, size);
+    std::uint32_t const length = archive.ReadUInt32();
+    if (length > std::numeric_limits<unsigned int>::max() - kCurveArchiveLengthSize) {
+        return 0;  // no curve writes one, and its size could not be told
+    }
+    HvByteReader body = archive.ReadPart(length);
+    return Create(body, curve) == 0 ? 0 : length + kCurveArchiveLengthSize;
+}
