@@ -268,8 +268,8 @@ public:
     unsigned int GetBufferSize() const override;
     unsigned int WriteToBuffer(void* buffer) const override;
     unsigned int ReadFromBufferBody(void const* body) override;
-    /// The same through a reader, which stays in its bounds and steps over what was used. 0 also, and
-    /// the reader then fails, for a body that does not hold what it claims.
+    /// The same through a reader, which stays in its bounds and steps over what was used. 0 also,
+    /// and the reader then fails, for a body that does not hold what it claims.
     unsigned int ReadArchiveBody(HvByteReader& body);
 
 private:
