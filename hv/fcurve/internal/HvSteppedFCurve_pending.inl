@@ -10,22 +10,6 @@
 #include <hv/fcurve/HvSteppedFCurve.h>
 
 template <class T>
-int HvSteppedFCurve<T>::ScaleAndOffsetParameters(double, double, double, double, double, int, int,
-                                                 RegionHandle, int)
-{
-    return 0;
-}
-template <class T>
-int HvSteppedFCurve<T>::ResampleSequence(double, double, double, int, int)
-{
-    return 0;
-}
-template <class T>
-unsigned int HvSteppedFCurve<T>::ReduceNumKeys(double, double, double)
-{
-    return 0;
-}
-template <class T>
 unsigned int HvSteppedFCurve<T>::GetBufferSize() const
 {
     return 0;
