@@ -12,8 +12,10 @@
 #include <hv/fcurve/internal/HvSingleValueFCurve_axes.inl>
 #include <hv/fcurve/internal/HvSingleValueFCurve_keys.inl>
 #include <hv/fcurve/internal/HvSingleValueFCurve_pieces.inl>
+#include <hv/fcurve/internal/HvSingleValueFCurve_reshape.inl>
 #include <hv/fcurve/internal/HvSteppedFCurve.inl>
-#include <hv/fcurve/internal/HvSteppedFCurve_pending.inl>
+
+#include <memory>
 
 template class CFCBaseImpl<bool, CFCSingleValueKey<bool>, CFCBooleanStore>;
 template class CFCSingleValueImpl<bool, CFCSingleValueKey<bool>, CFCBooleanStore>;
@@ -34,6 +36,17 @@ HvBooleanFCurve::HvBooleanFCurve(HvBooleanFCurve const& source, double from, dou
 }
 
 HvBooleanFCurve& HvBooleanFCurve::operator=(HvBooleanFCurve const& other) = default;
+
+HvBaseFCurve* HvBooleanFCurve::SnapShot(double from, double to, ExtrapolationMethod method) const
+{
+    HvCurveWriter const lock(*this);
+    if (!HvSnapShot_IsInterval(from, to)) {
+        return nullptr;
+    }
+    std::unique_ptr<HvBooleanFCurve> result(new HvBooleanFCurve(*this));
+    SnapShotHelper(*result, *result->impl_, from, to, method);
+    return result.release();
+}
 
 int HvBooleanFCurve::ShiftValues(double)
 {

@@ -12,10 +12,11 @@
 #include <hv/fcurve/internal/HvSingleValueFCurve_axes.inl>
 #include <hv/fcurve/internal/HvSingleValueFCurve_keys.inl>
 #include <hv/fcurve/internal/HvSingleValueFCurve_pieces.inl>
+#include <hv/fcurve/internal/HvSingleValueFCurve_reshape.inl>
 #include <hv/fcurve/internal/HvSteppedFCurve.inl>
-#include <hv/fcurve/internal/HvSteppedFCurve_pending.inl>
 
 #include <cmath>
+#include <memory>
 #include <utility>
 
 template class CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>;
@@ -37,6 +38,30 @@ HvIntegerFCurve::HvIntegerFCurve(HvIntegerFCurve const& source, double from, dou
 }
 
 HvIntegerFCurve& HvIntegerFCurve::operator=(HvIntegerFCurve const& other) = default;
+
+HvBaseFCurve* HvIntegerFCurve::SnapShot(double from, double to, ExtrapolationMethod method) const
+{
+    if (!HvSnapShot_IsInterval(from, to)) {
+        return nullptr;
+    }
+    // The copy is made under this curve's section. What follows concerns the copy alone, whose user
+    // data are edited as a writer: holding the section meanwhile would turn round the order of
+    // locks.
+    std::unique_ptr<HvIntegerFCurve> result(new HvIntegerFCurve(*this));
+    SnapShotHelper(*result, *result->impl_, from, to, method);
+    return result.release();
+}
+
+int HvIntegerFCurve::SmoothSequence(double from, double to, double const* kernel,
+                                    unsigned int kernelSize)
+{
+    HvCurveWriter const lock(*this);
+    if (impl_->readOnly || AreAnyValuesLockedInInterval(from, to, 0, 0)) {
+        return 0;
+    }
+    CFCSingleValue_Smooth(*impl_, from, to, kernel, kernelSize);
+    return 1;
+}
 
 int HvIntegerFCurve::ShiftValues(double offset)
 {

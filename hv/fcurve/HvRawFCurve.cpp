@@ -12,6 +12,7 @@
 #include <hv/fcurve/internal/HvSingleValueFCurve_axes.inl>
 #include <hv/fcurve/internal/HvSingleValueFCurve_keys.inl>
 #include <hv/fcurve/internal/HvSingleValueFCurve_pieces.inl>
+#include <hv/fcurve/internal/HvSingleValueFCurve_reshape.inl>
 #include <hv/fcurve/internal/data_points.h>
 
 #include <cmath>
@@ -120,3 +121,25 @@ HvRawFCurve::HvRawFCurve(HvRawFCurve const& curve, double from, double to)
 }
 
 HvRawFCurve& HvRawFCurve::operator=(HvRawFCurve const& other) = default;
+
+HvBaseFCurve* HvRawFCurve::SnapShot(double from, double to, ExtrapolationMethod method) const
+{
+    if (!HvSnapShot_IsInterval(from, to)) {
+        return nullptr;
+    }
+    // The copy is made under this curve's section; what follows concerns the copy alone.
+    std::unique_ptr<HvRawFCurve> result(new HvRawFCurve(*this));
+    SnapShotHelper(*result, *result->impl_, from, to, method);
+    return result.release();
+}
+
+int HvRawFCurve::SmoothSequence(double from, double to, double const* kernel,
+                                unsigned int kernelSize)
+{
+    HvCurveWriter const lock(*this);
+    if (impl_->readOnly) {
+        return 0;
+    }
+    CFCSingleValue_Smooth(*impl_, from, to, kernel, kernelSize);
+    return 1;
+}

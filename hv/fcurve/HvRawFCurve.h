@@ -104,14 +104,8 @@ public:
 
     // Reshaping.
 
-    int ScaleAndOffsetParameters(double from, double to, double pivot, double scale, double offset,
-                                 int rippleLeft, int rippleRight, RegionHandle handle,
-                                 int selectedOnly) override;
-    int ResampleSequence(double from, double to, double step, int keepExisting,
-                         int ignoreExtrapolation) override;
     int SmoothSequence(double from, double to, double const* kernel,
                        unsigned int kernelSize) override;
-    unsigned int ReduceNumKeys(double from, double to, double tolerance) override;
 
     // Saving.
 

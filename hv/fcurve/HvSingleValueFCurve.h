@@ -22,6 +22,7 @@ public:
     using typename HvBaseFCurve::KeyConstraint;
     using typename HvBaseFCurve::KeyInfo;
     using typename HvBaseFCurve::Kind;
+    using typename HvBaseFCurve::RegionHandle;
 
     HvBaseFCurve const* QueryFCurveKind(Kind kind) const override;
     Kind GetKind() const override;
@@ -60,6 +61,15 @@ public:
     int ShiftParameters(double offset) override;
     int ScaleParameterAxis(double scale) override;
     int MirrorParameters() override;
+
+    // Reshaping.
+
+    int ScaleAndOffsetParameters(double from, double to, double pivot, double scale, double offset,
+                                 int rippleLeft, int rippleRight, RegionHandle handle,
+                                 int selectedOnly) override;
+    int ResampleSequence(double from, double to, double step, int keepExisting,
+                         int ignoreExtrapolation) override;
+    unsigned int ReduceNumKeys(double from, double to, double tolerance) override;
 
     // Constraints and settings.
 

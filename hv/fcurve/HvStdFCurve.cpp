@@ -103,25 +103,16 @@ HvStdFCurveImpl* NewFromPoints(HvPoint2dArray const& points, HvStdFCurve::DPMeth
     return Finished(std::move(impl), first, last);
 }
 
-/// Writes the evaluated handles of key i to the stored ones and takes away the constraints that
-/// would derive others as soon as the key's neighbours change.
-void FixHandles(HvStdFCurveImpl& impl, unsigned int i)
-{
-    impl.FreezeKey(i);
-    impl.keys[i].constraints.Clear(CFCKeyConstraint::kFlatAtExtremum |
-                                   CFCKeyConstraint::kLinearTangents);
-}
-
 /// Fixes the handles of the key at x, or of the two keys around it.
 void FixHandlesAround(HvStdFCurveImpl& impl, double x)
 {
     int exact = 0;
     unsigned int const count = impl.LocateParameter(x, exact);
     if (count > 0) {
-        FixHandles(impl, count - 1);
+        impl.FixKeyHandles(count - 1);
     }
     if (exact == 0 && count < impl.NumKeys()) {
-        FixHandles(impl, count);
+        impl.FixKeyHandles(count);
     }
 }
 
@@ -213,6 +204,7 @@ HvStdFCurve& HvStdFCurve::operator=(HvStdFCurve const& other)
 
 HvBaseFCurve const* HvStdFCurve::QueryFCurveKind(Kind kind) const
 {
+    HvCurveReader const lock(*this);
     return kind == Standard ? this : nullptr;
 }
 

@@ -275,6 +275,7 @@ public:
 private:
     friend class HvStdTgtMoverImpl;
     class Rollback;
+    class SnapShotBuilder;
 
     /// Exchanges keys, fields and user data.
     void ExchangeContents(HvStdFCurve& other) noexcept;

@@ -157,6 +157,13 @@ void HvStdFCurveImpl::FreezeKey(unsigned int i)
                               CFCKeyConstraint::kUnlimitedAutoSlope);
 }
 
+void HvStdFCurveImpl::FixKeyHandles(unsigned int i)
+{
+    FreezeKey(i);
+    keys[i].constraints.Clear(CFCKeyConstraint::kFlatAtExtremum |
+                              CFCKeyConstraint::kLinearTangents);
+}
+
 void HvStdFCurveImpl::RegularizeLeftTgt(unsigned int i, Point const& start)
 {
     CFCStdKey const& key = keys[i];

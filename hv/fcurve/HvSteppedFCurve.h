@@ -38,7 +38,6 @@ class HV_API HvSteppedFCurve : public HvSingleValueFCurve<CFCSteppedImpl<T>> {
 public:
     using typename HvBaseFCurve::KeyConstraint;
     using typename HvBaseFCurve::KeySide;
-    using typename HvBaseFCurve::RegionHandle;
 
     // Values.
 
@@ -74,15 +73,6 @@ public:
     int GetConstraint(double& parameter, KeyConstraint constraint, int& on,
                       double tolerance) const override;
     int GetConstraintByIndex(unsigned int index, KeyConstraint constraint, int& on) const override;
-
-    // Reshaping.
-
-    int ScaleAndOffsetParameters(double from, double to, double pivot, double scale, double offset,
-                                 int rippleLeft, int rippleRight, RegionHandle handle,
-                                 int selectedOnly) override;
-    int ResampleSequence(double from, double to, double step, int keepExisting,
-                         int ignoreExtrapolation) override;
-    unsigned int ReduceNumKeys(double from, double to, double tolerance) override;
 
     // Saving.
 

@@ -105,7 +105,7 @@ TEST_F(HvStdFCurve_locks, TheKnownDepartures)
     Expect(kNoLocks, [&] { curve.AreAnyParametersLockedInInterval(0, 1, 0, 0); });
     Expect(kNoLocks, [&] { curve.AreAnyKeysLockedInInterval(0, 1, 0, 0); });
     Expect(kNoLocks, [&] { curve.GetKind(); });
-    Expect(kNoLocks, [&] { curve.QueryFCurveKind(HvBaseFCurve::Standard); });
+    Expect(kReaderLocks, [&] { curve.QueryFCurveKind(HvBaseFCurve::Standard); });
     Expect(kNoLocks, [&] { curve.IsConstraintSupported(HvBaseFCurve::AllLocked); });
     Expect(kNoLocks, [&] { curve.EvalNoLock(0.5, 0); });
     Expect(kNoLocks, [&] { curve.GetNearestKeyParameterInCenteredIntervalNoLock(a, 1); });

@@ -90,6 +90,9 @@ public:
     int AdjustAdjacentAutomaticKeysTangents(unsigned int i);
     /// Writes both evaluated handles of key i to the stored ones and clears its automatic bits.
     void FreezeKey(unsigned int i);
+    /// FreezeKey, and the other constraints that derive handles from the neighbours go too, so that
+    /// the key keeps its handles when it gets other neighbours.
+    void FixKeyHandles(unsigned int i);
     /// FreezeKey for the keys `first` to `last` inclusive that derive their handles automatically.
     void FreezeAutomaticKeys(unsigned int first, unsigned int last);
     /// Freezes the keys next to x on both sides, but not one that stands at x.
@@ -280,7 +283,22 @@ public:
     int TranslateParamsAndTgtsAfterExistingKey(unsigned int i, double target, double shift,
                                                HvBaseFCurve& curve);
 
+    // Reshaping (HvStdFCurve_resample.cpp, _smooth.cpp, _reduce.cpp).
+
+    /// Keys at `from`, each `step` on and at `to` that keep the shape; keys between them go unless
+    /// `keepExisting`. 0 for an interval or a step that gives none. Throws std::bad_alloc before it
+    /// starts when there are more samples than an array holds.
+    int ResampleSequence(double from, double to, double step, int keepExisting,
+                         HvBaseFCurve& curve);
+    /// Convolves the values of the keys of [from, to] with a kernel; handles move along.
+    void SmoothSequence(double from, double to, double const* kernel, unsigned int kernelSize);
+    /// Makes keys at both ends and drops those between that add less than `tolerance` times the
+    /// range of the values of their run. Returns by how much the number of keys fell.
+    unsigned int ReduceNumKeys(double from, double to, double tolerance, HvBaseFCurve& curve);
+    unsigned int ReduceNumKeys(double tolerance, HvBaseFCurve& curve);
+
 private:
+    void RemoveMarkedKeys(HvBoolArray const& dropped, HvBaseFCurve& curve);
     bool ExtendLinearSegment(Point const& P, double tolerance, HvBaseFCurve& curve);
     bool IsHandleValid(unsigned int i, KeySide side, Point const& vector) const;
     void FreezeHandles(unsigned int i, bool left, bool right, int constraints);

@@ -1,0 +1,32 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// Scaling and moving a stretch of a curve along the parameter axis: what all kinds have in common.
+
+#ifndef HV_FCURVE_INTERNAL_CURVE_RESCALE_H
+#define HV_FCURVE_INTERNAL_CURVE_RESCALE_H
+
+#include <hv/fcurve/HvBaseFCurve.h>
+
+/// The arguments that tell which keys go where.
+struct HvCurveRescale {
+    double from;
+    double to;
+    double pivot;
+    double scale;
+    double offset;
+    int selectedOnly;
+
+    /// Whether the numbers are finite and the scale is none that would put all keys on one place.
+    bool IsPossible() const;
+    /// Whether the scale is 1 and the offset 0, within 1e-7.
+    bool IsIdentity() const;
+    /// Carries it out on `curve`, a copy that the caller throws away after a refusal. 0 when a part
+    /// of the keys only is meant.
+    int ApplyTo(HvBaseFCurve& curve) const;
+
+private:
+    bool ConcernsAllKeys(HvBaseFCurve const& curve) const;
+};
+
+#endif
