@@ -349,8 +349,10 @@ void HvStdFCurveImpl::CreateNonModifyingKey(double x, unsigned int& index, HvBas
         FreezeKey(i);
         FreezeKey(r);
         FSKind const kind = SegmentKind(i);
-        int const result = RemoveBodyAndCreateKeyBetweenExistingKeys(x, EvalJustAfterIndex(x, i),
-                                                                     kind, kind, i, r, curve);
+        double const value = EvalJustAfterIndex(x, i);
+        // Between values near the limit of a double a segment may have none that can be stored.
+        double const y = HvStdEdit_AreFinite(value) ? value : keys[i].rightValue;
+        int const result = RemoveBodyAndCreateKeyBetweenExistingKeys(x, y, kind, kind, i, r, curve);
         index = result == -1 ? i : r;
     }
 }

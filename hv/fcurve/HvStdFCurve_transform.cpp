@@ -172,14 +172,16 @@ bool HvStdFCurveImpl::MirrorParameters()
     }
     SetKind(0, firstKind);
     std::reverse(keys.begin(), keys.end());
+    bool finite = HvStdEdit_AreFinite(sum);
     for (CFCStdKey& key : keys) {
         key.parameter = sum - key.parameter;
         std::swap(key.leftValue, key.rightValue);
         std::swap(key.leftHandle, key.rightHandle);
         key.leftHandle.x = sum - key.leftHandle.x;
         key.rightHandle.x = sum - key.rightHandle.x;
+        finite = finite && HvStdEdit_AreFinite(key.leftHandle.x, key.rightHandle.x);
     }
-    return HvStdEdit_AreFinite(sum) && IsValid() != 0;
+    return finite && IsValid() != 0;
 }
 
 int HvStdFCurve::MirrorParameters()
