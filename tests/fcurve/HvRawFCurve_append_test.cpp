@@ -150,7 +150,8 @@ TEST(HvRawFCurve_append, KeepsEveryPointWithoutAToleranceUnlessOnTheLine)
             for (unsigned int i = first; i < last; ++i) {
                 RC_ASSERT(!misses(i));
             }
-            RC_ASSERT(last + 1 == n || misses(last + 1));
+            bool const ends = last + 1 == n || misses(last + 1);
+            RC_ASSERT(ends);
         }
     }));
 }

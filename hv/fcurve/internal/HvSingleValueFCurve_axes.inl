@@ -8,6 +8,7 @@
 #define HV_FCURVE_INTERNAL_HVSINGLEVALUEFCURVE_AXES_INL
 
 #include <hv/fcurve/internal/HvSingleValueFCurve.inl>
+#include <hv/foundation/HvDoubleArray.h>
 
 #include <cmath>
 

@@ -9,6 +9,7 @@
 #define HV_FCURVE_INTERNAL_HVSINGLEVALUEFCURVE_PIECES_INL
 
 #include <hv/fcurve/internal/HvSingleValueFCurve.inl>
+#include <hv/foundation/array_capacity.h>
 
 #include <cmath>
 
