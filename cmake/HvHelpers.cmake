@@ -25,7 +25,8 @@ endfunction()
 
 # hv_test(<subsystem> <sources...>): one test program for a subsystem, hv_<subsystem>_test. It is
 # made of the library's objects, so that it also reaches what the library hides. The thread
-# sanitizer's build compiles and runs only the files that hold thread tests.
+# sanitizer's build compiles and runs only the files that hold thread tests. Properties are tried with
+# one seed here, so that a change is judged by itself; a test program run by hand draws new ones.
 function(hv_test subsystem)
   set(target hv_${subsystem}_test)
   set(sources ${ARGN})
@@ -43,7 +44,8 @@ function(hv_test subsystem)
   target_link_libraries(${target} PRIVATE hv_objects hv_test_support)
   if(NOT exclude)
     gtest_discover_tests(${target} ${filter}
-      DISCOVERY_TIMEOUT 120 PROPERTIES LABELS ${subsystem} TIMEOUT 300)
+      DISCOVERY_TIMEOUT 120
+      PROPERTIES LABELS ${subsystem} TIMEOUT 300 ENVIRONMENT "RC_PARAMS=seed=20261120")
   endif()
 endfunction()
 
