@@ -105,5 +105,3 @@ BENCHMARK(ReduceCubicsToTwoKeys)->Arg(1000)->Arg(100000);
 BENCHMARK(Resample)->Arg(1000)->Arg(100000);
 BENCHMARK(Smooth)->Arg(1000)->Arg(100000);
 BENCHMARK(SnapShotOverCycles)->Arg(1000)->Arg(100000);
-
-BENCHMARK_MAIN();
