@@ -178,6 +178,18 @@ TEST(HvStdFCurve_snapshot, EndingWhereACycleEndsHasTheValueThere)
     }
 }
 
+TEST(HvStdFCurve_snapshot, EndingWhereARelativeCycleEndsHasTheRisenValueThere)
+{
+    // Each cycle adds 5 - 1, and starts with the right value of the first key.
+    StdCurve curve({KeyAt(0, 0, 1, kLinear), KeyAt(2, 4, 5, kLinear)}, kRelative);
+    for (int const cycle : {-2, 0, 1, 5}) {
+        double const to = 2.0 * (cycle + 1);
+        auto const snap = Snap(curve, to - 3, to);
+        EXPECT_EQ(snap->Eval(to, 0), 1 + 4.0 * (cycle + 1)) << to;
+        EXPECT_EQ(snap->EvalLeft(to, 0), 4 + 4.0 * cycle) << to;
+    }
+}
+
 TEST(HvStdFCurve_snapshot, EvaluatesLikeItsSourceOnTheInterval)
 {
     ExpectProperty("a snapshot evaluates like its source", [] {
