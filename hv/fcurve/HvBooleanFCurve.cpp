@@ -44,8 +44,8 @@ HvBaseFCurve* HvBooleanFCurve::SnapShot(double from, double to, ExtrapolationMet
         return nullptr;
     }
     std::unique_ptr<HvBooleanFCurve> result(new HvBooleanFCurve(*this));
-    SnapShotHelper(*result, *result->impl_, from, to, method);
-    return result.release();
+    bool const isMade = SnapShotHelper(*result, *result->impl_, from, to, method);
+    return isMade ? result.release() : nullptr;
 }
 
 int HvBooleanFCurve::ShiftValues(double)

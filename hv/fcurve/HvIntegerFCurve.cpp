@@ -48,8 +48,8 @@ HvBaseFCurve* HvIntegerFCurve::SnapShot(double from, double to, ExtrapolationMet
     // data are edited as a writer: holding the section meanwhile would turn round the order of
     // locks.
     std::unique_ptr<HvIntegerFCurve> result(new HvIntegerFCurve(*this));
-    SnapShotHelper(*result, *result->impl_, from, to, method);
-    return result.release();
+    bool const isMade = SnapShotHelper(*result, *result->impl_, from, to, method);
+    return isMade ? result.release() : nullptr;
 }
 
 int HvIntegerFCurve::SmoothSequence(double from, double to, double const* kernel,

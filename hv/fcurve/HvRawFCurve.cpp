@@ -129,8 +129,8 @@ HvBaseFCurve* HvRawFCurve::SnapShot(double from, double to, ExtrapolationMethod 
     }
     // The copy is made under this curve's section; what follows concerns the copy alone.
     std::unique_ptr<HvRawFCurve> result(new HvRawFCurve(*this));
-    SnapShotHelper(*result, *result->impl_, from, to, method);
-    return result.release();
+    bool const isMade = SnapShotHelper(*result, *result->impl_, from, to, method);
+    return isMade ? result.release() : nullptr;
 }
 
 int HvRawFCurve::SmoothSequence(double from, double to, double const* kernel,

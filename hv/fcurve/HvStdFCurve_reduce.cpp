@@ -173,7 +173,7 @@ unsigned int HvStdFCurveImpl::ReduceNumKeys(double from, double to, double toler
                                             HvBaseFCurve& curve)
 {
     if (NumKeys() == 0 || !CanHoldParameter(from) || !CanHoldParameter(to) || !(from <= to) ||
-        !(tolerance >= 0)) {
+        !(tolerance >= 0) || !HvStdEdit_AreFinite(EvalInsideKeys(from), EvalInsideKeys(to))) {
         return 0;
     }
     unsigned int const before = NumKeys();

@@ -15,6 +15,7 @@
 #include <hv/fcurve/internal/HvStdFCurveImpl.h>
 #include <hv/fcurve/internal/HvStdFCurveRollback.h>
 #include <hv/fcurve/internal/resample_interval.h>
+#include <hv/fcurve/internal/std_edit_checks.h>
 
 #include <algorithm>
 #include <cmath>
@@ -51,8 +52,13 @@ public:
         ReachBeyond(x);
         unsigned int index = 0;
         window_.CreateNonModifyingKey(x, index, owner_);
+        CFCStdKey const& key = window_.keys[index];
+        isFinite_ = isFinite_ && HvStdEdit_AreFinite(key.leftValue, key.rightValue) &&
+                    HvStdEdit_AreFinite(key.leftHandle) && HvStdEdit_AreFinite(key.rightHandle);
         return index;
     }
+    /// Whether no value between two very large ones has overflowed.
+    bool IsFinite() const { return isFinite_; }
     /// The same, but a key nearer than `tolerance` serves.
     unsigned int MakeKeyUnlessNear(double x, double tolerance)
     {
@@ -107,6 +113,7 @@ private:
     HvBaseFCurve& owner_;
     HvStdFCurveImpl window_;
     HvAltDynArray<CFCStdKey> done_{kKeyStoreCapacity};
+    bool isFinite_ = true;
     unsigned int next_;  ///< the first old key that has not come into the window
 };
 
@@ -136,6 +143,9 @@ int HvStdFCurveImpl::ResampleSequence(double from, double to, double step, int k
         if (!keepExisting) {
             window.RemoveBetween(i, j);
         }
+    }
+    if (!window.IsFinite()) {
+        return 0;
     }
     window.Deliver(*this);
     return 1;

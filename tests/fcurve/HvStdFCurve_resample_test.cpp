@@ -220,6 +220,13 @@ TEST(HvStdFCurve_resample, MoreSamplesThanAnArrayHoldsAreRefusedBeforeItStarts)
     EXPECT_TRUE(LockProbe_AreBothFree(curve));
 }
 
+TEST(HvStdFCurve_resample, ValuesThatOverflowAreRefused)
+{
+    StdCurve curve({KeyAt(0, -1.7e308, -1.7e308, kLinear), KeyAt(1, 1.7e308, 1.7e308, kLinear)});
+    ExpectRefused(curve, [&] { return curve.ResampleSequence(0, 1, 0.25, 0, 0); });
+    ExpectRefused(curve, [&] { return static_cast<int>(curve.ReduceNumKeys(0.25, 0.75, 1)); });
+}
+
 TEST(HvStdFCurve_resample, StepBelowTheResolutionEnds)
 {
     double const far = 9007199254740992.0;  // 2^53: the next double is 2 away

@@ -178,6 +178,18 @@ TEST(HvStdFCurve_snapshot, EndingWhereACycleEndsHasTheValueThere)
     }
 }
 
+TEST(HvStdFCurve_snapshot, EndingWhereARelativeCycleEndsHasTheRisenValueThere)
+{
+    // Each cycle adds 5 - 1, and starts with the right value of the first key.
+    StdCurve curve({KeyAt(0, 0, 1, kLinear), KeyAt(2, 4, 5, kLinear)}, kRelative);
+    for (int const cycle : {-2, 0, 1, 5}) {
+        double const to = 2.0 * (cycle + 1);
+        auto const snap = Snap(curve, to - 3, to);
+        EXPECT_EQ(snap->Eval(to, 0), 1 + 4.0 * (cycle + 1)) << to;
+        EXPECT_EQ(snap->EvalLeft(to, 0), 4 + 4.0 * cycle) << to;
+    }
+}
+
 TEST(HvStdFCurve_snapshot, EvaluatesLikeItsSourceOnTheInterval)
 {
     ExpectProperty("a snapshot evaluates like its source", [] {
@@ -278,7 +290,11 @@ TEST(HvStdFCurve_snapshot, FarAwayKeysThatRoundToOneAreDropped)
     StdCurve curve({KeyAt(0, 0, 0, kLinear), KeyAt(0.125, 9, 9, kLinear), KeyAt(1, 4, 4, kLinear)},
                    kCycle);
     auto const snap = Snap(curve, far, far + 3);
-    EXPECT_EQ(static_cast<StdCurve&>(*snap).Impl().HasAscendingParameters(), 1);
+    HvDoubleArray parameters;
+    snap->GetAllKeyParameters(parameters);
+    for (unsigned int i = 1; i < parameters.Size(); ++i) {
+        EXPECT_LT(parameters[i - 1], parameters[i]);
+    }
     EXPECT_EQ(snap->IsLargestKeyParameter(far + 3), 1);
 }
 

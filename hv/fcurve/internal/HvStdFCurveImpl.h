@@ -286,8 +286,9 @@ public:
     // Reshaping (HvStdFCurve_resample.cpp, _smooth.cpp, _reduce.cpp).
 
     /// Keys at `from`, each `step` on and at `to` that keep the shape; keys between them go unless
-    /// `keepExisting`. 0 for an interval or a step that gives none. Throws std::bad_alloc before it
-    /// starts when there are more samples than an array holds.
+    /// `keepExisting`. 0 for an interval or a step that gives none, and when a value would not be
+    /// finite; the keys are then as they were. Throws std::bad_alloc before it starts when there
+    /// are more samples than an array holds.
     int ResampleSequence(double from, double to, double step, int keepExisting,
                          HvBaseFCurve& curve);
     /// Convolves the values of the keys of [from, to] with a kernel; handles move along.

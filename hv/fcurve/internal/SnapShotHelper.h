@@ -49,8 +49,15 @@ public:
     {
     }
 
-    void Collect()
+    /// False when the value at an end is not finite.
+    bool Collect()
     {
+        Value const first = source_.EvalRightUsingExtrapolationMethod(from_);
+        Value const last = source_.EvalRightUsingExtrapolationMethod(to_);
+        if (!std::isfinite(static_cast<double>(first)) ||
+            !std::isfinite(static_cast<double>(last))) {
+            return false;
+        }
         unsigned int const n = source_.NumKeys();
         result_.ApplyLeftValue(static_cast<Value>(source_.EvalLeftUsingExtrapolationMethod(from_)));
         if (n == 0) {
@@ -68,7 +75,8 @@ public:
             }
             AddStepBeyondKeys();
         }
-        AddEnds();
+        AddEnds(first, last);
+        return true;
     }
 
     typename Impl::Store& Result() { return result_; }
@@ -131,10 +139,8 @@ private:
         }
     }
     /// Keys at both ends with the values there.
-    void AddEnds()
+    void AddEnds(Value first, Value last)
     {
-        Value const first = source_.EvalRightUsingExtrapolationMethod(from_);
-        Value const last = source_.EvalRightUsingExtrapolationMethod(to_);
         if (result_.keys.Count() == 0 || result_.keys[0].parameter != from_) {
             result_.InsertKey(0, Key{from_, first, 0}, 0);
         }
@@ -207,16 +213,19 @@ void CFCSnapShot_PlaceUserData(HvBaseFCurve& copy, CFCSnapShotKeys<Impl> const& 
 
 /// Makes `copy`, a copy of a curve that nobody else knows, the snapshot of [from, to], ends in any
 /// order: on this interval it evaluates as the curve does. `impl` is the copy's implementation.
-/// `method` becomes its extrapolation when it is one.
+/// `method` becomes its extrapolation when it is one. False, with the copy as it was, when the
+/// value at an end is not finite.
 ///
 /// Throws std::bad_alloc when the cycles have more keys than an array can hold. Cost: keys of the
 /// snapshot.
 template <class Curve, class Impl>
-void SnapShotHelper(Curve& copy, Impl& impl, double from, double to,
+bool SnapShotHelper(Curve& copy, Impl& impl, double from, double to,
                     HvBaseFCurve::ExtrapolationMethod method)
 {
     CFCSnapShotKeys<Impl> keys(impl, std::min(from, to), std::max(from, to));
-    keys.Collect();
+    if (!keys.Collect()) {
+        return false;
+    }
     HvDoubleArray oldParameters;
     copy.GetAllKeyParameters(oldParameters);
     typename Impl::Store& store = impl;
@@ -228,6 +237,7 @@ void SnapShotHelper(Curve& copy, Impl& impl, double from, double to,
     if (oldParameters.Size() != 0 && copy.HasUserData()) {
         CFCSnapShot_PlaceUserData(copy, keys, oldParameters);
     }
+    return true;
 }
 
 #endif

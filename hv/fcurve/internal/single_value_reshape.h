@@ -14,29 +14,12 @@
 #include <hv/fcurve/internal/stepped_value.h>
 #include <hv/foundation/HvBoolArray.h>
 
+#include <algorithm>
 #include <cmath>
 
 /// The value type of an implementation.
 template <class Impl>
 using CFCValueOf = decltype(Impl::valueWhenNoKeys);
-
-/// The value at x, which is not beyond the keys for long: constant outside of them.
-template <class Impl>
-CFCValueOf<Impl> CFCSingleValue_HeldAt(Impl const& impl, double x)
-{
-    unsigned int const n = impl.NumKeys();
-    if (n == 0) {
-        return impl.valueWhenNoKeys;
-    }
-    int exact;
-    unsigned int const r = impl.LocateParameter(x, exact);
-    if (r == 0) {
-        return impl.LeftValueOf(0);
-    }
-    bool const isKey = exact != 0 || r == n;
-    return isKey ? impl.RightValueOf(r - 1)
-                 : static_cast<CFCValueOf<Impl>>(impl.EvalJustAfterIndex(x, r - 1));
-}
 
 // Resampling.
 
@@ -44,6 +27,8 @@ CFCValueOf<Impl> CFCSingleValue_HeldAt(Impl const& impl, double x)
 template <class Impl>
 class CFCSingleValueResampling {
 public:
+    using Key = CFCSingleValueKey<CFCValueOf<Impl>>;
+
     CFCSingleValueResampling(Impl const& impl, bool keepExisting)
         : impl_(impl), keepExisting_(keepExisting)
     {
@@ -93,15 +78,20 @@ public:
             TakeNext();
         }
     }
+    /// Whether no value between two very large ones has overflowed.
+    bool HasFiniteValues() const
+    {
+        return std::all_of(result_.keys.begin(), result_.keys.end(), [](Key const& key) {
+            return std::isfinite(static_cast<double>(key.value));
+        });
+    }
     typename Impl::Store& Result() { return result_; }
     /// The parameters of the old keys that go.
     HvDoubleArray const& Dropped() const { return dropped_; }
 
 private:
-    using Key = CFCSingleValueKey<CFCValueOf<Impl>>;
-
     double LastParameter() const { return result_.keys[result_.keys.Count() - 1].parameter; }
-    Key NewKey(double x) const { return Key{x, CFCSingleValue_HeldAt(impl_, x), 0}; }
+    Key NewKey(double x) const { return Key{x, impl_.ValueHeldAt(x), 0}; }
     void Add(double x) { result_.InsertKey(result_.keys.Count(), NewKey(x), 0); }
     void TakeNext()
     {
@@ -160,6 +150,9 @@ int CFCSingleValue_Resample(Impl& impl, double from, double to, double step, int
         resampling.Sample(from + step * k);
     }
     resampling.End(to);
+    if (!resampling.HasFiniteValues()) {
+        return 0;
+    }
     if (curve.HasUserData()) {
         for (double const parameter : resampling.Dropped()) {
             curve.RemoveKeyUserData(parameter);
@@ -179,7 +172,11 @@ template <class Impl>
 unsigned int CFCSingleValue_Reduce(Impl& impl, double from, double to, double tolerance,
                                    HvBaseFCurve& curve)
 {
-    if (impl.NumKeys() == 0 || !std::isfinite(to - from) || !(from <= to) || !(tolerance >= 0)) {
+    auto const isFiniteAt = [&](double x) {
+        return std::isfinite(static_cast<double>(impl.ValueHeldAt(x)));
+    };
+    if (impl.NumKeys() == 0 || !std::isfinite(to - from) || !(from <= to) || !(tolerance >= 0) ||
+        !isFiniteAt(from) || !isFiniteAt(to)) {
         return 0;
     }
     unsigned int const before = impl.NumKeys();
