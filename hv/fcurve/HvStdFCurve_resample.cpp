@@ -50,11 +50,9 @@ public:
     unsigned int MakeKey(double x)
     {
         ReachBeyond(x);
+        isFinite_ = isFinite_ && HvStdEdit_AreFinite(window_.EvalInsideKeys(x));
         unsigned int index = 0;
         window_.CreateNonModifyingKey(x, index, owner_);
-        CFCStdKey const& key = window_.keys[index];
-        isFinite_ = isFinite_ && HvStdEdit_AreFinite(key.leftValue, key.rightValue) &&
-                    HvStdEdit_AreFinite(key.leftHandle) && HvStdEdit_AreFinite(key.rightHandle);
         return index;
     }
     /// Whether no value between two very large ones has overflowed.

@@ -26,6 +26,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -63,6 +64,15 @@ void Move(CFCStdKey& key, CycleShift const& shift)
     MoveAlongAxis(key, shift.dx);
     MoveLeftSide(key, shift.dy);
     MoveRightSide(key, shift.dy);
+}
+
+/// Whether cycles that rise have not left the numbers.
+bool AreKeysFinite(HvStdFCurveImpl const& impl)
+{
+    return std::all_of(impl.keys.begin(), impl.keys.end(), [](CFCStdKey const& key) {
+        return HvStdEdit_AreFinite(key.leftValue, key.rightValue) &&
+               HvStdEdit_AreFinite(key.leftHandle) && HvStdEdit_AreFinite(key.rightHandle);
+    });
 }
 
 /// Makes the handles of an end key plain stored ones, which a joint takes over as they are.
@@ -195,7 +205,7 @@ private:
         }
         FinishEnds(*result, b == last ? ShiftOf(span.last + 1).dy + keys_.keys[0].rightValue
                                       : LastRightValue(*result));
-        return result;
+        return AreKeysFinite(*result->impl_) ? std::move(result) : nullptr;
     }
 
     /// What cycle number c adds to parameters and values; the values rise with the cycles of the

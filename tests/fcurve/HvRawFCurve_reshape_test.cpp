@@ -90,8 +90,8 @@ TEST(HvRawFCurve_reshape, SnapShotEvaluatesLikeItsSource)
         for (int k = 0; k <= 96; ++k) {
             double const x = from + (to - from) * k / 96;
             double const folded = curve.FoldParameter(x);
-            // Not beside a border, which folding may pass by a rounding.
-            if (x == from || x == to || curve.IsKeyParameter(folded, 1e-9) == 0) {
+            // Not beside a key, which folding may pass by a rounding.
+            if (curve.IsKeyParameter(folded, 1e-9) == 0) {
                 RC_ASSERT(std::fabs(snap->Eval(x, 0) - curve.Eval(x, 0)) < 1e-9);
             }
         }

@@ -283,6 +283,13 @@ TEST(HvStdFCurve_snapshot, OfMoreCyclesThanAnArrayHoldsIsRefusedBeforeItStarts)
     EXPECT_TRUE(LockProbe_AreBothFree(curve));
 }
 
+TEST(HvStdFCurve_snapshot, OfCyclesThatRiseBeyondAllNumbersIsNull)
+{
+    StdCurve curve({KeyAt(0, 0, 0, kLinear), KeyAt(1, 1e308, 1e308, kLinear)}, kRelative);
+    EXPECT_NE(Snap(curve, 0.25, 0.75), nullptr);
+    EXPECT_EQ(curve.SnapShot(0.25, 3.5, kHold), nullptr);
+}
+
 TEST(HvStdFCurve_snapshot, FarAwayKeysThatRoundToOneAreDropped)
 {
     // At 2^50 neighbouring doubles are a quarter apart.

@@ -142,9 +142,8 @@ private:
     void AddEnds(Value first, Value last)
     {
         if (result_.keys.Count() == 0 || result_.keys[0].parameter != from_) {
-            result_.InsertKey(0, Key{from_, first, 0}, 0);
+            result_.InsertKey(0, Key{from_, isHolding_ ? held_ : first, 0}, 0);
         }
-        result_.keys[0].value = first;
         bool const hasLast = result_.keys[LastIndex()].parameter == to_;
         if (hasLast && kIsPolyline && result_.keys[LastIndex()].value != last) {
             double const p = std::nextafter(to_, -std::numeric_limits<double>::infinity());
@@ -160,6 +159,10 @@ private:
     /// A key that the source has, moved to p; what lies outside is left out.
     void AddOldKey(unsigned int k, double p, Value value, unsigned short word)
     {
+        if (p < from_ && !kIsPolyline && source_.Cycles()) {
+            isHolding_ = true;
+            held_ = value;
+        }
         bool const follows = result_.keys.Count() == 0 || p > result_.keys[LastIndex()].parameter;
         if (from_ <= p && p <= to_ && follows) {
             Add(p, value, word);
@@ -180,6 +183,10 @@ private:
     double from_;
     double to_;
     typename Impl::Store result_;
+    // The value of the key before `from_` in a cycle. Folding may take a parameter for one just
+    // before a key, which costs an evaluation one point, but would cost the snapshot a whole step.
+    bool isHolding_ = false;
+    Value held_{};
     HvDoubleArray dataFrom_;
     HvDoubleArray dataTo_;
 };
