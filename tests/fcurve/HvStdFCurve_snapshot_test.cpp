@@ -202,9 +202,10 @@ TEST(HvStdFCurve_snapshot, EvaluatesLikeItsSourceOnTheInterval)
         RC_ASSERT(snap->IsSmallestKeyParameter(from) == 1);
         RC_ASSERT(snap->IsLargestKeyParameter(to) == 1);
         for (int k = 0; k <= 64; ++k) {
-            // Beside keys: a jump at the last key of a line is one of the point alone.
+            // Not on keys, which folding may miss by a rounding; and where a line goes on beyond a
+            // last key that jumps, the key itself is a point apart.
             double const x = from + (to - from) * k / 64;
-            if (curve.IsKeyParameter(x, 1e-9) == 0) {
+            if (curve.IsKeyParameter(curve.FoldParameter(x), 1e-9) == 0) {
                 RC_ASSERT(std::fabs(snap->Eval(x, 0) - curve.Eval(x, 0)) < 1e-7);
             }
         }
