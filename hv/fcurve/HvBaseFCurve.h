@@ -171,6 +171,8 @@ public:
     virtual HvBaseFCurve* Clone() const = 0;
     /// A new curve, owned by the caller, that evaluates like this one on [from, to], beyond the
     /// keys and across cycles too. Its extrapolation becomes `method` when that is one of 1 to 4.
+    /// Null when an end, or the value there, is not finite; std::bad_alloc, before it starts, when
+    /// the cycles have more keys than an array holds.
     virtual HvBaseFCurve* SnapShot(double from, double to, ExtrapolationMethod method) const = 0;
 
     /// Inserts a key, or sets the value of the key that stands at exactly `parameter`. The first
@@ -222,8 +224,9 @@ public:
     virtual int ScaleParameterAxis(double scale) = 0;
     /// Adds `offset` to every value.
     virtual int ShiftValues(double offset) = 0;
-    /// Removes keys between `from` and `to` that add nothing within a relative `tolerance`. Returns
-    /// how many went.
+    /// Makes keys at `from` and `to` and removes those between that add no more than `tolerance`
+    /// times the range of the values; locked keys stay. Returns by how much the number of keys
+    /// fell. A negative tolerance, an interval that is turned round or not finite: nothing, 0.
     virtual unsigned int ReduceNumKeys(double from, double to, double tolerance) = 0;
 
     /// Fills the fields that info->mask names. 0 for a null pointer, which takes no lock; 0 with
@@ -315,17 +318,22 @@ public:
                                  HvDoubleArray& rightValues, int selectedOnly) const = 0;
 
     /// Replaces keys by evenly spaced ones, at from, from + step, ... and `to`; with `keepExisting`
-    /// the old keys stay between them.
+    /// the old keys stay between them. On a curve that cycles both ends are folded into the key
+    /// range unless `ignoreExtrapolation`. Refuses a step that is not above 0; std::bad_alloc,
+    /// before it starts, for more samples than an array holds.
     virtual int ResampleSequence(double from, double to, double step, int keepExisting,
                                  int ignoreExtrapolation) = 0;
-    /// Convolves the values of the keys from `from` to `to` with a kernel.
+    /// Convolves the values of the keys from `from` to `to` with a kernel, whose middle tap, of two
+    /// the left one, falls on the key itself. Where taps meet no key, their sum is divided by that
+    /// of the others' weights. Refuses locked values; without a kernel or keys nothing changes, 1.
     virtual int SmoothSequence(double from, double to, double const* kernel,
                                unsigned int kernelSize) = 0;
     virtual int MirrorValues() = 0;
     /// Mirrors the curve about the middle of its key range.
     virtual int MirrorParameters() = 0;
     /// Scales the keys of an interval about `pivot`, then shifts them by `offset`; neighbouring
-    /// keys ripple along as the flags say.
+    /// keys ripple along as the flags say. A negative scale also mirrors them. Refuses any locked
+    /// parameter, a scale within 1e-7 of 0, and an interval that does not hold all keys.
     virtual int ScaleAndOffsetParameters(double from, double to, double pivot, double scale,
                                          double offset, int rippleLeft, int rippleRight,
                                          RegionHandle handle, int selectedOnly) = 0;
