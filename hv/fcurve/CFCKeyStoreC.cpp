@@ -251,10 +251,11 @@ double CFCKeyStoreC<T, K>::EvalJustAfterIndex(double x, unsigned int i) const
     }
 }
 
-template HvPoint2<double> CFCStdStore::GetEvaluatedLeftTgt(unsigned int) const;
-template HvPoint2<double> CFCStdStore::GetEvaluatedRightTgt(unsigned int) const;
-template double CFCStdStore::GetEvaluatedLeftTgtY(unsigned int) const;
-template double CFCStdStore::GetEvaluatedRightTgtY(unsigned int) const;
-template void CFCStdStore::BezierCubicSetupUsingEvaluatedTangents(unsigned int, unsigned int,
-                                                                  HvPoint2<double>*) const;
-template double CFCStdStore::EvalJustAfterIndex(double, unsigned int) const;
+template HvPoint2<double> CFCKeyStoreC<double, CFCStdKey>::GetEvaluatedLeftTgt(unsigned int) const;
+template HvPoint2<double> CFCKeyStoreC<double, CFCStdKey>::GetEvaluatedRightTgt(unsigned int) const;
+template double CFCKeyStoreC<double, CFCStdKey>::GetEvaluatedLeftTgtY(unsigned int) const;
+template double CFCKeyStoreC<double, CFCStdKey>::GetEvaluatedRightTgtY(unsigned int) const;
+template void
+CFCKeyStoreC<double, CFCStdKey>::BezierCubicSetupUsingEvaluatedTangents(unsigned int, unsigned int,
+                                                                        HvPoint2<double>*) const;
+template double CFCKeyStoreC<double, CFCStdKey>::EvalJustAfterIndex(double, unsigned int) const;
