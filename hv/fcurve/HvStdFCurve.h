@@ -242,7 +242,8 @@ public:
     int UnifyAndLockTangentLengthContinuity(double& x, KeySide side, double scale,
                                             double tolerance);
     /// Writes evaluated handles to the stored ones and clears the constraints of the mask
-    /// `constraints` (KeyConstraint values or-ed together).
+    /// `constraints` (KeyConstraint values or-ed together). A stored handle that reaches past the
+    /// end of its segment is shortened where the frozen one that it faces is too short for it.
     int FreezeAllTangents(int constraints);
     /// The same between the keys nearest to `from` and `to`; `leftSide` and `rightSide` tell that
     /// the end keys are frozen on their inner side only.

@@ -93,14 +93,7 @@ void HvStdFCurveImpl::FreezeNeighbours(double x)
 /// any of them derives handles.
 void HvStdFCurveImpl::FreezeHandles(unsigned int i, bool left, bool right, int constraints)
 {
-    Point const leftHandle = GetEvaluatedLeftTgt(i);
-    Point const rightHandle = GetEvaluatedRightTgt(i);
-    if (left) {
-        WriteLeftHandle(i, leftHandle);
-    }
-    if (right) {
-        WriteRightHandle(i, rightHandle);
-    }
+    StoreEvaluatedHandles(i, left, right);
     if (!ActualTangentsAreUnified(i)) {
         UnlockTangentContinuity(i);
     }

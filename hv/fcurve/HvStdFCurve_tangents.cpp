@@ -20,8 +20,8 @@ constexpr double kLeastSlopeRun = 0.001;
 constexpr double kSteepestSlope = 100000.0;
 /// What one step of shrinking a handle multiplies it by.
 constexpr double kShrinkFactor = 0.9;
-/// Steps after which RegularizeLeftTgt and RegularizeRightTgt give up shrinking and put the handle
-/// on its key: 0.9 to this power is below 1e-45, so nothing that a double resolves is left of it.
+/// Steps after which shrinking one handle is given up and the handle put on its key: 0.9 to this
+/// power is below 1e-45, so nothing that a double resolves is left of it.
 constexpr unsigned int kMaxShrinkSteps = 1000;
 /// Steps after which RegularizeBezierCubicPoints tries handles of a third of the span.
 constexpr unsigned int kMaxCommonShrinkSteps = 20;
@@ -147,12 +147,50 @@ int HvStdFCurveImpl::AdjustAdjacentAutomaticKeysTangents(unsigned int)
     return 1;
 }
 
+void HvStdFCurveImpl::StoreEvaluatedHandles(unsigned int i, bool left, bool right)
+{
+    Point const leftHandle = GetEvaluatedLeftTgt(i);
+    Point const rightHandle = GetEvaluatedRightTgt(i);
+    if (left) {
+        WriteLeftHandle(i, leftHandle);
+        if (i != 0) {
+            FitHandleToFacingOne(i - 1, HvBaseFCurve::Right);
+        }
+    }
+    if (right) {
+        WriteRightHandle(i, rightHandle);
+        if (i + 1 < NumKeys()) {
+            FitHandleToFacingOne(i + 1, HvBaseFCurve::Left);
+        }
+    }
+}
+
+/// Shortens the handle of key i towards its neighbour on `side` until their segment is valid. A
+/// handle may reach past the far end of its segment only where the facing one is long enough, and a
+/// frozen facing handle may have become shorter.
+void HvStdFCurveImpl::FitHandleToFacingOne(unsigned int i, KeySide side)
+{
+    bool const isLeft = side == HvBaseFCurve::Left;
+    unsigned int const segment = isLeft ? i - 1 : i;
+    auto const isValid = [&](Point const& handle) {
+        return isLeft ? IsSegmentValidWith(segment, keys[segment].rightHandle, handle)
+                      : IsSegmentValidWith(segment, handle, keys[segment + 1].leftHandle);
+    };
+    Point const handle = StoredHandle(i, side);
+    if (isValid(handle)) {
+        return;
+    }
+    Point const fitting = ShrunkTowardsKey(handle, KeyPoint(i, side), isValid);
+    if (isLeft) {
+        WriteLeftHandle(i, fitting);
+    } else {
+        WriteRightHandle(i, fitting);
+    }
+}
+
 void HvStdFCurveImpl::FreezeKey(unsigned int i)
 {
-    Point const left = GetEvaluatedLeftTgt(i);
-    Point const right = GetEvaluatedRightTgt(i);
-    WriteLeftHandle(i, left);
-    WriteRightHandle(i, right);
+    StoreEvaluatedHandles(i, true, true);
     keys[i].constraints.Clear(CFCKeyConstraint::kAutomaticTangents |
                               CFCKeyConstraint::kUnlimitedAutoSlope);
 }

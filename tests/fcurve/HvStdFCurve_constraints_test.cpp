@@ -176,6 +176,39 @@ TEST(HvStdFCurve_constraints, ContinuityGoesWhereFrozenHandlesAreBentWhileTheirB
     EXPECT_EQ(flat.Impl().keys[1].rightHandle, Point(4, 1));
 }
 
+// 2026-11-20: freezing a key of zero-length tangents left a segment that turned back when the
+// handle it faces reached past the key.
+TEST(HvStdFCurve_constraints, HandleThatReachesPastAFrozenKeyIsShortenedUntilTheSegmentIsValid)
+{
+    // x(t) over 0, 3.5, 1, 3 rises; over 0, 3.5, 3, 3 and over 0, 3.15, 3, 3 it turns back, over
+    // 0, 2.835, 3, 3 it rises again.
+    StdCurve leftFrozen(
+        {KeyWithHandles(0, 0, {-1, 0}, {3.5, 2}), KeyWithHandles(3, 1, {-2, 0}, {1, 0})});
+    leftFrozen.Impl().keys[1].constraints.Set(Word::kZeroLengthTangents);
+    ASSERT_EQ(leftFrozen.Impl().IsValid(), 1);
+    StdCurve oneKey(leftFrozen);
+    EXPECT_EQ(leftFrozen.FreezeAllTangents(512), 1);
+    EXPECT_EQ(leftFrozen.Impl().keys[1].leftHandle, Point(3, 1));
+    EXPECT_EQ(leftFrozen.Impl().keys[0].leftHandle, Point(-1, 0));
+    ExpectNear(leftFrozen.Impl().keys[0].rightHandle, 2.835, 1.62);
+    EXPECT_EQ(leftFrozen.Impl().IsValid(), 1);
+    EXPECT_TRUE(EverySegmentRunsForward(leftFrozen));
+
+    oneKey.Impl().FreezeKey(1);
+    ExpectNear(oneKey.Impl().keys[0].rightHandle, 2.835, 1.62);
+    EXPECT_EQ(oneKey.Impl().IsValid(), 1);
+
+    StdCurve rightFrozen(
+        {KeyWithHandles(0, 0, {-1, 0}, {2, 0}), KeyWithHandles(3, 1, {-3.5, 2}, {1, 0})});
+    rightFrozen.Impl().keys[0].constraints.Set(Word::kZeroLengthTangents);
+    ASSERT_EQ(rightFrozen.Impl().IsValid(), 1);
+    EXPECT_EQ(rightFrozen.FreezeTangentsInInterval(0U, 0U, 1, 0, 0), 1);
+    EXPECT_EQ(rightFrozen.Impl().keys[0].rightHandle, Point(0, 0));
+    ExpectNear(rightFrozen.Impl().keys[1].leftHandle, 3 - 2.835, 1 + 1.62);
+    EXPECT_EQ(rightFrozen.Impl().keys[1].rightHandle, Point(4, 1));
+    EXPECT_EQ(rightFrozen.Impl().IsValid(), 1);
+}
+
 TEST(HvStdFCurve_constraints, SidesOfAnIntervalFreezeItsEndKeysInside)
 {
     StdCurve const before = FourKeys(Word::kFlatTangents);

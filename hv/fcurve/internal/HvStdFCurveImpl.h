@@ -88,7 +88,10 @@ public:
     void WriteRightHandle(unsigned int i, Point const& handle);
     void SetDefaultBezierTangentConstraint(bool on);
     int AdjustAdjacentAutomaticKeysTangents(unsigned int i);
-    /// Writes both evaluated handles of key i to the stored ones and clears its automatic bits.
+    /// Writes the evaluated handles of key i, on the sides asked for, to the stored ones. A stored
+    /// handle of a neighbour that would then make its segment turn back is shortened.
+    void StoreEvaluatedHandles(unsigned int i, bool left, bool right);
+    /// StoreEvaluatedHandles for both sides; the key's automatic bits go.
     void FreezeKey(unsigned int i);
     /// FreezeKey, and the other constraints that derive handles from the neighbours go too, so that
     /// the key keeps its handles when it gets other neighbours.
@@ -303,6 +306,7 @@ private:
     bool ExtendLinearSegment(Point const& P, double tolerance, HvBaseFCurve& curve);
     bool IsHandleValid(unsigned int i, KeySide side, Point const& vector) const;
     void FreezeHandles(unsigned int i, bool left, bool right, int constraints);
+    void FitHandleToFacingOne(unsigned int i, KeySide side);
     void RemoveUserData(unsigned int first, unsigned int last, HvBaseFCurve& curve) const;
     void RemoveKeyRangeWithUserData(unsigned int first, unsigned int last, HvBaseFCurve& curve);
     void InsertIntoSegment(unsigned int i, CFCStdKey const& key, FSKind left, double t);
