@@ -66,8 +66,13 @@ bool CubicRises(double a, double b, double c, double d)
     if (c >= b || (a == b && c == d)) {
         return true;
     }
-    // The handles cross: the derivative, a parabola, must not dip below zero between them.
-    return (a + b) * c + d * (b - a) >= c * c + b * b;
+    // The handles cross: the derivative, a parabola, must not dip below zero between them. It is
+    // measured from a: far from zero the squares of the values themselves would leave only
+    // rounding.
+    double const B = b - a;
+    double const C = c - a;
+    double const D = d - a;
+    return (C + D) * B >= C * C + B * B;
 }
 
 int HvStdFCurve_IsCubicSegmentValid(HvPoint2<double> const& P0, HvPoint2<double> const& P1,
@@ -152,14 +157,16 @@ void HvStdFCurveImpl::StoreEvaluatedHandles(unsigned int i, bool left, bool righ
     Point const leftHandle = GetEvaluatedLeftTgt(i);
     Point const rightHandle = GetEvaluatedRightTgt(i);
     if (left) {
+        double const before = keys[i].leftHandle.x;
         WriteLeftHandle(i, leftHandle);
-        if (i != 0) {
+        if (i != 0 && keys[i].leftHandle.x != before) {
             FitHandleToFacingOne(i - 1, HvBaseFCurve::Right);
         }
     }
     if (right) {
+        double const before = keys[i].rightHandle.x;
         WriteRightHandle(i, rightHandle);
-        if (i + 1 < NumKeys()) {
+        if (i + 1 < NumKeys() && keys[i].rightHandle.x != before) {
             FitHandleToFacingOne(i + 1, HvBaseFCurve::Left);
         }
     }

@@ -67,6 +67,20 @@ TEST(HvStdFCurve_insert, KeyOnAKeySetsBothValuesAndMovesEachHandleByItsOwnDiffer
     EXPECT_EQ(curve.Impl().valueWhenNoKeys, 0) << "only key 0 sets it";
 }
 
+// 2026-11-20: a handle whose height left the numbers fell on its key with its x as well, which
+// spoilt a segment that the x of the handle had kept valid.
+TEST(HvStdFCurve_insert, HandleWithoutAHeightKeepsItsPlaceAndLiesLevelWithItsKey)
+{
+    double const limit = std::numeric_limits<double>::max();
+    StdCurve curve(
+        {KeyWithHandles(0, 0, {-1, 0}, {3.5, 2}), KeyWithHandles(3, -limit, {-2, 0}, {1, 0})});
+    ASSERT_EQ(curve.Impl().IsValid(), 1);
+    EXPECT_EQ(curve.CreateKey(3, limit), 1);
+    EXPECT_EQ(curve.Impl().keys[1].leftHandle, Point(1, limit));
+    EXPECT_EQ(curve.Impl().keys[1].rightHandle, Point(4, limit));
+    EXPECT_EQ(curve.Impl().IsValid(), 1);
+}
+
 TEST(HvStdFCurve_insert, KeyOnTheFirstKeySetsTheValueWhenNoKeys)
 {
     StdCurve curve({KeyAt(0, 1, 1, kLinear), KeyAt(3, 2, 2, kLinear)});

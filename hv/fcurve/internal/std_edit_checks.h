@@ -25,12 +25,13 @@ inline bool HvStdEdit_AreFinite(HvPoint2<double> const& P)
     return HvStdEdit_AreFinite(P.x, P.y);
 }
 
-/// `handle`; the key itself where values near the limit of a double have made a handle that is no
-/// point.
+/// `handle`, with the coordinate of the key for one that values near the limit of a double have
+/// made no number. The other coordinate stays, for the segment may be valid only with that x.
 inline HvPoint2<double> HvStdEdit_FiniteOr(HvPoint2<double> const& handle,
                                            HvPoint2<double> const& key)
 {
-    return HvStdEdit_AreFinite(handle) ? handle : key;
+    return {HvStdEdit_AreFinite(handle.x) ? handle.x : key.x,
+            HvStdEdit_AreFinite(handle.y) ? handle.y : key.y};
 }
 
 /// Whether `kind` is one that a span can have.
