@@ -44,7 +44,8 @@ bool HvStdFCurveImpl::ExtendLinearSegment(Point const& P, double tolerance, HvBa
     Point const from = RightPoint(last - 1);
     double const y =
         from.y + (key.leftValue - from.y) * ((P.x - from.x) / (key.parameter - from.x));
-    if (!(std::fabs(y - P.y) <= tolerance) ||
+    // The line of a tiny segment may have no number there, which no tolerance makes one.
+    if (!HvStdEdit_AreFinite(y) || !(std::fabs(y - P.y) <= tolerance) ||
         key.constraints.HasAny(CFCKeyConstraint::kParameterLocked |
                                CFCKeyConstraint::kValueLocked)) {
         return false;

@@ -105,6 +105,17 @@ TEST(HvStdFCurve_append, OuterHandleThatReachesPastTheNewKeyIsLaidOnItsOwn)
     }
 }
 
+// 2026-11-20: with an infinite tolerance a segment was extended to where its line is infinite.
+TEST(HvStdFCurve_append, SegmentWhoseLineLeavesTheNumbersIsNotExtended)
+{
+    double const tiny = std::numeric_limits<double>::denorm_min();
+    StdCurve curve({KeyAt(0, 0, 0, kLinear), KeyAt(tiny, tiny, tiny, kCubic)});
+    double const infinity = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(curve.AppendOrExtendLinearSegment({0.01, 2}, infinity), 1);
+    ASSERT_EQ(curve.GetNumKeys(), 3u);
+    EXPECT_EQ(curve.Impl().keys[2].leftValue, 2);
+}
+
 TEST(HvStdFCurve_append, PointOnTheLineOfTheLastSegmentMovesItsKey)
 {
     // The line runs from (0, 1) to (2, 3): slope 1.
