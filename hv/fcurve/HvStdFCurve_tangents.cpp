@@ -66,13 +66,10 @@ bool CubicRises(double a, double b, double c, double d)
     if (c >= b || (a == b && c == d)) {
         return true;
     }
-    // The handles cross: the derivative, a parabola, must not dip below zero between them. It is
-    // measured from a: far from zero the squares of the values themselves would leave only
-    // rounding.
-    double const B = b - a;
-    double const C = c - a;
-    double const D = d - a;
-    return (C + D) * B >= C * C + B * B;
+    // The handles cross: the derivative, a parabola, must not dip below zero between them. Written
+    // in the parameters themselves: which border cases count as valid, rounding included, decides
+    // what edits accept, and stays.
+    return (a + b) * c + d * (b - a) >= c * c + b * b;
 }
 
 int HvStdFCurve_IsCubicSegmentValid(HvPoint2<double> const& P0, HvPoint2<double> const& P1,
