@@ -179,15 +179,7 @@ double FindCubicParameter(double x, double x0, double x1, double x2, double x3)
 
 double HvStdFCurveImpl::Clamp(double value, int clamp) const
 {
-    if (clamp != 0) {
-        if (value > upperClamp) {
-            return upperClamp;
-        }
-        if (lowerClamp > value) {
-            return lowerClamp;
-        }
-    }
-    return value;
+    return clamp != 0 ? ClampValue(value) : value;
 }
 
 template <>
