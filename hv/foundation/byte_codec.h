@@ -23,9 +23,14 @@
 ///         return 0;  // before anything is allocated for `count` keys
 ///     }
 ///
+/// The first fault is remembered: where the reader stood, and why it failed.
+///
 /// A reader is a small value; copy it to look ahead. Threads: as any value.
 class HvByteReader {
 public:
+    /// Why a read beyond the end fails.
+    static constexpr char const* kEndsEarly = "it ends in the middle of what it should hold";
+
     /// Reads `size` bytes from `start`.
     HvByteReader(void const* start, std::size_t size)
         : start_(static_cast<unsigned char const*>(start)), size_(size)
@@ -39,23 +44,45 @@ public:
     }
 
     /// Whether a read has gone beyond the end, or Fail was called.
-    bool Failed() const { return failed_; }
+    bool Failed() const { return fault_ != nullptr; }
     /// Makes the reader fail, for bytes that are there but wrong.
-    void Fail() { failed_ = true; }
+    ///
+    /// @param reason  why, a text that outlives the reader.
+    /// @param behind  how many bytes of the wrong field have been read.
+    void Fail(char const* reason, std::size_t behind = 0)
+    {
+        if (!Failed()) {
+            fault_ = reason;
+            faultPlace_ = base_ + used_ - behind;
+        }
+    }
+    /// Makes the reader fail where and why `part`, a reader that came from it, has failed.
+    void FailAs(HvByteReader const& part)
+    {
+        if (!Failed()) {
+            fault_ = part.fault_;
+            faultPlace_ = part.faultPlace_;
+        }
+    }
+    /// Why the reader has failed; null while it has not.
+    char const* Fault() const { return fault_; }
+    /// Where it has failed, in bytes from the start of the first reader, of which this one may be a
+    /// part.
+    std::size_t FaultPlace() const { return faultPlace_; }
     /// Bytes read and skipped so far.
     std::size_t Used() const { return used_; }
     /// Bytes that may still be read; 0 once the reader has failed. Without an end, a number that no
     /// archive reaches.
-    std::size_t Left() const { return failed_ ? 0 : size_ - used_; }
+    std::size_t Left() const { return Failed() ? 0 : size_ - used_; }
 
     /// Whether `count` records of at least `each` bytes can follow; otherwise the reader fails. A
     /// count that was read is held against this before storage is allocated for it.
     bool Holds(std::uint64_t count, std::size_t each)
     {
         if (each != 0 && count > Left() / each) {
-            Fail();
+            Fail(kEndsEarly);
         }
-        return !failed_;
+        return !Failed();
     }
 
     std::uint8_t ReadUInt8() { return static_cast<std::uint8_t>(ReadLow(1)); }
@@ -104,8 +131,9 @@ public:
     HvByteReader ReadPart(std::size_t size)
     {
         HvByteReader part(start_ + used_, size);
+        part.base_ = base_ + used_;
         if (ReadBytes(size) == nullptr) {
-            part.Fail();
+            part.FailAs(*this);
         }
         return part;
     }
@@ -125,7 +153,9 @@ private:
     unsigned char const* start_;
     std::size_t size_;
     std::size_t used_ = 0;
-    bool failed_ = false;
+    std::size_t base_ = 0;  // where this reader starts in the first one
+    char const* fault_ = nullptr;
+    std::size_t faultPlace_ = 0;
 };
 
 /// Writes an archive from front to back into memory of the caller, who has asked for its size and
