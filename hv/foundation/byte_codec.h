@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 /// Reads an archive from front to back. A reader with an end never touches a byte beyond it: a read
 /// that would fails, fails every read after it, gives 0, and moves nothing. So a format is read
@@ -85,9 +86,9 @@ public:
         return !Failed();
     }
 
-    std::uint8_t ReadUInt8() { return static_cast<std::uint8_t>(ReadLow(1)); }
-    std::uint16_t ReadUInt16() { return static_cast<std::uint16_t>(ReadLow(2)); }
-    std::uint32_t ReadUInt32() { return static_cast<std::uint32_t>(ReadLow(4)); }
+    std::uint8_t ReadUInt8() { return static_cast<std::uint8_t>(ReadLow<1>()); }
+    std::uint16_t ReadUInt16() { return static_cast<std::uint16_t>(ReadLow<2>()); }
+    std::uint32_t ReadUInt32() { return static_cast<std::uint32_t>(ReadLow<4>()); }
     std::int32_t ReadInt32()
     {
         std::uint32_t const bits = ReadUInt32();
@@ -106,7 +107,7 @@ public:
     /// A number; 0 for one that is not finite.
     double ReadFiniteDouble()
     {
-        std::uint64_t const bits = ReadLow(8);
+        std::uint64_t const bits = ReadLow<8>();
         double value;
         std::memcpy(&value, &bits, sizeof value);
         return std::isfinite(value) ? value : 0.0;
@@ -139,15 +140,18 @@ public:
     }
 
 private:
-    // The next `size` bytes, at most 8, as the low ones of a number.
-    std::uint64_t ReadLow(std::size_t size)
+    // The next `kSize` bytes as the low ones of a number; 0 when they are not there.
+    template <std::size_t kSize>
+    std::uint64_t ReadLow()
     {
-        unsigned char const* const bytes = ReadBytes(size);
-        std::uint64_t value = 0;
-        for (std::size_t k = 0; bytes != nullptr && k < size; ++k) {
-            value |= std::uint64_t(bytes[k]) << (8 * k);
-        }
-        return value;
+        unsigned char const* const bytes = ReadBytes(kSize);
+        return bytes == nullptr ? 0 : Join(bytes, std::make_index_sequence<kSize>());
+    }
+    // One expression, which compilers turn into one load where the machine stores low bytes first.
+    template <std::size_t... kIndex>
+    static std::uint64_t Join(unsigned char const* bytes, std::index_sequence<kIndex...>)
+    {
+        return ((std::uint64_t(bytes[kIndex]) << (8 * kIndex)) | ...);
     }
 
     unsigned char const* start_;
@@ -167,9 +171,9 @@ public:
     /// Bytes written and skipped so far.
     std::size_t Used() const { return used_; }
 
-    void WriteUInt8(std::uint8_t value) { WriteLow(value, 1); }
-    void WriteUInt16(std::uint16_t value) { WriteLow(value, 2); }
-    void WriteUInt32(std::uint32_t value) { WriteLow(value, 4); }
+    void WriteUInt8(std::uint8_t value) { WriteLow<1>(value); }
+    void WriteUInt16(std::uint16_t value) { WriteLow<2>(value); }
+    void WriteUInt32(std::uint32_t value) { WriteLow<4>(value); }
     void WriteInt32(std::int32_t value)
     {
         std::uint32_t bits;
@@ -190,7 +194,7 @@ public:
         double const finite = std::isfinite(value) ? value : 0.0;
         std::uint64_t bits;
         std::memcpy(&bits, &finite, sizeof bits);
-        WriteLow(bits, 8);
+        WriteLow<8>(bits);
     }
     /// Copies `size` bytes as they are; `bytes` may be null when there are none.
     void WriteBytes(void const* bytes, std::size_t size)
@@ -204,13 +208,16 @@ public:
     void Skip(std::size_t size) { used_ += size; }
 
 private:
-    void WriteLow(std::uint64_t value, std::size_t size)
+    template <std::size_t kSize>
+    void WriteLow(std::uint64_t value)
     {
-        unsigned char* const bytes = start_ + used_;
-        for (std::size_t k = 0; k < size; ++k) {
-            bytes[k] = static_cast<unsigned char>(value >> (8 * k));
-        }
-        used_ += size;
+        Split(start_ + used_, value, std::make_index_sequence<kSize>());
+        used_ += kSize;
+    }
+    template <std::size_t... kIndex>
+    static void Split(unsigned char* bytes, std::uint64_t value, std::index_sequence<kIndex...>)
+    {
+        ((bytes[kIndex] = static_cast<unsigned char>(value >> (8 * kIndex))), ...);
     }
 
     unsigned char* start_;
