@@ -48,6 +48,7 @@
 #include <hv/foundation/raw_elements.h>
 #include <hv/foundation/saturate.h>
 
+#include <hv/bezier/HvBezierSink.h>
 #include <hv/bezier/HvBezierTool.h>
 #include <hv/bezier/HvBezierTool_clip.h>
 #include <hv/bezier/HvBezierTool_extent.h>
