@@ -80,4 +80,7 @@
 #include <hv/fcurve/HvSteppedFCurve.h>
 #include <hv/fcurve/flatten_edges.h>
 
+#include <hv/shape/HvGC.h>
+#include <hv/shape/HvShape2f.h>
+
 #endif
