@@ -81,6 +81,9 @@
 #include <hv/fcurve/flatten_edges.h>
 
 #include <hv/shape/HvGC.h>
+#include <hv/shape/HvPath2f.h>
+#include <hv/shape/HvPath2fIter.h>
+#include <hv/shape/HvPath2fSink.h>
 #include <hv/shape/HvShape2f.h>
 
 #endif
