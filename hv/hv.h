@@ -80,6 +80,9 @@
 #include <hv/fcurve/flatten_edges.h>
 
 #include <hv/shape/HvGC.h>
+#include <hv/shape/HvIsoView.h>
+#include <hv/shape/HvParallelogram2f.h>
 #include <hv/shape/HvShape2f.h>
+#include <hv/shape/HvShapeArchive.h>
 
 #endif
