@@ -25,7 +25,7 @@ public:
     ///                                inverse: world-to-view stays the identity, IsValid gives 0.
     HvIsoView(double viewWidth, double pixelX, double viewHeight, double pixelY, double pixelZ);
 
-    /// 1 when neither size is below 0 and neither transform is singular, otherwise 0, also for NaN.
+    /// 1 when both sizes are 0 or above and neither transform is singular, otherwise 0.
     int IsValid() const;
 
     double GetViewWidth() const { return width_; }
