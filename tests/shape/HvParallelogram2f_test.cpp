@@ -5,8 +5,8 @@
 
 #include <hv/shape/HvParallelogram2f.h>
 
-#include "../support/allocation_failure.h"
-#include "../support/generators.h"
+#include <tests/support/allocation_failure.h>
+#include <tests/support/generators.h>
 
 #include <hv/foundation/HvULongArray.h>
 #include <hv/rotation/HvTransfo4.h>

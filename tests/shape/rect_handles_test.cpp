@@ -5,7 +5,7 @@
 
 #include <hv/shape/internal/rect_handles.h>
 
-#include "../support/generators.h"
+#include <tests/support/generators.h>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

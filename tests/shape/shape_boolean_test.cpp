@@ -5,8 +5,8 @@
 
 #include <hv/shape/shape_boolean.h>
 
-#include "../support/allocation_failure.h"
 #include "probe_shape.h"
+#include <tests/support/allocation_failure.h>
 
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/shape/HvGC.h>
