@@ -5,8 +5,8 @@
 
 #include <hv/shape/HvGC.h>
 
-#include "../support/allocation_failure.h"
-#include "../support/curve_image.h"
+#include <tests/support/allocation_failure.h>
+#include <tests/support/curve_image.h>
 
 #include <gtest/gtest.h>
 

@@ -7,8 +7,8 @@
 
 #include <hv/shape/internal/HvShapeLock.h>
 
-#include "../support/allocation_failure.h"
 #include "probe_shape.h"
+#include <tests/support/allocation_failure.h>
 
 #include <gtest/gtest.h>
 
