@@ -326,18 +326,24 @@ protected:
 private:
     HvPath2f(HvPath2f const& source, HvShapeLock const& held);
 
+    // Storage and tags. The lock is held here and below.
     void AppendSegment(HvPoint2<float> const* pts, unsigned int degree);
     void Reserve(unsigned int numPoints);
     void Splice(unsigned int at, unsigned int removed, HvPoint2<float> const* newPoints,
                 unsigned char const* newTags, unsigned int inserted);
-    void Erase(unsigned int first, unsigned int last);
+    void Erase(unsigned int first, unsigned int end);
     void SetRole(unsigned int i, unsigned int role);
     void SetEndOfSegment(unsigned int end, unsigned int degree);
     void Unlock(unsigned int node);
-    int IsSection(unsigned int first, unsigned int last) const;
-    void MoveLockedEnds(unsigned int i, HvPoint2<float> const& p);
-    void MoveLockedNode(unsigned int i, HvPoint2<float> const& p);
+    // Steps of ReplacePoint.
+    void MoveEndpoint(unsigned int i, HvPoint2<float> const& p);
+    void MoveInnerNode(unsigned int i, HvPoint2<float> const& p);
     void MoveHandle(unsigned int i, unsigned int node, HvPoint2<float> const& p, int keepRatio);
+    unsigned int ReadBody(HvByteReader& reader, bool isVouched);
+    // Steps of replacing.
+    bool IsSection(unsigned int first, unsigned int last) const;
+    void ReplaceInterior(unsigned int first, unsigned int last, HvPoint2<float> const* newPoints,
+                         unsigned char const* newTags, unsigned int count);
 };
 
 /// Writes the counts of the path and, for each point, its coordinates and the ends of its segment.
