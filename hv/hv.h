@@ -48,6 +48,7 @@
 #include <hv/foundation/raw_elements.h>
 #include <hv/foundation/saturate.h>
 
+#include <hv/bezier/HvBezierSink.h>
 #include <hv/bezier/HvBezierTool.h>
 #include <hv/bezier/HvBezierTool_clip.h>
 #include <hv/bezier/HvBezierTool_extent.h>
@@ -78,5 +79,20 @@
 #include <hv/fcurve/HvStdTgtMover.h>
 #include <hv/fcurve/HvSteppedFCurve.h>
 #include <hv/fcurve/flatten_edges.h>
+
+#include <hv/raster/HvDoubleRaster.h>
+#include <hv/raster/HvFloatRaster.h>
+#include <hv/raster/HvRasterGrid.h>
+#include <hv/raster/HvUByteRaster.h>
+
+#include <hv/shape/HvGC.h>
+#include <hv/shape/HvIsoView.h>
+#include <hv/shape/HvParallelogram2f.h>
+#include <hv/shape/HvPath2f.h>
+#include <hv/shape/HvPath2fIter.h>
+#include <hv/shape/HvPath2fSink.h>
+#include <hv/shape/HvShape2f.h>
+#include <hv/shape/HvShapeArchive.h>
+#include <hv/shape/shape_boolean.h>
 
 #endif
