@@ -302,6 +302,11 @@ public:
     void AAFill(HvGC const& gc, HvUByteRaster& raster, int (*interrupted)()) const override;
     void SoftFill(HvGC const& gc, HvUByteRaster& raster, int (*interrupted)()) const override;
     void Stroke(HvGC const& gc, HvUByteRaster& raster) const override;
+    /// Makes `outline`, which may be this path, what Stroke fills: closed rings in device space
+    /// that give the stroke when they are filled by winding. A host that wants a stroke
+    /// anti-aliased or soft fills it with an identity transform. When std::bad_alloc comes out,
+    /// `outline` is as it was.
+    void GetStrokeOutline(HvGC const& gc, HvPath2f& outline) const;
 
     // Saving: 9 bytes a point and 16 more. A path whose archive would not fit 32 bits (more than
     // 477 million points) has a size of 0 and writes nothing.
