@@ -133,6 +133,47 @@ TEST(polygon_soft_fill, IsThatOfTheSlowConverter)
                  });
 }
 
+// Spans that touch in a pixel count there twice. So by winding the order of edges of equal x shows,
+// under a kernel with negative weights, which do not drown in full coverage.
+double NegativeRim(double x)
+{
+    return x < 0.5 ? 1.0 : -0.45;
+}
+
+void ExpectSoftFillOfTheSlowConverter(PolygonList const& list, int width, int height)
+{
+    HvUByteRaster filled(width, height, kBefore);
+    HvUByteRaster expected(width, height, kBefore);
+    HvFillBox const box = {0, 0, width, height, false};
+    SoftFill(list, 1, box, 2.0, NegativeRim, 0.25, filled);
+    SlowSoftFill(list.points, list.tags, 1, Slow(box), 2.0, NegativeRim, 0.25, expected, {});
+    EXPECT_EQ(Pixels(filled), Pixels(expected));
+}
+
+// Pairs of opposite edges lie on one another in a shape that winds around them, and all cross in
+// the middle of a row: their order is turned between two rows, that of a pair stays.
+TEST(polygon_soft_fill, PairsKeepTheirOrderWhereAllEdgesCross)
+{
+    PolygonList list;
+    list.Add({{1, 0}, {659, 0}, {659, 10}, {1, 10}});
+    for (int k = 0; k < 80; ++k) {
+        double const spread = (k - 40) * 8.0;
+        list.Add({{330.0 - spread, 0.5}, {330.0 + spread, 8.5}});
+    }
+    ExpectSoftFillOfTheSlowConverter(list, 660, 10);
+}
+
+TEST(polygon_soft_fill, EdgesThatComeInOneRowStandInTheOrderOfTheirUpperEnds)
+{
+    for (double const second : {1.2, 1.3, 1.45}) {
+        PolygonList list;
+        list.Add({{1, 0}, {79, 0}, {79, 10}, {1, 10}});
+        list.Add({{30, 1.3}, {50, 1.3}, {50, 9}, {30, 9}});
+        list.Add({{30, second}, {30, 9}, {50, 9}, {50, second}});
+        ExpectSoftFillOfTheSlowConverter(list, 80, 10);
+    }
+}
+
 // Kernel sums that are 0 or no number leave no meaning, only bytes; the line of x = 1 sums to 0.
 TEST(polygon_soft_fill, WeightsWithoutASumGiveNoCoverageWhereTheyReach)
 {
