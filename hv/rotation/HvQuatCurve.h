@@ -212,12 +212,13 @@ private:
     unsigned int CountWhile(Before before) const;
     unsigned int FirstKeyToWalk(double t, double tolerance) const;
     bool IsBetweenNeighbours(unsigned int i, double t) const;
+    void UpdateOrderAt(unsigned int i);
     void UpdateOrder();
     void Invalidate();
     unsigned int InsertKey(HvQuatKey const& key);
     template <class Move>
     int MoveTimes(Move move);
-    HvPoint3<double> EvalOnSpline(HvQuatSpline const& spline, unsigned int firstKey,
+    HvPoint3<double> EvalOnSpline(HvQuatSpline const& spline, HvQuatKey const* keys,
                                   double t) const;
     HvPoint3<double> EvalForEdit(double t) const;
 
