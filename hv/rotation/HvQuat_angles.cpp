@@ -34,11 +34,12 @@ constexpr double kNoAngle = 1e-6;
 /// References whose outer angles differ by less than this are shared out without the difference.
 constexpr double kEqualReference = 1e-12;
 
-/// The angles about the first, second and third axis of an order.
+/// Angles by axis, 0 = x, 1 = y, 2 = z.
 struct Triple {
-    double a;
-    double b;
-    double c;
+    double angle[3];
+
+    double operator[](int axis) const { return angle[axis]; }
+    double& operator[](int axis) { return angle[axis]; }
 };
 
 /// The rotation as a matrix, transposed: a row is the image of an axis.
@@ -95,27 +96,31 @@ double AngleFromSinCos(double s, double c)
     return a;
 }
 
-/// The angle half a turn away, -pi to pi: what AngleFromSinCos gives for -s and -c.
+/// The angle half a turn away.
 double Opposite(double angle)
 {
-    return angle >= 0.0 ? angle - kPi : angle + kPi;
+    return angle > 0.0 ? angle - kPi : angle + kPi;
 }
 
-/// T of S.
-Triple OtherTriple(Triple const& s)
+/// The middle angle of T when that of S is `middle`.
+double OtherMiddle(double middle)
 {
-    return {Opposite(s.a), (s.b > 0.0 ? kPi : -kPi) - s.b, Opposite(s.c)};
+    return (middle > 0.0 ? kPi : -kPi) - middle;
 }
 
-/// S away from the poles; `sine` is that of the middle angle.
-Triple RegularTriple(Matrix const& matrix, HvQuatAxes const& axes, double sine)
+/// The triple with this middle angle, away from the poles.
+Triple RegularTriple(Matrix const& matrix, HvQuatAxes const& axes, double middle)
 {
     auto const& m = matrix.m;
-    double const k = 1.0 / std::sqrt((1.0 - sine) * (1.0 + sine));
     double const p = axes.parity;
-    return {AngleFromSinCos(p * m[axes.second][axes.third] * k, m[axes.third][axes.third] * k),
-            std::asin(sine),
-            AngleFromSinCos(p * m[axes.first][axes.second] * k, m[axes.first][axes.first] * k)};
+    double const k = 1.0 / std::cos(middle);
+    Triple v;
+    v[axes.first] =
+        AngleFromSinCos(p * m[axes.second][axes.third] * k, m[axes.third][axes.third] * k);
+    v[axes.second] = middle;
+    v[axes.third] =
+        AngleFromSinCos(p * m[axes.first][axes.second] * k, m[axes.first][axes.first] * k);
+    return v;
 }
 
 /// S near a pole. Half the sum and half the difference of the outer angles are those of two pairs
@@ -131,58 +136,68 @@ Triple RegularTriple(Matrix const& matrix, HvQuatAxes const& axes, double sine)
 /// computationally efficient method", 2022.
 Triple NearPoleTriple(HvQuat const& q, HvQuatAxes const& axes)
 {
-    double const v[3] = {q.x, q.y, q.z};
-    double const p = axes.parity;
-    double const sumCos = q.w - p * v[axes.second];
-    double const sumSin = v[axes.first] + v[axes.third];
-    double const differenceCos = q.w + p * v[axes.second];
-    double const differenceSin = v[axes.first] - v[axes.third];
-    double const r = std::sqrt(sumCos * sumCos + sumSin * sumSin);
-    double const R = std::sqrt(differenceCos * differenceCos + differenceSin * differenceSin);
-    double const halfSum = std::atan2(sumSin, sumCos);
-    double const halfDifference = std::atan2(differenceSin, differenceCos);
-    return {halfSum + halfDifference, p * (2.0 * std::atan2(R, r) - kPi * 0.5),
-            halfSum - halfDifference};
+    double const vector[3] = {q.x, q.y, q.z};
+    double const a = vector[axes.first];
+    double const b = axes.parity * vector[axes.second];
+    double const c = vector[axes.third];
+    double const r = std::sqrt((q.w - b) * (q.w - b) + (a + c) * (a + c));
+    double const R = std::sqrt((q.w + b) * (q.w + b) + (a - c) * (a - c));
+    double const halfSum = std::atan2(a + c, q.w - b);
+    double const halfDifference = std::atan2(a - c, q.w + b);
+    Triple s;
+    s[axes.first] = halfSum + halfDifference;
+    s[axes.second] = axes.parity * (2.0 * std::atan2(R, r) - kPi * 0.5);
+    s[axes.third] = halfSum - halfDifference;
+    return s;
+}
+
+/// T of S near a pole.
+Triple OtherNearPoleTriple(Triple const& s, HvQuatAxes const& axes)
+{
+    Triple t;
+    t[axes.first] = Opposite(s[axes.first]);
+    t[axes.second] = OtherMiddle(s[axes.second]);
+    t[axes.third] = Opposite(s[axes.third]);
+    return t;
+}
+
+double CircularDistance(Triple const& a, Triple const& b)
+{
+    return CircularDistance(a[0], b[0]) + CircularDistance(a[1], b[1]) +
+           CircularDistance(a[2], b[2]);
 }
 
 /// Whichever of S and T lies nearer to the reference in total; T on a tie.
 Triple Nearer(Triple const& reference, Triple const& s, Triple const& t)
 {
-    auto const distance = [&](Triple const& v) {
-        return CircularDistance(reference.a, v.a) + CircularDistance(reference.b, v.b) +
-               CircularDistance(reference.c, v.c);
-    };
-    return distance(t) > distance(s) ? s : t;
+    return CircularDistance(reference, t) > CircularDistance(reference, s) ? s : t;
 }
 
-/// The outer angles where A - C = theta alone is determined: the reference's, moved equally.
-void ShareDifference(double theta, Triple const& reference, Triple& s)
+/// The outer angles A and C where A - C = theta alone is determined: those of the reference, a and
+/// c, moved equally.
+void ShareDifference(double theta, double& a, double& c)
 {
-    double const p0 = reference.a;
-    double const p2 = reference.c;
     if (std::fabs(theta) < kNoAngle) {
-        s.a = s.c = (p0 + p2) * 0.5;
+        a = c = (a + c) * 0.5;
         return;
     }
-    double const e = std::fabs(p0 - p2) < kEqualReference ? theta : theta - (p0 - p2);
-    s.a = e * 0.5 + p0;
-    s.c = e * -0.5 + p2;
+    double const e = std::fabs(a - c) < kEqualReference ? theta : theta - (a - c);
+    a = e * 0.5 + a;
+    c = e * -0.5 + c;
 }
 
-/// The outer angles where A + C = theta alone is determined.
-void ShareSum(double theta, Triple const& reference, Triple& s)
+/// The same where A + C = theta alone is determined.
+void ShareSum(double theta, double& a, double& c)
 {
-    double const p0 = reference.a;
-    double const p2 = reference.c;
     if (std::fabs(theta) < kNoAngle) {
         // Both get the mean of the reference with the other sign, and so do not add up to theta
         // unless the reference does: stored animations depend on it.
-        s.a = s.c = 0.0 - (p0 + p2) * 0.5;
+        a = c = 0.0 - (a + c) * 0.5;
         return;
     }
-    double const e = std::fabs(p0 + p2) < kEqualReference ? theta : theta - (p0 + p2);
-    s.a = p0 + e * 0.5;
-    s.c = e * 0.5 + p2;
+    double const e = std::fabs(a + c) < kEqualReference ? theta : theta - (a + c);
+    a = a + e * 0.5;
+    c = e * 0.5 + c;
 }
 
 /// The triple at a pole, the middle angle being `middle`.
@@ -190,25 +205,32 @@ Triple PoleTriple(Matrix const& matrix, HvQuatAxes const& axes, double middle,
                   Triple const& reference)
 {
     auto const& m = matrix.m;
-    Triple s = {0.0, middle, 0.0};
     double const cosine = m[axes.second][axes.second];
     double const sine = axes.parity > 0.0 ? m[axes.second][axes.first] : m[axes.third][axes.second];
+    double a = reference[axes.first];
+    double c = reference[axes.third];
     if (middle * axes.parity > 0.0) {
-        ShareDifference(AngleFromSinCos(sine, cosine), reference, s);
+        ShareDifference(AngleFromSinCos(sine, cosine), a, c);
     } else {
-        ShareSum(AngleFromSinCos(-axes.parity * sine, cosine), reference, s);
+        ShareSum(AngleFromSinCos(-axes.parity * sine, cosine), a, c);
     }
-    Triple const t = {WrapTwoPi(s.a + kPi), OtherTriple(s).b, WrapTwoPi(s.c + kPi)};
-    s.a = WrapTwoPi(s.a);
-    s.c = WrapTwoPi(s.c);
-    double const distanceS =
-        CircularDistance(reference.a, s.a) + CircularDistance(reference.c, s.c);
-    double const distanceT =
-        CircularDistance(reference.a, t.a) + CircularDistance(reference.c, t.c);
-    Triple result = distanceT > distanceS ? s : t;
+    Triple s;
+    Triple t;
+    s[axes.first] = WrapTwoPi(a);
+    t[axes.first] = WrapTwoPi(a + kPi);
+    s[axes.third] = WrapTwoPi(c);
+    t[axes.third] = WrapTwoPi(c + kPi);
+    auto const outerDistance = [&](Triple const& v) {
+        return CircularDistance(reference[axes.first], v[axes.first]) +
+               CircularDistance(reference[axes.third], v[axes.third]);
+    };
+    Triple nearest = outerDistance(t) > outerDistance(s) ? s : t;
     // At a pole both middle angles are the quarter turn, so either serves both pairs.
-    result.b = CircularDistance(reference.b, t.b) > CircularDistance(reference.b, s.b) ? s.b : t.b;
-    return result;
+    double const other = OtherMiddle(middle);
+    double const wanted = reference[axes.second];
+    nearest[axes.second] =
+        CircularDistance(wanted, other) > CircularDistance(wanted, middle) ? middle : other;
+    return nearest;
 }
 
 /// The triple nearest to the reference, each member of which lies in -pi .. pi.
@@ -219,9 +241,13 @@ Triple NearestTriple(HvQuat const& q, HvQuatAxes const& axes, Triple const& refe
     if (sine < -1.0 || sine > 1.0 || std::fabs(std::fabs(sine) - 1.0) < kPoleSine) {
         return PoleTriple(matrix, axes, sine < 0.0 ? kPi * -0.5 : kPi * 0.5, reference);
     }
-    Triple const s = std::fabs(sine) > kNearPoleSine ? NearPoleTriple(q, axes)
-                                                     : RegularTriple(matrix, axes, sine);
-    return Nearer(reference, s, OtherTriple(s));
+    if (std::fabs(sine) > kNearPoleSine) {
+        Triple const s = NearPoleTriple(q, axes);
+        return Nearer(reference, s, OtherNearPoleTriple(s, axes));
+    }
+    double const middle = std::asin(sine);
+    return Nearer(reference, RegularTriple(matrix, axes, middle),
+                  RegularTriple(matrix, axes, OtherMiddle(middle)));
 }
 
 /// The angle moved by whole turns to within half a turn of the reference.
@@ -237,17 +263,12 @@ void HvQuat::Get(HvPoint3<double>& angles, HvPoint3<double> const& reference, Ro
     if (!HvQuat_IsOrder(order)) {
         return;
     }
-    HvQuatAxes const& axes = kQuatAxes[order];
-    double const whole[3] = {reference.x, reference.y, reference.z};
-    Triple const nearest =
-        NearestTriple(*this, axes,
-                      {WrapAroundZero(whole[axes.first]), WrapAroundZero(whole[axes.second]),
-                       WrapAroundZero(whole[axes.third])});
-    double result[3];
-    result[axes.first] = WindTo(whole[axes.first], nearest.a);
-    result[axes.second] = WindTo(whole[axes.second], nearest.b);
-    result[axes.third] = WindTo(whole[axes.third], nearest.c);
-    angles = HvPoint3<double>(result[0], result[1], result[2]);
+    Triple const whole = {{reference.x, reference.y, reference.z}};
+    Triple const wrapped = {
+        {WrapAroundZero(whole[0]), WrapAroundZero(whole[1]), WrapAroundZero(whole[2])}};
+    Triple const nearest = NearestTriple(*this, kQuatAxes[order], wrapped);
+    angles = HvPoint3<double>(WindTo(whole[0], nearest[0]), WindTo(whole[1], nearest[1]),
+                              WindTo(whole[2], nearest[2]));
 }
 
 void HvQuat::Get(HvPoint3<double>& angles, HvPoint3<double> const& reference) const
