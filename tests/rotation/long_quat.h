@@ -169,12 +169,16 @@ struct LongSegment {
                                (1 - static_cast<long double>(b.tension)) * (b.spins < 0 ? -1 : 1);
         long double const k2 = (static_cast<long double>(times[2]) - times[1]) / span *
                                (1 - static_cast<long double>(c.tension)) * (c.spins < 0 ? -1 : 1);
+        long double const continuityB = b.continuity;
+        long double const continuityC = c.continuity;
+        long double const biasB = b.bias;
+        long double const biasC = c.bias;
         for (int i = 0; i < 3; ++i) {
-            w1.v[i] = ((1 + b.bias) * k1 * (1 + b.continuity) * ab.v[i] +
-                       (1 - b.bias) * k1 * (1 - b.continuity) * bc.v[i]) /
+            w1.v[i] = ((1 + biasB) * k1 * (1 + continuityB) * ab.v[i] +
+                       (1 - biasB) * k1 * (1 - continuityB) * bc.v[i]) /
                       3;
-            w3.v[i] = ((1 + c.bias) * k2 * (1 - c.continuity) * bc.v[i] +
-                       (1 - c.bias) * k2 * (1 + b.continuity) * cd.v[i]) /
+            w3.v[i] = ((1 + biasC) * k2 * (1 - continuityC) * bc.v[i] +
+                       (1 - biasC) * k2 * (1 + continuityB) * cd.v[i]) /
                       3;
         }
         w2 = LongLog(LongExp(w1.v, -1) * q[1].Conjugate() * q[2] * LongExp(w3.v, -1));
