@@ -80,9 +80,9 @@ public:
     /// The quaternion at the time `t`; the identity without segments.
     ///
     /// At a key it is the key's rotation. Inside it is of unit length but for rounding, and is not
-    /// normalized; turned on linearly from a slow end, by less than a degree in all, it is the
-    /// point of a straight line and grows with the distance. NaN gives NaN, and so does an infinite
-    /// time where the end is not held.
+    /// normalized; turned on linearly from a slow end, at less than 1.6 degrees a segment, it is
+    /// the point of a straight line and grows with the distance. NaN gives NaN, and so does an
+    /// infinite time where the end is not held.
     /// Cost: O(log keys), about one step where keys are evenly spaced; O(keys) when their times do
     /// not rise. All numbers of cycles cost the same.
     HvQuat Eval(double t) const;

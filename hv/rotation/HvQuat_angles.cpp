@@ -29,6 +29,10 @@ constexpr double kPoleSine = 1e-12;
 constexpr double kNearPoleSine = 0.99;
 /// cos 45 degrees in eight digits: up to it the arc cosine is the better conditioned inverse.
 constexpr double kArcCosineLimit = 0.70710679;
+/// Angles below this are less than a turn, also when a product with kTurnsPerRadian is rounded.
+constexpr double kSafelyInATurn = 6.0;
+/// Sums of distances that differ by less than this may be equal but for rounding.
+constexpr double kTieTolerance = 1e-9;
 /// An angle between the outer axes below this counts as none.
 constexpr double kNoAngle = 1e-6;
 /// References whose outer angles differ by less than this are shared out without the difference.
@@ -62,9 +66,13 @@ double ClampToUnit(double v)
     return v < -1.0 ? -1.0 : (v > 1.0 ? 1.0 : v);
 }
 
-/// The angle in 0 .. 2 pi.
+/// The angle in 0 .. 2 pi. Most are within half a turn of 0 and need no floor, which costs as much
+/// as all else here.
 double WrapTwoPi(double v)
 {
+    if (std::fabs(v) < kSafelyInATurn) {
+        return v + (v < 0.0 ? kTwoPi : 0.0);
+    }
     return v + std::floor(v * kTurnsPerRadian) * -kTwoPi;
 }
 
@@ -168,9 +176,28 @@ double CircularDistance(Triple const& a, Triple const& b)
 }
 
 /// Whichever of S and T lies nearer to the reference in total; T on a tie.
-Triple Nearer(Triple const& reference, Triple const& s, Triple const& t)
+Triple NearerOf(Triple const& reference, Triple const& s, Triple const& t)
 {
     return CircularDistance(reference, t) > CircularDistance(reference, s) ? s : t;
+}
+
+/// The nearest triple away from the poles; `middle` is that of S. The outer angles of T are half a
+/// turn from those of S, so its distances are known before it is, but for rounding, and mostly it
+/// need not be.
+Triple NearestRegularTriple(Matrix const& matrix, HvQuatAxes const& axes, double middle,
+                            Triple const& reference)
+{
+    Triple const s = RegularTriple(matrix, axes, middle);
+    double const other = OtherMiddle(middle);
+    double const outer = CircularDistance(reference[axes.first], s[axes.first]) +
+                         CircularDistance(reference[axes.third], s[axes.third]);
+    double const fromS = outer + CircularDistance(reference[axes.second], middle);
+    double const fromT = kTwoPi - outer + CircularDistance(reference[axes.second], other);
+    if (fromT - fromS > kTieTolerance) {
+        return s;
+    }
+    Triple const t = RegularTriple(matrix, axes, other);
+    return fromS - fromT > kTieTolerance ? t : NearerOf(reference, s, t);
 }
 
 /// The outer angles A and C where A - C = theta alone is determined: those of the reference, a and
@@ -243,11 +270,9 @@ Triple NearestTriple(HvQuat const& q, HvQuatAxes const& axes, Triple const& refe
     }
     if (std::fabs(sine) > kNearPoleSine) {
         Triple const s = NearPoleTriple(q, axes);
-        return Nearer(reference, s, OtherNearPoleTriple(s, axes));
+        return NearerOf(reference, s, OtherNearPoleTriple(s, axes));
     }
-    double const middle = std::asin(sine);
-    return Nearer(reference, RegularTriple(matrix, axes, middle),
-                  RegularTriple(matrix, axes, OtherMiddle(middle)));
+    return NearestRegularTriple(matrix, axes, std::asin(sine), reference);
 }
 
 /// The angle moved by whole turns to within half a turn of the reference.
