@@ -176,6 +176,9 @@ TEST(HvQuatCurve_keys, FindsTheNearestAndTheEarlierOfTwo)
         EXPECT_EQ(curve.FindKey(c.t, c.tolerance), c.index) << c.t << " " << c.tolerance;
     }
     EXPECT_EQ(HvQuatCurve().FindKey(0, 1), kNoKey);
+    // Distances of 2e16 and 2e16 + 2 are the same number.
+    EXPECT_EQ(CurveOf({-1e16 - 2, -1e16}).FindKey(1e16, kInfinity), 0u);
+    EXPECT_EQ(CurveOf({-1e16 - 2, -1e16}).FindKey(-1e16, kInfinity), 1u);
 }
 
 TEST(HvQuatCurve_keys, NeighboursLieBeyondTheTolerance)
