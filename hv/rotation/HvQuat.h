@@ -65,9 +65,11 @@ public:
     /// purpose: the middle angle is then chosen by its own distance alone, and an undetermined sum
     /// below 1e-6 gives both outer angles the negative mean of the reference's.
     ///
-    /// Accuracy: the rotation of the result is this one to a few 1e-16 an element, for a reference
-    /// of a few turns; within 1.5e-6 of a pole it may be off by that distance, since the middle
-    /// angle is then set to the quarter turn. Cost: three inverse functions. Threads: reads only.
+    /// Accuracy: every element of the result's rotation matrix is within 5e-14 of this one's, for
+    /// angles of a few turns; nearer to a pole than 1.5e-6 it may be off by that distance, since
+    /// the middle angle is then set to the quarter turn. Of a quaternion that is not of unit length
+    /// the angles are those that its elements happen to give. Cost: three to five inverse
+    /// functions. Threads: reads only.
     void Get(HvPoint3<double>& angles, HvPoint3<double> const& reference, RotOrder order) const;
     /// The same in the order XYZ.
     void Get(HvPoint3<double>& angles, HvPoint3<double> const& reference) const;
