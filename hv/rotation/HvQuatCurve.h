@@ -33,9 +33,9 @@ class HvQuatSpline;
 /// operation that would give a key a time that is not finite refuses. Values are not judged: angles
 /// that are not finite are stored and give NaN.
 ///
-/// Order. The operations keep the keys' times rising strictly, but for SetParameter, Shift and
-/// Scale, which may leave them in disorder: then IsValid() gives 0, evaluation means little, and
-/// searches walk all keys. Otherwise they cost O(log keys).
+/// Order. The operations keep the keys' times rising strictly, but for SetParameter, Shift, Scale
+/// and SetKey with a tolerance below 0, which may leave them in disorder: then IsValid() gives 0,
+/// evaluation means little, and searches walk all keys. Otherwise they cost O(log keys).
 ///
 /// The spline. Evaluation runs on an HvQuatSpline over all keys that the first Eval after an edit
 /// builds, in O(keys) and with two allocations; then Eval allocates nothing. Every operation that
@@ -57,9 +57,9 @@ class HvQuatSpline;
 /// and none gives one out.
 ///
 /// Threads. Ref() and UnRef() may be called by any thread at any time. All else is for one thread
-/// at a time, also Eval and the two SetKey that evaluate: they write the last result and the
-/// spline. Owners that share a curve between threads hold its lock around their calls, see
-/// AcquireLock(). No other operation enters the lock.
+/// at a time, also Eval and the SetKey of one component: they write the last result and the spline.
+/// Owners that share a curve between threads hold its lock around their calls, see AcquireLock().
+/// No other operation enters the lock.
 ///
 /// std::bad_alloc leaves the curve as it was, but that an Eval inside may have built the spline.
 class HV_API HvQuatCurve : public HvAllocated {

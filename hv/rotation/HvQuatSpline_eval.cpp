@@ -65,7 +65,11 @@ int HvQuatSpline::FindSegment(double t) const
     }
     double const start = segments_[0].startTime;
     double const part = (t - start) / (segments_[high].endTime - start);
-    int probe = std::max(std::min(HvSaturate_To<int>(part * numSegments_), high - 1), 0);
+    int const guess = std::max(std::min(HvSaturate_To<int>(part * numSegments_), high), 0);
+    if (segments_[guess].startTime <= t && t < segments_[guess].endTime) {
+        return guess;
+    }
+    int probe = std::min(guess, high - 1);
     int step = 1;
     bool endsAfter = false;  // whether some probe did
     bool endsBefore = false;

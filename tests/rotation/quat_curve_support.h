@@ -11,8 +11,8 @@
 #include <hv/rotation/HvQuatCurve.h>
 #include <hv/rotation/HvQuatSpline.h>
 
-#include <ostream>
-#include <string>
+#include <gtest/gtest.h>
+
 #include <vector>
 
 using Angles = HvPoint3<double>;
@@ -42,18 +42,11 @@ inline bool WasStale(HvQuatCurve& curve)
     unsigned long const spline =
         sizeof(HvQuatSpline) + (curve.GetNumKeys() - 1) * sizeof(HvQuatSpline::Segment);
     unsigned long const grown = curve.GetDynamicMemSize() - before;
-    if (grown != 0 && grown != spline) {
-        throw "neither nothing nor a spline";
-    }
+    EXPECT_TRUE(grown == 0 || grown == spline) << grown;
     return grown != 0;
 }
 
-inline bool SameBits(HvQuatKey const& a, HvQuatKey const& b)
-{
-    return (a == b || a.time != a.time) && a.selected == b.selected;
-}
-
-/// All keys of a curve, locks and selection included.
+/// All keys of a curve; their comparison looks at the locks and not at the selection.
 inline std::vector<HvQuatKey> KeysOf(HvQuatCurve const& curve)
 {
     std::vector<HvQuatKey> keys;
