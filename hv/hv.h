@@ -61,6 +61,11 @@
 #include <hv/bezier/line_clip.h>
 #include <hv/bezier/quadratic.h>
 
+#include <hv/rotation/HvQuat.h>
+#include <hv/rotation/HvQuatCurve.h>
+#include <hv/rotation/HvQuatCurveLock.h>
+#include <hv/rotation/HvQuatKey.h>
+#include <hv/rotation/HvQuatSpline.h>
 #include <hv/rotation/HvTransfo4.h>
 
 #include <hv/fcurve/CFCKeyConstraint.h>
