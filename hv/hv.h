@@ -79,4 +79,9 @@
 #include <hv/fcurve/HvSteppedFCurve.h>
 #include <hv/fcurve/flatten_edges.h>
 
+#include <hv/raster/HvDoubleRaster.h>
+#include <hv/raster/HvFloatRaster.h>
+#include <hv/raster/HvRasterGrid.h>
+#include <hv/raster/HvUByteRaster.h>
+
 #endif
