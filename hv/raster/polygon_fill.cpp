@@ -42,10 +42,11 @@ private:
 /// Spans of subcolumns, written when the fourth subrow of a row is complete.
 class CoverageSpans {
 public:
-    CoverageSpans(HvScanWindow const& pixels, unsigned char alpha, bool testsEachSubrow,
-                  HvUByteRaster& raster)
+    CoverageSpans(HvScanWindow const& pixels, std::size_t maxSteps, unsigned char alpha,
+                  bool testsEachSubrow, HvUByteRaster& raster)
         : firstColumn_(pixels.firstColumn), testsEachSubrow_(testsEachSubrow), raster_(raster),
-          coverage_(static_cast<std::size_t>(pixels.endColumn - pixels.firstColumn), alpha)
+          coverage_(static_cast<std::size_t>(pixels.endColumn - pixels.firstColumn), maxSteps,
+                    alpha)
     {
     }
 
@@ -53,16 +54,17 @@ public:
     {
         return testsEachSubrow_ || row % kSubdivision == 0;
     }
-    void BeginRow(std::int64_t row) { subrow_ = static_cast<unsigned int>(row % kSubdivision); }
+    void BeginRow(std::int64_t) {}
     void Span(std::int64_t first, std::int64_t last)
     {
         std::int64_t const origin = kSubdivision * firstColumn_;
-        coverage_.AddSpan(subrow_, static_cast<std::size_t>(first - origin),
+        coverage_.AddSpan(static_cast<std::size_t>(first - origin),
                           static_cast<std::size_t>(last - origin));
     }
     void EndRow(std::int64_t row)
     {
-        if (subrow_ == kSubdivision - 1) {
+        coverage_.EndSubrow();
+        if (row % kSubdivision == kSubdivision - 1) {
             coverage_.Flush(raster_.data + row / kSubdivision * raster_.width + firstColumn_);
         }
     }
@@ -70,7 +72,6 @@ public:
 private:
     std::int64_t const firstColumn_;
     bool const testsEachSubrow_;
-    unsigned int subrow_ = 0;
     HvUByteRaster& raster_;
     HvCoverageRow coverage_;
 };
@@ -102,7 +103,9 @@ int HvPolygons_AAFill(HvPolygons const& polygons, double maxCoverage, HvUByteRas
                                  kSubdivision * pixels.firstColumn,
                                  kSubdivision * pixels.endColumn};
     HvPolygonScanner scanner(polygons, static_cast<double>(kSubdivision), points);
-    CoverageSpans spans(pixels, AlphaOf(maxCoverage), polygons.fillRule != 0, raster);
+    // A span has two ends, and an edge for each of them but the last.
+    CoverageSpans spans(pixels, scanner.NumEdges() + 1, AlphaOf(maxCoverage),
+                        polygons.fillRule != 0, raster);
     return HvPolygonScanner_Run(scanner, interrupted, spans);
 }
 

@@ -5,52 +5,51 @@
 
 #include <hv/raster/internal/HvCoverageRow.h>
 
-#include <hv/raster/internal/bit_scan.h>
-
-#include <array>
 #include <cstring>
 
 namespace {
 
-constexpr std::uint32_t kFullMask = 0xFFFF;
-constexpr unsigned int kCoverageOfPoint = 16;
-
-/// The coverage of each mask: 16 for each of its points, and 255 for all of them.
-constexpr std::array<unsigned char, kFullMask + 1> MakeCoverageTable()
-{
-    std::array<unsigned char, kFullMask + 1> table{};
-    for (std::uint32_t mask = 1; mask < kFullMask; ++mask) {
-        table[mask] = static_cast<unsigned char>(table[mask / 2] + (mask % 2) * kCoverageOfPoint);
-    }
-    table[kFullMask] = 255;
-    return table;
-}
-
-constexpr std::array<unsigned char, kFullMask + 1> kCoverage = MakeCoverageTable();
+/// What each point adds. All sixteen give 255, one less than they would.
+constexpr std::size_t kCoverageOfPoint = 16;
+constexpr std::size_t kFullCoverage = 255;
 
 }  // namespace
 
+// A step behind the last pixel touches two more.
+HvCoverageRow::HvCoverageRow(std::size_t width, std::size_t maxSteps, unsigned char alpha)
+    : differences_(width + 2), zones_(maxSteps), step_(zones_.Data()), endZone_(zones_.Data())
+{
+    for (std::size_t count = 0; count <= kPoints; ++count) {
+        coverage_[count] = static_cast<unsigned char>(
+            std::min({count * kCoverageOfPoint, kFullCoverage, std::size_t(alpha)}));
+    }
+    std::fill_n(zones_.Data(), maxSteps, kNoZone);
+}
+
 void HvCoverageRow::Flush(unsigned char* row)
 {
-    if (first_ > last_) {
+    if (endZone_ == zones_.Data()) {
         return;
     }
-    std::uint32_t mask = 0;  // of the pixels that no span touches
-    std::size_t next = first_;
-    for (std::size_t word = first_ / kWordBits; word <= last_ / kWordBits; ++word) {
-        for (std::uint64_t bits = touched_[word]; bits != 0; bits &= bits - 1) {
-            std::size_t const pixel = word * kWordBits + HvBits_Lowest(bits);
-            if (pixel > next) {
-                std::memset(row + next, std::min(kCoverage[mask], alpha_), pixel - next);
-            }
-            Cell& cell = cells_[pixel];
-            mask ^= cell.change;
-            row[pixel] = std::min(kCoverage[mask | cell.partial], alpha_);
-            cell = Cell();
-            next = pixel + 1;
+    std::int16_t* const differences = differences_.Data();
+    std::size_t const end = (end_ - 1) / kPointsAcross + 1;
+    std::size_t next = zones_[0].first / kPointsAcross;
+    int count = 0;
+    for (Zone* zone = zones_.Data(); zone != endZone_; ++zone) {
+        std::size_t const zoneFirst = zone->first / kPointsAcross;
+        std::size_t const zoneEnd = std::min(zone->last / kPointsAcross + 2, end);
+        *zone = kNoZone;
+        if (zoneFirst > next) {
+            std::memset(row + next, coverage_[count], zoneFirst - next);
+            next = zoneFirst;
         }
-        touched_[word] = 0;
+        for (; next < zoneEnd; ++next) {
+            count += differences[next];
+            row[next] = coverage_[count];
+            differences[next] = 0;
+        }
     }
-    first_ = SIZE_MAX;
-    last_ = 0;
+    differences[end] = differences[end + 1] = 0;
+    end_ = 0;
+    endZone_ = zones_.Data();
 }

@@ -14,74 +14,82 @@
 
 /// Collects the spans of the four subrows of a row of pixels and turns them into coverage.
 ///
-/// A pixel is a mask of 16 bits: a nibble for each subrow, the first lowest, and in it a bit for
-/// each subcolumn. Only the two pixels where a span ends are touched:
+/// What is kept is by how many points the count of each pixel differs from that of the pixel before
+/// it, so that a span is two steps, up where it begins and down behind its end:
 ///
-///     subcolumns    |..xx|xxxx|xxxx|x...|
-///     partial        1100  .    .   0001    bits that are set in this pixel alone
-///     change          .   1111  .   1111    bits that change here and stay so to the right
+///     subcolumns    |..xx|xxxx|xxxx|x...|....|
+///     points          2    4    4    1    0
+///     differences    +2   +2    0   -3   -1
 ///
-/// Spans of a subrow come in ascending order and meet at most in one subcolumn, so that what one
-/// has changed is changed back before the next one changes it. The row is then walked from touched
-/// pixel to touched pixel, and what lies between has one value.
+/// Each step touches two pixels. The n-th steps of the four subrows together are a zone: the hull
+/// of the pixels that they touch. Zones begin one behind the other, as steps do, and between them
+/// the count does not change: a row costs its steps, and its long runs are filled as a whole.
 class HvCoverageRow {
 public:
-    /// @param width  pixels of the row.
-    /// @param alpha  greatest value written.
-    HvCoverageRow(std::size_t width, unsigned char alpha)
-        : first_(SIZE_MAX), last_(0), alpha_(alpha), cells_(width), touched_(width / kWordBits + 1)
-    {
-    }
+    /// @param width     pixels of the row.
+    /// @param maxSteps  steps that a subrow can have.
+    /// @param alpha     greatest value written.
+    HvCoverageRow(std::size_t width, std::size_t maxSteps, unsigned char alpha);
 
-    /// Adds the subcolumns `first` to `last`, last included, of a subrow of 0 to 3.
-    void AddSpan(unsigned int subrow, std::size_t first, std::size_t last)
+    /// Adds the subcolumns `first` to `last`, last included, to the subrow, behind those that it
+    /// has. What it has already is not counted again.
+    void AddSpan(std::size_t first, std::size_t last)
     {
-        std::size_t const firstPixel = first / 4;
-        std::size_t const lastPixel = last / 4;
-        unsigned int const shift = 4 * subrow;
-        std::uint32_t const head = kNibble << (first & 3) & kNibble;
-        std::uint32_t const tail = (2u << (last & 3)) - 1;
-        first_ = std::min(first_, firstPixel);
-        last_ = std::max(last_, lastPixel);
-        if (firstPixel == lastPixel) {
-            cells_[firstPixel].partial |= (head & tail) << shift;
-            Touch(firstPixel);
-            return;
-        }
-        cells_[firstPixel].partial |= head << shift;
-        cells_[lastPixel].partial |= tail << shift;
-        Touch(firstPixel);
-        Touch(lastPixel);
-        if (lastPixel - firstPixel > 1) {
-            cells_[firstPixel + 1].change ^= kNibble << shift;
-            cells_[lastPixel].change ^= kNibble << shift;
-            Touch(firstPixel + 1);
+        std::size_t const from = std::max(first, subrowEnd_);
+        if (from <= last) {
+            subrowEnd_ = last + 1;
+            AddStep<1>(from);
+            AddStep<-1>(subrowEnd_);
         }
     }
 
-    /// Writes the coverage of the pixels from the first to the last that was touched, into a row of
-    /// the raster that starts where this one does, and starts anew.
+    /// Ends the subrow.
+    void EndSubrow()
+    {
+        end_ = std::max(end_, subrowEnd_);
+        endZone_ = std::max(endZone_, step_);
+        subrowEnd_ = 0;
+        step_ = zones_.Data();
+    }
+
+    /// Writes the coverage of the pixels from the leftmost to the rightmost that has a point, into
+    /// a row that starts where this one does, and starts the next row of pixels.
     void Flush(unsigned char* row);
 
 private:
-    static constexpr std::uint32_t kNibble = 0xF;
-    static constexpr std::size_t kWordBits = 64;
+    static constexpr std::size_t kPointsAcross = 4;
+    static constexpr std::size_t kPoints = 16;
 
-    struct Cell {
-        std::uint32_t partial;
-        std::uint32_t change;
+    /// The pixels of the subcolumns from `first` to `last`. A zone without a step has a first
+    /// behind its last.
+    struct Zone {
+        std::size_t first;
+        std::size_t last;
     };
 
-    void Touch(std::size_t pixel)
+    static constexpr Zone kNoZone = {SIZE_MAX, 0};
+
+    template <int Direction>
+    void AddStep(std::size_t at)
     {
-        touched_[pixel / kWordBits] |= std::uint64_t(1) << pixel % kWordBits;
+        std::size_t const pixel = at / kPointsAcross;
+        int const behind = static_cast<int>(at % kPointsAcross);
+        int const within = static_cast<int>(kPointsAcross) - behind;
+        std::int16_t* const difference = differences_.Data() + pixel;
+        difference[0] = static_cast<std::int16_t>(difference[0] + Direction * within);
+        difference[1] = static_cast<std::int16_t>(difference[1] + Direction * behind);
+        step_->first = std::min(step_->first, at);
+        step_->last = std::max(step_->last, at);
+        ++step_;
     }
 
-    std::size_t first_;  // above last_ when nothing was added
-    std::size_t last_;
-    unsigned char alpha_;
-    HvScratchArray<Cell> cells_;
-    HvScratchArray<std::uint64_t> touched_;  // a bit for each pixel
+    unsigned char coverage_[kPoints + 1];  // of a count of points
+    std::size_t subrowEnd_ = 0;            // behind the last subcolumn of the subrow
+    std::size_t end_ = 0;                  // behind the last subcolumn of the row
+    HvScratchArray<std::int16_t> differences_;
+    HvScratchArray<Zone> zones_;
+    Zone* step_;     // of the subrow's next step
+    Zone* endZone_;  // behind the zones of this row
 };
 
 #endif

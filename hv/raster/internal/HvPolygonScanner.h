@@ -34,6 +34,8 @@ public:
     HvPolygonScanner(HvPolygons const& polygons, double scale, HvScanWindow const& window);
 
     HvScanWindow const& Window() const { return window_; }
+    /// Edges that come within the window; a row has at most as many active ones.
+    std::size_t NumEdges() const { return numWaiting_; }
 
     /// Calls span(first, last), last included, for each span of a row, from left to right. Rows
     /// come in ascending order from the window's first, none left out.
@@ -76,44 +78,35 @@ private:
     void MergeWaiting(std::int64_t row);
     void SortActive();
 
-    /// Moves the edge on to the next row; `previous` is the x there of the edge before it.
-    void Advance(Edge& edge, double& previous)
-    {
-        edge.x += edge.slope;
-        isSorted_ = isSorted_ && !(edge.x < previous);
-        previous = edge.x;
-    }
-
     template <class Span>
     void WalkPairs(Span& span)
     {
-        double previous = -std::numeric_limits<double>::infinity();
-        std::size_t i = 0;
-        for (; i + 1 < numActive_; i += 2) {
-            double const left = active_[i].x;
-            double const right = active_[i + 1].x;
-            Advance(active_[i], previous);
-            Advance(active_[i + 1], previous);
+        Advancer advancer;
+        Edge* edge = active_.Data();
+        Edge* const end = edge + numActive_;
+        for (; end - edge > 1; edge += 2) {
+            double const left = advancer.Advance(edge[0]);
+            double const right = advancer.Advance(edge[1]);
             Emit(left, right, span);
         }
-        if (i < numActive_) {  // only where a NaN has broken a polygon
-            Advance(active_[i], previous);
+        if (edge != end) {  // only where a NaN has broken a polygon
+            advancer.Advance(*edge);
         }
+        isSorted_ = advancer.isSorted;
     }
 
     template <class Span>
     void WalkWinding(Span& span)
     {
-        double previous = -std::numeric_limits<double>::infinity();
+        Advancer advancer;
         double left = 0.0;
         double right = 0.0;
-        std::int64_t winding = 0;
-        for (std::size_t i = 0; i < numActive_; ++i) {
-            Edge& edge = active_[i];
-            right = edge.x;
+        int winding = 0;
+        Edge* const end = active_.Data() + numActive_;
+        for (Edge* edge = active_.Data(); edge != end; ++edge) {
+            right = advancer.Advance(*edge);
             left = winding == 0 ? right : left;
-            winding += edge.direction;
-            Advance(edge, previous);
+            winding += edge->direction;
             if (winding == 0) {
                 Emit(left, right, span);
             }
@@ -121,7 +114,24 @@ private:
         if (winding != 0 && right > left) {  // broken likewise: the span runs to the window's end
             Emit(left, std::numeric_limits<double>::infinity(), span);
         }
+        isSorted_ = advancer.isSorted;
     }
+
+    /// Moves edges on to the next row, and sees whether they are in order there.
+    struct Advancer {
+        bool isSorted = true;
+        double previous = -std::numeric_limits<double>::infinity();
+
+        /// The x that the edge had.
+        double Advance(Edge& edge)
+        {
+            double const x = edge.x;
+            double const next = x + edge.slope;
+            isSorted &= !(next < previous);
+            edge.x = previous = next;
+            return x;
+        }
+    };
 
     /// Cuts the span to the window. Only a left end within is converted, which is above 0, so that
     /// cutting toward zero is rounding down; the same holds for the right end.
