@@ -133,6 +133,32 @@ TEST(polygon_soft_fill, IsThatOfTheSlowConverter)
                  });
 }
 
+// Spans that touch in a pixel count there twice, so that by winding the order of edges of equal x
+// shows. Here pairs of opposite edges lie on one another in a shape that winds around them, and all
+// cross in the middle of a row: the order of hundreds is turned between two rows, that of a pair
+// stays.
+TEST(polygon_soft_fill, PairsKeepTheirOrderWhereAllEdgesCross)
+{
+    PolygonList list;
+    list.Add({{1, 0}, {179, 0}, {179, 10}, {1, 10}});
+    std::vector<HvPoint2<double>> corners;
+    for (int k = 0; k < 300; ++k) {
+        double const spread = (k - 150) * 0.5;
+        HvPoint2<double> const top(90.0 - spread, 0.5);
+        HvPoint2<double> const bottom(90.0 + spread, 8.5);
+        corners.push_back(k % 3 == 0 ? bottom : top);
+        corners.push_back(k % 3 == 0 ? top : bottom);
+        corners.push_back(k % 3 == 0 ? bottom : top);
+    }
+    list.Add(corners);
+    HvUByteRaster filled(180, 10, kBefore);
+    HvUByteRaster expected(180, 10, kBefore);
+    HvFillBox const box = {0, 0, 180, 10, false};
+    SoftFill(list, 1, box, 2.0, Line, 0.25, filled);
+    SlowSoftFill(list.points, list.tags, 1, Slow(box), 2.0, Line, 0.25, expected, {});
+    EXPECT_EQ(Pixels(filled), Pixels(expected));
+}
+
 // Kernel sums that are 0 or no number leave no meaning, only bytes; the line of x = 1 sums to 0.
 TEST(polygon_soft_fill, WeightsWithoutASumGiveNoCoverageWhereTheyReach)
 {
