@@ -151,22 +151,22 @@ void ExpectSoftFillOfTheSlowConverter(PolygonList const& list, int width, int he
 }
 
 // Pairs of opposite edges lie on one another in a shape that winds around them, and all cross in
-// the middle of a row: the order of hundreds is turned between two rows, that of a pair stays.
+// the middle of a row: their order is turned between two rows, that of a pair stays.
 TEST(polygon_soft_fill, PairsKeepTheirOrderWhereAllEdgesCross)
 {
     PolygonList list;
-    list.Add({{1, 0}, {179, 0}, {179, 10}, {1, 10}});
+    list.Add({{1, 0}, {659, 0}, {659, 10}, {1, 10}});
     std::vector<HvPoint2<double>> corners;
-    for (int k = 0; k < 300; ++k) {
-        double const spread = (k - 150) * 0.5;
-        HvPoint2<double> const top(90.0 - spread, 0.5);
-        HvPoint2<double> const bottom(90.0 + spread, 8.5);
+    for (int k = 0; k < 80; ++k) {
+        double const spread = (k - 40) * 8.0;
+        HvPoint2<double> const top(330.0 - spread, 0.5);
+        HvPoint2<double> const bottom(330.0 + spread, 8.5);
         corners.push_back(k % 3 == 0 ? bottom : top);
         corners.push_back(k % 3 == 0 ? top : bottom);
         corners.push_back(k % 3 == 0 ? bottom : top);
     }
     list.Add(corners);
-    ExpectSoftFillOfTheSlowConverter(list, 180, 10);
+    ExpectSoftFillOfTheSlowConverter(list, 660, 10);
 }
 
 TEST(polygon_soft_fill, EdgesThatComeInOneRowStandInTheOrderOfTheirUpperEnds)
