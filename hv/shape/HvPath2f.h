@@ -25,9 +25,9 @@ class HvShapeLock;
 /// **Points and tags.** The path is two arrays of one length, a point and a tag byte for each
 /// control point; there are no objects for subpaths or segments, and nothing that is derived from
 /// the tags is kept. The low six bits of a tag are the point's role, bit 6 is reserved and survives
-/// edits, bit 7 is the lock described below. Role 1 starts a subpath. A segment of degree d adds
-/// d - 1 control points and an end; the end of the last segment of a closed subpath has a role of
-/// its own, the closing end:
+/// a change of the role, bit 7 is the lock described below. Role 1 starts a subpath. A segment of
+/// degree d adds d - 1 control points and an end; the end of the last segment of a closed subpath
+/// has a role of its own, the closing end:
 ///
 ///     degree          1   2      3        4         5         6         7         8
 ///     controls        -   5      8, 9   12 - 14   17 - 20   23 - 27   30 - 35   38 - 44
@@ -198,8 +198,9 @@ public:
     /// nodes. Does nothing, and returns 1, when `first` is above `last`.
     virtual int ReplaceSubpathSection(unsigned int first, unsigned int last);
     /// Puts one cubic with the controls `p` and `q` in place of all segments between two nodes of
-    /// one subpath, `first` below `last`. Locks of the two nodes are kept, not obeyed, where the
-    /// section has less than two points between them.
+    /// one subpath, `first` below `last`. A control that takes the place of a point moves as
+    /// ReplacePoint moves it with the ratio kept, so a locked node stays in line; beside a section
+    /// that had no such point the lock stays, and its handles part.
     virtual int ReplaceSubpathSection(unsigned int first, unsigned int last,
                                       HvPoint2<float> const& p, HvPoint2<float> const& q);
     /// Puts a copy of the section of `source` between two of its nodes in place of the section
@@ -214,8 +215,8 @@ public:
     virtual int RemoveSubpath(unsigned int index);
     /// Cuts out the segments between two nodes of one subpath, `first` below `last`: a closed
     /// subpath is opened, and what lies behind `last` becomes a subpath of its own. The two nodes
-    /// stay, unlocked, as ends of what is left of their sides, and go where nothing is left of
-    /// `first`'s or, at the end of the subpath, `last`'s.
+    /// lose their locks and stay as ends of what is left on their sides; one with nothing left goes
+    /// too, but a subpath that is cut out whole leaves its start.
     virtual int RemoveSubpathSection(unsigned int first, unsigned int last);
 
     // Extents.
