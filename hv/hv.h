@@ -31,7 +31,10 @@
 #include <hv/foundation/HvPoint3fArray.h>
 #include <hv/foundation/HvPointTag.h>
 #include <hv/foundation/HvPointTagArray.h>
+#include <hv/foundation/HvPrecisionTimer.h>
 #include <hv/foundation/HvStlAllocator.h>
+#include <hv/foundation/HvTimer.h>
+#include <hv/foundation/HvTimerText.h>
 #include <hv/foundation/HvTypedArray.h>
 #include <hv/foundation/HvUByteArray.h>
 #include <hv/foundation/HvULongArray.h>
