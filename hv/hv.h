@@ -82,4 +82,6 @@
 #include <hv/fcurve/HvSteppedFCurve.h>
 #include <hv/fcurve/flatten_edges.h>
 
+#include <hv/control/HvControlOperator.h>
+
 #endif
