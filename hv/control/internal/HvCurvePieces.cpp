@@ -5,6 +5,8 @@
 
 #include <hv/control/internal/HvCurvePieces.h>
 
+#include <hv/bezier/cubic_split.h>
+#include <hv/bezier/quadratic.h>
 #include <hv/fcurve/HvStdFCurve.h>
 #include <hv/foundation/saturate.h>
 
@@ -34,6 +36,51 @@ bool HasConstraint(HvStdFCurve const& curve, unsigned int i, Curve::KeyConstrain
 {
     int on = 0;
     return curve.GetConstraintByIndex(i, constraint, on) && on;
+}
+
+/// Whether x rises along the cubic, which makes y a function of x.
+bool IsFunction(Point const* P)
+{
+    return HvStdFCurve_IsCubicSegmentValid(P[0], P[1], P[2], P[3]) != 0;
+}
+
+/// The last s below 1 where x(s) is that of P[0] once more, 0 when there is none.
+double LastReturnToStart(Point const* P)
+{
+    HvCubicTerms const x = HvCubicTerms::Of(P[0].x, P[1].x, P[2].x, P[3].x);
+    double first = 0;
+    double second = 0;
+    if (x.a3 == 0) {
+        first = second = -x.a1 / x.a2;
+    } else if (!SolveQuadraticEquation(first, second, x.a3, x.a2, x.a1)) {
+        return 0;
+    }
+    return second > 0 && second < 1 ? second : first > 0 && first < 1 ? first : 0;
+}
+
+/// Cuts from a cubic what lies before its last return to the x of its start, and the same from its
+/// end. Evaluation inverts x(s), and of a cubic that leaves its span it only sees what comes back:
+///
+///      handle o             o handle               seen:
+///         \  P0 *          /                             *
+///            (   |     * P3                         |    / P3
+///             \__|____/                             |___/
+void CutOverhang(Point* P)
+{
+    double const start = LastReturnToStart(P);
+    Point const reversed[4] = {-P[3], -P[2], -P[1], -P[0]};
+    double const end = 1 - LastReturnToStart(reversed);
+    if (!(start < end)) {
+        return;
+    }
+    double const x0 = P[0].x;
+    double const x3 = P[3].x;
+    Point head[4];
+    Point rest[4];
+    HvCubic_Split(P, end, head, rest);
+    HvCubic_Split(head, start / end, rest, P);
+    P[0].x = x0;
+    P[3].x = x3;
 }
 
 }  // namespace
@@ -88,40 +135,57 @@ void HvCurvePieces::ReadKeys()
     }
 }
 
-// The handles that evaluation uses. They differ from the evaluated handles, which the curve shows,
-// on automatic keys: evaluation takes the third of the span as x of every such handle, a flat one
-// too, and leaves it to the limit of the automatic slope to flatten an extremum.
+// Evaluation leaves it to the limit of the automatic slope to flatten an extremum, where the
+// evaluated handles that the curve shows are flat: they are read without that constraint then.
 void HvCurvePieces::ReadHandles(HvStdFCurve& curve)
 {
-    unsigned int const numKeys = curve.GetNumKeys();
-    for (unsigned int i = 0; i < numKeys; ++i) {
+    for (unsigned int i = 0; i < curve.GetNumKeys(); ++i) {
         bool const isAutomatic = HasConstraint(curve, i, Curve::AutomaticTangents);
-        if (isAutomatic && i != 0 && i + 1 < numKeys &&
-            HasConstraint(curve, i, Curve::FlatAtExtremum) &&
-            !HasConstraint(curve, i, Curve::UnlimitedAutoSlope)) {
-            double x = 0;
-            curve.GetKeyParameter(i, x);
-            curve.SetConstraint(x, Curve::FlatAtExtremum, 0, 0);
-        }
+        bool const isLimited = isAutomatic && HasConstraint(curve, i, Curve::FlatAtExtremum) &&
+                               !HasConstraint(curve, i, Curve::UnlimitedAutoSlope);
+        double x = 0;
         Point left;
         Point right;
-        Curve::FSKind kind = Curve::ConstantSegment;
+        curve.GetKeyParameter(i, x);
+        if (isLimited) {
+            curve.SetConstraint(x, Curve::FlatAtExtremum, 0, 0);
+        }
         curve.GetEvaluatedKeyTgtHandlesByIndex(i, left, right);
+        if (isLimited) {
+            curve.SetConstraint(x, Curve::FlatAtExtremum, 1, 0);
+        }
+        Curve::FSKind kind = Curve::ConstantSegment;
         curve.GetSegmentKindByIndex(i, Curve::Right, kind);
-        bool const isAtThird = isAutomatic && !HasConstraint(curve, i, Curve::ZeroLengthTangents);
-        if (i != 0) {
-            Point* const P = pieces_[i - 1].P;
-            double const x = isAtThird ? (P[0].x - P[3].x) * kThirdOfSpan : left.x;
-            P[2] = P[3] + Point(x, left.y);
+        SetHandles(i, left, right, kind,
+                   isAutomatic && !HasConstraint(curve, i, Curve::ZeroLengthTangents));
+    }
+    for (KeyPiece& piece : pieces_) {
+        if (piece.shape == HvCurvePiece::Cubic && !IsFunction(piece.P)) {
+            CutOverhang(piece.P);
         }
-        if (i + 1 < numKeys) {
-            KeyPiece& piece = pieces_[i];
-            double const x = isAtThird ? (piece.P[3].x - piece.P[0].x) * kThirdOfSpan : right.x;
-            piece.P[1] = piece.P[0] + Point(x, right.y);
-            piece.shape = kind == Curve::CubicSegment    ? HvCurvePiece::Cubic
-                          : kind == Curve::LinearSegment ? HvCurvePiece::Line
-                                                         : HvCurvePiece::Constant;
+        // What folds inside its span is what evaluation makes of it.
+        if (piece.shape == HvCurvePiece::Cubic && !IsFunction(piece.P)) {
+            piece.shape = HvCurvePiece::Sampled;
         }
+    }
+}
+
+// Evaluation takes the third of the span as x of every handle of an automatic key, a flat one too,
+// of which the curve shows the stored x.
+void HvCurvePieces::SetHandles(unsigned int i, Point const& left, Point const& right,
+                               HvBaseFCurve::FSKind kind, bool isAtThird)
+{
+    if (i != 0) {
+        Point* const P = pieces_[i - 1].P;
+        P[2] = P[3] + Point(isAtThird ? (P[0].x - P[3].x) * kThirdOfSpan : left.x, left.y);
+    }
+    if (i < pieces_.Count()) {
+        KeyPiece& piece = pieces_[i];
+        Point* const P = piece.P;
+        P[1] = P[0] + Point(isAtThird ? (P[3].x - P[0].x) * kThirdOfSpan : right.x, right.y);
+        piece.shape = kind == Curve::CubicSegment    ? HvCurvePiece::Cubic
+                      : kind == Curve::LinearSegment ? HvCurvePiece::Line
+                                                     : HvCurvePiece::Constant;
     }
 }
 

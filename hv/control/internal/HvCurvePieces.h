@@ -7,11 +7,11 @@
 #define HV_CONTROL_INTERNAL_HVCURVEPIECES_H
 
 #include <hv/control/internal/HvCurvePiece.h>
+#include <hv/fcurve/HvBaseFCurve.h>
 #include <hv/foundation/HvAltDynArray.h>
 
 #include <memory>
 
-class HvBaseFCurve;
 class HvStdFCurve;
 
 /// Reads any kind of curve, with what its extrapolation makes of it, as pieces from left to right.
@@ -66,6 +66,9 @@ private:
     int NumKeyPieces() const { return static_cast<int>(pieces_.Count()); }
     void ReadKeys();
     void ReadHandles(HvStdFCurve& curve);
+    /// Sets the handles beside key i, given as vectors from it, and the shape of its right piece.
+    void SetHandles(unsigned int i, HvPoint2<double> const& left, HvPoint2<double> const& right,
+                    HvBaseFCurve::FSKind kind, bool isAtThird);
     HvCurvePiece OuterPiece(Place const& place, double low, double high) const;
 
     std::unique_ptr<HvBaseFCurve> curve_;
