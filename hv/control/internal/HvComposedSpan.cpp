@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <utility>
 
 namespace {
 
@@ -25,6 +27,12 @@ HvCurvePiece::Shape ComposedShape(HvCurvePiece::Shape controller, HvCurvePiece::
         return driven;
     }
     return driven == HvCurvePiece::Line ? controller : HvCurvePiece::Sampled;
+}
+
+HvComposedSpan::Handles NoHandles()
+{
+    constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+    return {Point(kNone, kNone), Point(kNone, kNone)};
 }
 
 }  // namespace
@@ -63,17 +71,19 @@ double HvComposedSpan::Slope(double t) const
     return (Value(high) - Value(low)) / (high - low);
 }
 
+bool HvComposedSpan::IsSmooth() const
+{
+    return controller_.GetShape() != HvCurvePiece::Sampled &&
+           driven_.GetShape() != HvCurvePiece::Sampled;
+}
+
 void HvComposedSpan::CubicBetween(double from, double to, Point* P) const
 {
     if (controller_.GetShape() == HvCurvePiece::Line) {
         double const slope = controller_.Slope(from);
         double const low = ControllerValue(from);
         double const high = ControllerValue(to);
-        driven_.CubicBetween(std::min(low, high), std::max(low, high), P);
-        if (high < low) {
-            std::swap(P[0], P[3]);
-            std::swap(P[1], P[2]);
-        }
+        DrivenCubic(low, high, P);
         P[1].x = from + (P[1].x - low) / slope;
         P[2].x = to + (P[2].x - high) / slope;
     } else {
@@ -86,6 +96,16 @@ void HvComposedSpan::CubicBetween(double from, double to, Point* P) const
     P[3] = Point(to, Value(to));
 }
 
+// The driven cubic along the controller's way, which may run down through it.
+void HvComposedSpan::DrivenCubic(double fromValue, double toValue, Point* P) const
+{
+    driven_.CubicBetween(std::min(fromValue, toValue), std::max(fromValue, toValue), P);
+    if (toValue < fromValue) {
+        std::swap(P[0], P[3]);
+        std::swap(P[1], P[2]);
+    }
+}
+
 HvComposedSpan::Handles HvComposedSpan::EvenHandles(double from, double to) const
 {
     double const third = (to - from) / 3;
@@ -94,6 +114,9 @@ HvComposedSpan::Handles HvComposedSpan::EvenHandles(double from, double to) cons
 
 HvComposedSpan::Handles HvComposedSpan::ControllerHandles(double from, double to) const
 {
+    if (controller_.GetShape() != HvCurvePiece::Cubic) {
+        return NoHandles();
+    }
     Point P[4];
     controller_.CubicBetween(from, to, P);
     Point const first = P[1] - P[0];
@@ -104,14 +127,11 @@ HvComposedSpan::Handles HvComposedSpan::ControllerHandles(double from, double to
 
 HvComposedSpan::Handles HvComposedSpan::DrivenHandles(double from, double to) const
 {
-    Point P[4];
-    double const low = ControllerValue(from);
-    double const high = ControllerValue(to);
-    driven_.CubicBetween(std::min(low, high), std::max(low, high), P);
-    if (high < low) {
-        std::swap(P[0], P[3]);
-        std::swap(P[1], P[2]);
+    if (driven_.GetShape() != HvCurvePiece::Cubic) {
+        return NoHandles();
     }
+    Point P[4];
+    DrivenCubic(ControllerValue(from), ControllerValue(to), P);
     Point const first = P[1] - P[0];
     Point const last = P[2] - P[3];
     return {Point(first.x / controller_.Slope(from), first.y),

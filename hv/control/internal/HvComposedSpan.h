@@ -30,11 +30,13 @@ public:
     /// What the span is as a whole: Constant or Line, Cubic when it is the one cubic that
     /// CubicBetween gives, and Sampled when it has no such form.
     HvCurvePiece::Shape GetShape() const { return shape_; }
+    /// Whether both curves are given by polynomials here, and not by evaluation alone.
+    bool IsSmooth() const;
     /// Of a span of shape Cubic, the control points of a part of it.
     void CubicBetween(double from, double to, Point* P) const;
 
     /// Handles, as vectors from the two ends, that have the span's direction there and the length
-    /// that the cubic of one of the two curves suggests. Not finite where it suggests none.
+    /// that the cubic of one of the two curves suggests. Not finite where there is none.
     struct Handles {
         Point first;
         Point last;
@@ -45,6 +47,7 @@ public:
 
 private:
     double ControllerValue(double t) const;
+    void DrivenCubic(double fromValue, double toValue, Point* P) const;
 
     HvCurvePiece const& controller_;
     HvCurvePiece const& driven_;

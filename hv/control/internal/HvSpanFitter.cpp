@@ -17,11 +17,11 @@ using Point = HvPoint2<double>;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-// Samples by which a cubic is judged. A fit that is nearly good misses by two or three arcs; of an
-// arc that is a third of the stretch sixteen samples see all but two parts in a hundred.
+// Samples by which a cubic is judged. The error of a fit that is nearly good has a few arcs, and
+// between the samples its peaks are found by parabolas.
 constexpr int kNumJudged = 16;
-// What is left of the tolerance for those two parts.
-constexpr double kSampledPart = 0.97;
+// What is left of the tolerance for what a parabola misses of a peak.
+constexpr double kSampledPart = 0.98;
 
 // Samples of the least squares, and their rounds: each squares the relative error of the lengths.
 constexpr int kNumFitted = 8;
@@ -30,10 +30,15 @@ constexpr int kMaxRounds = 3;
 // A cubic further off than so many tolerances is not improved but cut: no two lengths save it.
 constexpr double kMostToImprove = 200;
 
-// Parts that a stretch is cut into, and how often. Only a span that is not smooth, as a curve that
-// is known from samples may be, comes to the last; 8^6 keys are the most for one span.
+// Parts that a stretch is cut into.
 constexpr int kMaxParts = 8;
-constexpr int kMaxDepth = 6;
+
+// The shortest part of a span that is cut again. Where a handle without length makes the curvature
+// infinite, the parts shrink towards it by halves and the error with their power of 3/2, which asks
+// for some thirty halvings at the most. A span that is known from evaluation alone may have jumps
+// inside, around which no cut helps.
+constexpr double kSmallestPart = 1e-9;
+constexpr double kSmallestSampledPart = 1e-5;
 
 // Values come out of two inverted cubics; below this part of them a difference is rounding.
 constexpr double kValueNoise = 1e-13;
@@ -56,22 +61,35 @@ bool IsValid(Point const* P)
     return isFinite && HvStdFCurve_IsCubicSegmentValid(P[0], P[1], P[2], P[3]);
 }
 
-// The greatest difference in values at the judging samples; the middle first, and no further than
-// `enough`.
+/// The height of the parabola through three values of equal distance, above its middle one where
+/// that is the highest.
+double PeakOf(double left, double middle, double right)
+{
+    double const bend = 2 * middle - left - right;
+    double const rise = right - left;
+    return middle >= left && middle >= right && bend > 0 ? middle + rise * rise / (8 * bend)
+                                                         : middle;
+}
+
+/// The greatest difference in values; where it is not below `enough`, any number that is not.
 double ErrorOf(HvComposedSpan const& span, Point const* P, double enough)
 {
-    double error = 0;
+    double errors[kNumJudged + 2] = {};  // none at the two ends
     for (int k = 0; k < kNumJudged; ++k) {
-        // 8, 3, 14, 9, 4, ...: one after the other from distant places.
-        int const i = (8 + 11 * k) % kNumJudged;
-        Point const p = PointAt(P, (i + 0.5) / kNumJudged);
-        double const e = std::fabs(p.y - span.Value(p.x));
-        if (!(e <= error)) {
-            error = e;
+        // From the middle on in long steps, so that a bad fit shows soon.
+        int const i = (kNumJudged / 2 + 11 * k) % kNumJudged;
+        Point const p = PointAt(P, (i + 1.0) / (kNumJudged + 1));
+        double const e = p.y - span.Value(p.x);
+        if (!(std::fabs(e) < enough)) {
+            return std::isnan(e) ? kInfinity : std::fabs(e);
         }
-        if (!(error < enough)) {
-            break;
-        }
+        errors[i + 1] = e;
+    }
+    double error = 0;
+    for (int i = 1; i <= kNumJudged; ++i) {
+        double const sign = errors[i] < 0 ? -1 : 1;
+        error =
+            std::max(error, PeakOf(sign * errors[i - 1], sign * errors[i], sign * errors[i + 1]));
     }
     return error;
 }
@@ -98,7 +116,7 @@ void HvSpanFitter::Add(HvComposedSpan const& span)
             return;
         }
     }
-    AddFitted(span, P0.x, P3.x, 0);
+    AddFitted(span, P0.x, P3.x);
 }
 
 // What a fit may be off: the tolerance, or what rounding leaves of values and of a parameter.
@@ -111,7 +129,7 @@ double HvSpanFitter::Allowed(double from, double to, double fromValue, double to
     return std::max({tolerance_ * kSampledPart, values, parameters});
 }
 
-void HvSpanFitter::AddFitted(HvComposedSpan const& span, double from, double to, int depth)
+void HvSpanFitter::AddFitted(HvComposedSpan const& span, double from, double to)
 {
     Fit const fit = BestFit(span, from, to);
     double const allowed = Allowed(from, to, fit.P[0].y, fit.P[3].y);
@@ -125,7 +143,9 @@ void HvSpanFitter::AddFitted(HvComposedSpan const& span, double from, double to,
     int const parts = std::min(
         std::max(HvSaturate_To<int>(std::ceil(std::pow(fit.error / allowed, 0.2))), 2), kMaxParts);
     double const step = (to - from) / parts;
-    if (depth == kMaxDepth || !(from + step > from) || !(to - step < to)) {
+    double const smallest =
+        (span.To() - span.From()) * (span.IsSmooth() ? kSmallestPart : kSmallestSampledPart);
+    if (!(step > smallest) || !(from + step > from) || !(to - step < to)) {
         curve_.AddLine(fit.P[0], fit.P[3]);
         return;
     }
@@ -133,7 +153,7 @@ void HvSpanFitter::AddFitted(HvComposedSpan const& span, double from, double to,
     for (int k = 1; k <= parts; ++k) {
         double const end = k < parts ? from + step * k : to;
         if (end > start) {
-            AddFitted(span, start, end, depth + 1);
+            AddFitted(span, start, end);
             start = end;
         }
     }
@@ -209,8 +229,9 @@ void HvSpanFitter::Improve(HvComposedSpan const& span, Fit& best) const
         ue += du * e;
         ve += dv * e;
     }
-    double const determinant = uu * vv - uv * uv;
-    Try(span,
-        {u * (1 - (ue * vv - ve * uv) / determinant), v * (1 - (ve * uu - ue * uv) / determinant)},
-        best);
+    // A handle without length has no part in it.
+    double const determinant = uu == 0 || vv == 0 ? std::max(uu, vv) : uu * vv - uv * uv;
+    double const du = uu == 0 ? 0 : vv == 0 ? ue : ue * vv - ve * uv;
+    double const dv = vv == 0 ? 0 : uu == 0 ? ve : ve * uu - ue * uv;
+    Try(span, {u * (1 - du / determinant), v * (1 - dv / determinant)}, best);
 }

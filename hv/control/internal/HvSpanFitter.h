@@ -33,7 +33,7 @@ private:
         double error;
     };
 
-    void AddFitted(HvComposedSpan const& span, double from, double to, int depth);
+    void AddFitted(HvComposedSpan const& span, double from, double to);
     Fit BestFit(HvComposedSpan const& span, double from, double to) const;
     void Try(HvComposedSpan const& span, HvComposedSpan::Handles const& handles, Fit& best) const;
     void Improve(HvComposedSpan const& span, Fit& best) const;
