@@ -28,7 +28,7 @@ constexpr int kNumFitted = 8;
 constexpr int kMaxRounds = 3;
 
 // A cubic further off than so many tolerances is not improved but cut: no two lengths save it.
-constexpr double kMostToImprove = 200;
+constexpr double kMostToImprove = 2000;
 
 // Parts that a stretch is cut into.
 constexpr int kMaxParts = 8;
