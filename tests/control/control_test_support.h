@@ -132,8 +132,8 @@ public:
         } else {
             return Standard(mostKeys, low, high, lowValue, highValue);
         }
-        curve->SetExtrapolationMethod(static_cast<Curve::ExtrapolationMethod>(
-            kMethods[Pick(kind == 2 ? 4 : 3)]));
+        curve->SetExtrapolationMethod(
+            static_cast<Curve::ExtrapolationMethod>(kMethods[Pick(kind == 2 ? 4 : 3)]));
         return curve;
     }
 
