@@ -48,7 +48,8 @@ public:
     /// give constant segments, lines give lines, a line and a cubic give the cubic itself; two
     /// cubics are fitted, with tangents by the chain rule. Jumps are kept as left and right values.
     /// At single points where d(c(t)) is on neither side what it is at t, r has the right-hand
-    /// limit; parameters within 1e-12 of each other are not told apart.
+    /// limit; parameters within 1e-12 of each other are not told apart, and near a jump of d
+    /// evaluation finds c's value to 1e-9 of its segment only.
     ///
     /// Throws std::bad_alloc, before it walks through them, when cycles have more pieces than an
     /// array holds. Cost: c's keys, and for each stretch between two keys of the result some dozens

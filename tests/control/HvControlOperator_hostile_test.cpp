@@ -6,6 +6,7 @@
 #include "control_test_support.h"
 
 #include "../support/allocation_failure.h"
+#include "../support/lock_probe.h"
 
 #include <gtest/gtest.h>
 
@@ -98,4 +99,46 @@ TEST(HvControlOperator_hostile, ExtremeCurvesEnd)
         }
     }
     EXPECT_GT(refused, 0u);
+}
+
+TEST(HvControlOperator_hostile, CyclesBeyondWhatAnArrayHoldsAreRefused)
+{
+    StdPtr const fast = Line(0, 0, 1e-9, 1, Curve::CycleExtrapolation);
+    StdPtr const slow = Line(0, 0, 1, 1);
+    EXPECT_THROW(Compose(*fast, *slow, 0, 100, 1e-3), std::bad_alloc);
+    EXPECT_THROW(Compose(*Line(0, 0, 1, 1e6), *fast, 0, 1, 1e-3), std::bad_alloc);
+    EXPECT_THROW(Compose(*Line(0, 0, 1, 1e300), *fast, 0, 1, 1e-3), std::bad_alloc);
+    // A controller that jumps over the cycles meets none of them.
+    StdPtr const jump = StdCurve({{0, 0, 1e6, kConstant}, {1, 1e6, 0, kConstant}});
+    EXPECT_NE(Compose(*jump, *fast, 0, 1, 1e-3), nullptr);
+}
+
+TEST(HvControlOperator_memory, EvaluationAllocatesNothing)
+{
+    CurveMaker make(3);
+    CurvePtr const c = make.Standard(6, 0, 5, 0, 5);
+    CurvePtr const d = make.Standard(6, 0, 5, 0, 5);
+    HvControlOperator const op(*c, *d);
+    double values[3] = {0, 1, 7};
+    AllocationCounter const counter;
+    op.Eval(2);
+    op.EvalMany(values, 3, values);
+    EXPECT_EQ(counter.Allocations(), 0);
+}
+
+TEST(HvControlOperator_memory, RefusedAllocationsLeaveNothingAndReleaseTheLocks)
+{
+    StdPtr const c = Cubic({0, 0}, {1, 2}, {1.5, -1}, {3, 3});
+    StdPtr const d = Cubic({0, 0}, {0.5, 5}, {2.5, -4}, {3, 3});
+    long const composing = RefuseEachAllocation([&] { Compose(*c, *d, 0, 3, 1e-3); });
+    EXPECT_GT(composing, 8);
+    StdPtr const curve(static_cast<HvStdFCurve*>(c->Clone()));
+    long const adjusting =
+        RefuseEachAllocation([&] { HvControlOperator(*c, *d).AdjustTangents(*curve, 0, 3); });
+    EXPECT_GT(adjusting, 4);
+    EXPECT_LT(adjusting, composing);
+    long const creating = RefuseEachAllocation([&] { delete new HvControlOperator(*c, *d); });
+    EXPECT_EQ(creating, 1);
+    EXPECT_TRUE(LockProbe_AreBothFree(*c));
+    EXPECT_TRUE(LockProbe_AreBothFree(*d));
 }
