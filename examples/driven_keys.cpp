@@ -77,8 +77,8 @@ int main(int argc, char** argv)
     std::fprintf(file, "<svg xmlns='http://www.w3.org/2000/svg' width='640' height='520' "
                        "font-family='sans-serif' font-size='14'>\n"
                        "<rect width='640' height='520' fill='white'/>\n");
-    Draw(file, car, 40, "position of the car, 0 to 22 m");
-    Draw(file, *angle, 300, "angle of the wheel, 0 to 3600 degrees");
+    Draw(file, car, 40, "position of the car, 0 to 22 m, over 14 seconds");
+    Draw(file, *angle, 300, "angle of the wheel, 0 to 3600 degrees, level on the ice");
     std::fprintf(file, "</svg>\n");
     return std::fclose(file) == 0 ? 0 : 1;
 }

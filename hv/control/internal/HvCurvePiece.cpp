@@ -21,6 +21,9 @@ using Point = HvPoint2<double>;
 // of a jump: inside a piece they are not asked there.
 constexpr double kKeySnap = 1e-12;
 
+// Handles at the thirds of their span make x(s) a line, but for a few roundings of the coordinates.
+constexpr double kEvenNoise = 1e-15;
+
 // The step of a difference quotient, as a part of the piece: the cube root of the precision of a
 // value, at which truncation and rounding are about equal.
 constexpr double kDifferenceStep = 1e-5;
@@ -60,6 +63,8 @@ HvCurvePiece HvCurvePiece::OfCubic(Point const* P)
     std::copy(P, P + 4, piece.P_);
     piece.x_ = HvCubicTerms::Of(P[0].x, P[1].x, P[2].x, P[3].x);
     piece.y_ = HvCubicTerms::Of(P[0].y, P[1].y, P[2].y, P[3].y);
+    piece.isEven_ = std::fabs(piece.x_.a2) + std::fabs(piece.x_.a3) <=
+                    kEvenNoise * (std::fabs(P[0].x) + std::fabs(P[3].x));
     return piece;
 }
 
@@ -75,8 +80,11 @@ HvCurvePiece HvCurvePiece::OfCurve(HvBaseFCurve const& curve, Point const& P0, P
 
 double HvCurvePiece::FindParameter(double x) const
 {
-    double const width = P_[3].x - P_[0].x;
-    return HvMonotoneCubic_Solve(x_, x - P_[0].x, 0, 1, (x - P_[0].x) / width);
+    double const part = (x - P_[0].x) / (P_[3].x - P_[0].x);
+    if (isEven_) {
+        return std::min(std::max(part, 0.0), 1.0);
+    }
+    return HvMonotoneCubic_Solve(x_, x - P_[0].x, 0, 1, part);
 }
 
 double HvCurvePiece::Value(double x) const

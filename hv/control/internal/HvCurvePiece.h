@@ -60,6 +60,7 @@ private:
     Point P_[4];
     HvCubicTerms x_{0, 0, 0};  // of a cubic
     HvCubicTerms y_{0, 0, 0};
+    bool isEven_ = false;  // whether x_ is a line
     HvBaseFCurve const* curve_ = nullptr;
 };
 
