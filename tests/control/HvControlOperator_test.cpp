@@ -388,6 +388,31 @@ TEST(HvControlOperator_compose, UprightTangentsAreFollowed)
     EXPECT_TRUE(IsValid(*r));
 }
 
+// x(s) all but stands still in the middle, where y runs on: a step a ten-thousandth wide between
+// samples that are far apart. Found by a random pair, November 2026.
+TEST(HvControlOperator_compose, SteepPlaceInsideASegmentIsFollowed)
+{
+    StdPtr const steep = Cubic({0, 0}, {0.9999, 0.2}, {0.0001, 0.8}, {1, 1});
+    StdPtr const d = Cubic({0, 0}, {0.2, 2}, {0.8, -1}, {1, 1});
+    HvControlOperator const op(*steep, *d);
+    StdPtr const r = Compose(*steep, *d, 0, 1, 0.01);
+    EXPECT_LE(WorstDifference(*r, op, 0, 1, 5000), 0.01);
+    EXPECT_LE(WorstDifference(*r, op, 0.499, 0.501, 5000), 0.01);
+    StdPtr const reversed = Compose(*d, *steep, 0, 1, 0.01);
+    EXPECT_LE(WorstDifference(*reversed, HvControlOperator(*d, *steep), 0, 1, 5000), 0.01);
+}
+
+// The tangent of d that the controller's level start would stretch without end. Found by a random
+// pair, November 2026.
+TEST(HvControlOperator_compose, LevelControllerOverAnUprightDrivenIsNotRefused)
+{
+    StdPtr const level = Cubic({0, 0}, {1, 0}, {2, 3}, {3, 3});
+    StdPtr const upright = Cubic({0, 0}, {0, 2}, {1, 3}, {3, 3});
+    StdPtr const r = Compose(*level, *upright, 0, 3, 1e-3);
+    ASSERT_NE(r, nullptr);
+    EXPECT_LE(WorstDifference(*r, HvControlOperator(*level, *upright), 0, 3, 5000), 1e-3);
+}
+
 TEST(HvControlOperator_compose, CurveThatIsOnlyKnownFromEvaluationIsFitted)
 {
     WavyCurve const wavy(4);

@@ -30,12 +30,26 @@ constexpr int kMaxPassedOver = 4;
 // Beyond this, neighbouring whole numbers are no longer neighbouring doubles: 2^53.
 constexpr double kLargestCycle = 9007199254740992.0;
 
+// A cubic is cut where its x advances at less than this part of its mean speed: next to such a
+// place values change all at once, which samples that are spread over the whole may not see.
+constexpr double kSteepSpeed = 0.05;
+
 constexpr double kThirdOfSpan = 0.3333333333333333;
 
 bool HasConstraint(HvStdFCurve const& curve, unsigned int i, Curve::KeyConstraint constraint)
 {
     int on = 0;
     return curve.GetConstraintByIndex(i, constraint, on) && on;
+}
+
+/// The s between 0 and 1 where a cubic is all but upright, 0 when there is none.
+double SteepParameter(Point const* P)
+{
+    HvCubicTerms const x = HvCubicTerms::Of(P[0].x, P[1].x, P[2].x, P[3].x);
+    double const slowest = -x.a2 / (3 * x.a3);
+    bool const isSteep =
+        slowest > 0 && slowest < 1 && x.SlopeAt(slowest) < kSteepSpeed * (P[3].x - P[0].x);
+    return isSteep ? slowest : 0;
 }
 
 /// Whether x rises along the cubic, which makes y a function of x.
@@ -168,6 +182,32 @@ void HvCurvePieces::ReadHandles(HvStdFCurve& curve)
             piece.shape = HvCurvePiece::Sampled;
         }
     }
+    CutSteepPieces();
+}
+
+void HvCurvePieces::CutSteepPieces()
+{
+    auto const steepOf = [](KeyPiece const& piece) {
+        return piece.shape == HvCurvePiece::Cubic ? SteepParameter(piece.P) : 0;
+    };
+    auto const isSteep = [&](KeyPiece const& piece) { return steepOf(piece) > 0; };
+    if (std::none_of(pieces_.begin(), pieces_.end(), isSteep)) {
+        return;
+    }
+    HvAltDynArray<KeyPiece> cut(pieces_.Count() + 1);
+    for (KeyPiece const& piece : pieces_) {
+        double const s = steepOf(piece);
+        KeyPiece left = piece;
+        KeyPiece right = piece;
+        HvCubic_Split(piece.P, s, left.P, right.P);
+        if (left.P[0].x < left.P[3].x && right.P[0].x < right.P[3].x) {
+            cut.Add(left);
+            cut.Add(right);
+        } else {
+            cut.Add(piece);
+        }
+    }
+    pieces_ = cut;
 }
 
 // Evaluation takes the third of the span as x of every handle of an automatic key, a flat one too,

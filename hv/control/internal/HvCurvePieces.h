@@ -69,6 +69,8 @@ private:
     /// Sets the handles beside key i, given as vectors from it, and the shape of its right piece.
     void SetHandles(unsigned int i, HvPoint2<double> const& left, HvPoint2<double> const& right,
                     HvBaseFCurve::FSKind kind, bool isAtThird);
+    /// Cuts cubics in two where they are all but upright.
+    void CutSteepPieces();
     HvCurvePiece OuterPiece(Place const& place, double low, double high) const;
 
     std::unique_ptr<HvBaseFCurve> curve_;

@@ -54,11 +54,15 @@ Point PointAt(Point const* P, double s)
                  b0 * P[0].y + b1 * P[1].y + b2 * P[2].y + b3 * P[3].y);
 }
 
+bool IsFinite(Point const& P)
+{
+    return std::isfinite(P.x) && std::isfinite(P.y);
+}
+
 bool IsValid(Point const* P)
 {
-    bool const isFinite = std::isfinite(P[1].y) && std::isfinite(P[2].y) && std::isfinite(P[0].y) &&
-                          std::isfinite(P[3].y);
-    return isFinite && HvStdFCurve_IsCubicSegmentValid(P[0], P[1], P[2], P[3]);
+    return std::all_of(P, P + 4, IsFinite) &&
+           HvStdFCurve_IsCubicSegmentValid(P[0], P[1], P[2], P[3]);
 }
 
 /// The height of the parabola through three values of equal distance, above its middle one where
