@@ -69,6 +69,65 @@ inline StdPtr Cubic(Point const& P0, Point const& P1, Point const& P2, Point con
     return StdPtr(new HvStdFCurve(P0, P1, P2, P3, kCubic, kCubic));
 }
 
+/// A key of a composition.
+struct KeyRow {
+    double x;
+    double left;
+    double right;
+};
+
+inline std::vector<KeyRow> Keys(HvStdFCurve const& curve)
+{
+    std::vector<KeyRow> rows;
+    for (unsigned int i = 0; i < curve.GetNumKeys(); ++i) {
+        KeyRow row{};
+        curve.GetKeyParameter(i, row.x);
+        curve.GetKeyValuesByIndex(i, row.left, row.right);
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+inline Curve::FSKind KindAfter(HvStdFCurve const& curve, unsigned int i)
+{
+    Curve::FSKind kind = kConstant;
+    curve.GetSegmentKindByIndex(i, Curve::Right, kind);
+    return kind;
+}
+
+/// Whether every cubic segment is a function of the parameter, and the keys rise.
+inline bool IsValid(HvStdFCurve const& curve)
+{
+    std::vector<KeyRow> const rows = Keys(curve);
+    for (unsigned int i = 0; i + 1 < rows.size(); ++i) {
+        Point left;
+        Point right;
+        Point unused;
+        curve.GetEvaluatedKeyTgtHandlesByIndex(i, unused, right);
+        curve.GetEvaluatedKeyTgtHandlesByIndex(i + 1, left, unused);
+        Point const P0(rows[i].x, rows[i].right);
+        Point const P3(rows[i + 1].x, rows[i + 1].left);
+        if (!(P0.x < P3.x) || (KindAfter(curve, i) == kCubic &&
+                               !HvStdFCurve_IsCubicSegmentValid(P0, P0 + right, P3 + left, P3))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// The greatest difference at even samples of [from, to].
+inline double WorstDifference(HvStdFCurve const& r, HvControlOperator const& op, double from,
+                              double to, int n)
+{
+    double worst = 0;
+    for (int k = 0; k <= n; ++k) {
+        double const t = from + (to - from) * k / n;
+        double const e = std::fabs(r.Eval(t, 0) - op.Eval(t));
+        worst = e <= worst ? worst : e;
+    }
+    return worst;
+}
+
 /// Random curves, the same on every machine for one seed.
 class CurveMaker {
 public:
