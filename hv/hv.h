@@ -22,7 +22,9 @@
 #include <hv/foundation/HvExtent2.h>
 #include <hv/foundation/HvFloatArray.h>
 #include <hv/foundation/HvLPVoidArray.h>
+#include <hv/foundation/HvMatrix.h>
 #include <hv/foundation/HvMemory.h>
+#include <hv/foundation/HvNumericVector.h>
 #include <hv/foundation/HvPoint2.h>
 #include <hv/foundation/HvPoint2dArray.h>
 #include <hv/foundation/HvPoint2fArray.h>
@@ -39,6 +41,8 @@
 #include <hv/foundation/HvUByteArray.h>
 #include <hv/foundation/HvULongArray.h>
 #include <hv/foundation/HvUShortArray.h>
+#include <hv/foundation/HvVectorDouble.h>
+#include <hv/foundation/HvVectorLong.h>
 #include <hv/foundation/angle.h>
 #include <hv/foundation/array_capacity.h>
 #include <hv/foundation/byte_codec.h>
