@@ -121,6 +121,7 @@ private:
     void Lift(unsigned int key);
     void PutDown(unsigned int key);
     void CreateOnBench(CFCDraggedKey const& key, CFCDraggedTangents& tangents);
+    bool IsLifted(double parameter) const;
     void RememberGuards(unsigned int i);
     void RestoreGuards(unsigned int i);
     void AugmentAround(double parameter, unsigned int& done, HvExtent2<double>& extent) const;

@@ -9,6 +9,7 @@
 #include <hv/fcurve/internal/CFCKeyLift.h>
 #include <hv/fcurve/internal/std_edit_checks.h>
 
+#include <algorithm>
 #include <cmath>
 
 // What a curve tells of the time before its first key.
@@ -171,14 +172,25 @@ void CFCKeyLift<Curve>::CreateOnBench(CFCDraggedKey const& key, CFCDraggedTangen
 
 // Guards.
 
+/// Whether the key at `parameter` is one that the step lifts.
+template <class Curve>
+bool CFCKeyLift<Curve>::IsLifted(double parameter) const
+{
+    unsigned int i = 0;
+    return impl_.FindKey(parameter, 0, i) != 0 &&
+           std::binary_search(lifted_.begin(), lifted_.end(), i);
+}
+
 template <class Curve>
 void CFCKeyLift<Curve>::RememberGuards(unsigned int i)
 {
     if constexpr (Traits::kHasTangents) {
         unsigned int const numKeys = bench_.NumKeys();
         auto const remember = [this](Guard& guard, unsigned int g, HvPoint2<double> const& vector) {
-            // What is remembered of a key stays, so that a handle shortened by one step grows back.
-            if (guard.isSet && guard.parameter == bench_.Parameter(g)) {
+            // What is remembered of a key stays, so that a handle shortened by one step grows back;
+            // a key whose own turn comes next does not take its place.
+            if ((guard.isSet && guard.parameter == bench_.Parameter(g)) ||
+                IsLifted(bench_.Parameter(g))) {
                 return;
             }
             double const length = std::hypot(vector.x, vector.y);
