@@ -29,6 +29,15 @@ struct CFCDraggedKey {
     unsigned char region;  ///< the tool's own
 };
 
+/// The two handles that face each other across a segment which a key divides, or divided.
+struct CFCFacingHandles {
+    double leftParameter;  ///< of the two keys, which must be the same for the memory to be good
+    double rightParameter;
+    HvPoint2<double> left;  ///< right handle of the left key
+    HvPoint2<double> right;
+    bool isSet;
+};
+
 /// What a key of a standard curve has besides.
 struct CFCDraggedTangents {
     HvPoint2<double> leftUnit;  ///< stored left handle at the start: direction, zero for none
@@ -43,6 +52,9 @@ struct CFCDraggedTangents {
     unsigned char temporaryKind;  ///< of the span that it divides where it stands
     unsigned char privateByte1;
     unsigned char privateByte2;
+    CFCFacingHandles atStart;    ///< beside the key when it was lifted first
+    CFCFacingHandles undivided;  ///< before it was put down where it stands
+    CFCFacingHandles divided;    ///< after that
 };
 
 /// The keys of a drag in the order in which they were added, which must ascend. Only kinds with

@@ -255,10 +255,14 @@ void CFCKeyLift<Curve>::RestoreEnds()
         if (lastKey_ == kNone && lastKey.parameter == lastAtStart_.parameter) {
             lastKey.rightHandle = lastAtStart_.rightHandle;
         }
-    } else if (Traits::kIsStepped && isFirstAgain) {
+    } else if constexpr (Traits::kIsStepped) {
+        if (!isFirstAgain) {
+            return;
+        }
         double const value =
             firstIsDragged ? dragged_.keys[firstKey_].leftValue : leftValueAtStart_;
-        impl_.ApplyLeftValue(static_cast<typename Traits::Value>(value));
+        // Not through the rule of the left value: a lock on the first key is there to keep it.
+        impl_.leftValue = static_cast<typename Traits::Value>(value);
     }
 }
 

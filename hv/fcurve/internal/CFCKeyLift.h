@@ -17,6 +17,11 @@ struct HvExtent2;
 /// that comes, handles beside them grow and shrink along, and the kind of a segment that a key
 /// divides comes back when it is lifted again.
 ///
+/// Handles beside a key are scaled when it goes and again when it comes; so that neither rounding
+/// nor a handle that is too short or too long to be scaled leaves a trace, the segment that a key
+/// has divided gets back the very handles it had, and a key that comes back to where the drag
+/// began, between the same neighbours, finds those it left there.
+///
 /// Two things are kept from being lost with a key at the end of the curve. The key behind it, which
 /// becomes the end for a while, is the *guard*: its outer handle, and its jump, are put back when
 /// the end key returns in front of it. The *ends* are the outermost keys at the start of the drag:
@@ -121,6 +126,10 @@ private:
     void Lift(unsigned int key);
     void PutDown(unsigned int key);
     void CreateOnBench(CFCDraggedKey const& key, CFCDraggedTangents& tangents);
+    CFCFacingHandles HandlesBeside(unsigned int left, unsigned int right) const;
+    void GiveHandlesBack(CFCDraggedTangents const& tangents, CFCFacingHandles const& beside,
+                         unsigned int i);
+    void GiveHandlesOfStart(CFCFacingHandles const& start, unsigned int k);
     bool IsLifted(double parameter) const;
     void RememberGuards(unsigned int i);
     void RestoreGuards(unsigned int i);

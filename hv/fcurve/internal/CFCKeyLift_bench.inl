@@ -95,9 +95,16 @@ void CFCKeyLift<Curve>::Lift(unsigned int key)
     double const parameter = dragged_.keys[key].parameter;
     SeekOnBench(parameter);
     if constexpr (Traits::kHasTangents) {
+        CFCDraggedTangents& tangents = dragged_.tangents[key];
         unsigned int i = 0;
         bench_.FindKey(parameter, 0, i);
         RememberGuards(i);
+        bool const isInside = i != 0 && i + 1 != bench_.NumKeys();
+        CFCFacingHandles beside{};
+        if (isInside) {
+            beside = HandlesBeside(i - 1, i + 1);
+            tangents.atStart = tangents.atStart.isSet ? tangents.atStart : beside;
+        }
         // The segment that closes takes its left part's kind; one that the key had divided gets
         // back the kind it had.
         bool const keepsKind = dragged_.isUniform || isFirstStep_;
@@ -117,8 +124,14 @@ void CFCKeyLift<Curve>::PutDown(unsigned int index)
     unsigned int k = 0;
     if constexpr (Traits::kHasTangents) {
         CFCDraggedTangents& tangents = dragged_.tangents[index];
+        unsigned int const r = bench_.NumKeysNotAbove(key.targetParameter);
+        bool const isInside = r != 0 && r != bench_.NumKeys();
+        tangents.undivided = isInside ? HandlesBeside(r - 1, r) : CFCFacingHandles();
         CreateOnBench(key, tangents);
         bench_.FindKey(key.targetParameter, 0, k);
+        if (isInside && key.targetParameter == key.startParameter) {
+            GiveHandlesOfStart(tangents.atStart, k);
+        }
         CFCStdKey& made = bench_.keys[k];
         if (key.startLeftValue != key.startRightValue) {
             made.leftHandle = HvStdEdit_FiniteOr(
@@ -137,6 +150,9 @@ void CFCKeyLift<Curve>::PutDown(unsigned int index)
     bench_.SetSelected(k, key.isSelected);
     if constexpr (Traits::kHasTangents) {
         RestoreGuards(k);
+        CFCDraggedTangents& tangents = dragged_.tangents[index];
+        tangents.divided =
+            tangents.undivided.isSet ? HandlesBeside(k - 1, k + 1) : CFCFacingHandles();
     }
 }
 
@@ -166,6 +182,62 @@ void CFCKeyLift<Curve>::CreateOnBench(CFCDraggedKey const& key, CFCDraggedTangen
                              CFCKeyConstraint::kTangentContinuityLocked);
             bench_.RegularizeRightTgt(r - 1, {x, y});
             bench_.RegularizeLeftTgt(r + 1, {x, y});
+        }
+    }
+}
+
+// Handles of the keys beside.
+
+template <class Curve>
+CFCFacingHandles CFCKeyLift<Curve>::HandlesBeside(unsigned int left, unsigned int right) const
+{
+    if constexpr (Traits::kHasTangents) {
+        return {bench_.Parameter(left), bench_.Parameter(right), bench_.keys[left].rightHandle,
+                bench_.keys[right].leftHandle, true};
+    } else {
+        return {};
+    }
+}
+
+/// Gives the segment after key i, which a lifted key had divided, the handles that it had before;
+/// each only where the key is the same and nobody has changed the handle since, which `beside`
+/// tells, and both only where they make a segment.
+template <class Curve>
+void CFCKeyLift<Curve>::GiveHandlesBack(CFCDraggedTangents const& tangents,
+                                        CFCFacingHandles const& beside, unsigned int i)
+{
+    if constexpr (Traits::kHasTangents) {
+        CFCFacingHandles const& now = beside;
+        CFCFacingHandles const& then = tangents.divided;
+        if (!then.isSet) {
+            return;
+        }
+        bool const isLeftSame = now.leftParameter == then.leftParameter &&
+                                tangents.undivided.leftParameter == then.leftParameter &&
+                                now.left == then.left;
+        bool const isRightSame = now.rightParameter == then.rightParameter &&
+                                 tangents.undivided.rightParameter == then.rightParameter &&
+                                 now.right == then.right;
+        CFCStdKey& leftKey = bench_.keys[i];
+        CFCStdKey& rightKey = bench_.keys[i + 1];
+        HvPoint2<double> const left = isLeftSame ? tangents.undivided.left : leftKey.rightHandle;
+        HvPoint2<double> const right = isRightSame ? tangents.undivided.right : rightKey.leftHandle;
+        if (bench_.IsSegmentValidWith(i, left, right)) {
+            leftKey.rightHandle = left;
+            rightKey.leftHandle = right;
+        }
+    }
+}
+
+/// Gives the keys beside key k, which is back where it started, the handles that they had then.
+template <class Curve>
+void CFCKeyLift<Curve>::GiveHandlesOfStart(CFCFacingHandles const& start, unsigned int k)
+{
+    if constexpr (Traits::kHasTangents) {
+        if (start.isSet && start.leftParameter == bench_.Parameter(k - 1) &&
+            start.rightParameter == bench_.Parameter(k + 1)) {
+            bench_.keys[k - 1].rightHandle = start.left;
+            bench_.keys[k + 1].leftHandle = start.right;
         }
     }
 }

@@ -42,11 +42,18 @@ void HvDragEdges_Augment(Impl const& impl, double viewLeft, double viewRight, bo
         HvExtent2<double> keys;
         impl.ComputeAllKeysExtent(keys);
         bool const rises = impl.extrapolation == HvBaseFCurve::RelativeCycleExtrapolation;
-        double const offset = rises ? impl.CycleOffset() : 0;
+        // A jump at the first key makes what is drawn rise otherwise than what is evaluated.
+        double const drawn = rises ? impl.CycleOffset() : 0;
+        double const evaluated = rises
+                                     ? static_cast<double>(impl.RightValueOf(impl.NumKeys() - 1)) -
+                                           static_cast<double>(impl.RightValueOf(0))
+                                     : 0;
         for (double const edge : {viewLeft, viewRight}) {
-            double const rise = rises ? HvDragEdges_CycleOf(edge, first, last) * offset : 0;
-            HvDragEdges_Add(edge, keys.min.y + rise, extent);
-            HvDragEdges_Add(edge, keys.max.y + rise, extent);
+            double const cycle = rises ? HvDragEdges_CycleOf(edge, first, last) : 0;
+            for (double const offset : {drawn, evaluated}) {
+                HvDragEdges_Add(edge, keys.min.y + cycle * offset, extent);
+                HvDragEdges_Add(edge, keys.max.y + cycle * offset, extent);
+            }
         }
         return;
     }
