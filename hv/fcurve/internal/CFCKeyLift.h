@@ -127,7 +127,7 @@ private:
     void PutDown(unsigned int key);
     void CreateOnBench(CFCDraggedKey const& key, CFCDraggedTangents& tangents);
     CFCFacingHandles HandlesBeside(unsigned int left, unsigned int right) const;
-    void GiveHandlesBack(CFCDraggedTangents const& tangents, CFCFacingHandles const& beside,
+    void GiveHandlesBack(CFCDraggedTangents const& tangents, CFCFacingHandles const& now,
                          unsigned int i);
     void GiveHandlesOfStart(CFCFacingHandles const& start, unsigned int k);
     bool IsLifted(double parameter) const;

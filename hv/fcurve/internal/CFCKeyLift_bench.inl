@@ -108,9 +108,11 @@ void CFCKeyLift<Curve>::Lift(unsigned int key)
         // The segment that closes takes its left part's kind; one that the key had divided gets
         // back the kind it had.
         bool const keepsKind = dragged_.isUniform || isFirstStep_;
-        auto const kind =
-            static_cast<HvBaseFCurve::FSKind>(keepsKind ? 0 : dragged_.tangents[key].temporaryKind);
+        auto const kind = static_cast<HvBaseFCurve::FSKind>(keepsKind ? 0 : tangents.temporaryKind);
         bench_.RemoveKey(parameter, kind, 0, benchCurve_);
+        if (isInside) {
+            GiveHandlesBack(tangents, beside, i - 1);
+        }
     } else {
         bench_.RemoveKey(parameter, 0, benchCurve_);
     }
@@ -199,29 +201,24 @@ CFCFacingHandles CFCKeyLift<Curve>::HandlesBeside(unsigned int left, unsigned in
     }
 }
 
-/// Gives the segment after key i, which a lifted key had divided, the handles that it had before;
-/// each only where the key is the same and nobody has changed the handle since, which `beside`
-/// tells, and both only where they make a segment.
+/// Gives the segment after key i, which a lifted key had divided, the handles that it had before:
+/// each where the key is the same, and where nobody has changed the handle since, which `now`
+/// tells; or where that key is lifted too, and its tangents go with it.
 template <class Curve>
 void CFCKeyLift<Curve>::GiveHandlesBack(CFCDraggedTangents const& tangents,
-                                        CFCFacingHandles const& beside, unsigned int i)
+                                        CFCFacingHandles const& now, unsigned int i)
 {
     if constexpr (Traits::kHasTangents) {
-        CFCFacingHandles const& now = beside;
-        CFCFacingHandles const& then = tangents.divided;
-        if (!then.isSet) {
-            return;
-        }
-        bool const isLeftSame = now.leftParameter == then.leftParameter &&
-                                tangents.undivided.leftParameter == then.leftParameter &&
-                                now.left == then.left;
-        bool const isRightSame = now.rightParameter == then.rightParameter &&
-                                 tangents.undivided.rightParameter == then.rightParameter &&
-                                 now.right == then.right;
+        CFCFacingHandles const& before = tangents.undivided;
+        CFCFacingHandles const& after = tangents.divided;
+        bool const givesLeft = after.isSet && now.leftParameter == after.leftParameter &&
+                               (now.left == after.left || IsLifted(now.leftParameter));
+        bool const givesRight = after.isSet && now.rightParameter == after.rightParameter &&
+                                (now.right == after.right || IsLifted(now.rightParameter));
         CFCStdKey& leftKey = bench_.keys[i];
         CFCStdKey& rightKey = bench_.keys[i + 1];
-        HvPoint2<double> const left = isLeftSame ? tangents.undivided.left : leftKey.rightHandle;
-        HvPoint2<double> const right = isRightSame ? tangents.undivided.right : rightKey.leftHandle;
+        HvPoint2<double> const left = givesLeft ? before.left : leftKey.rightHandle;
+        HvPoint2<double> const right = givesRight ? before.right : rightKey.leftHandle;
         if (bench_.IsSegmentValidWith(i, left, right)) {
             leftKey.rightHandle = left;
             rightKey.leftHandle = right;
