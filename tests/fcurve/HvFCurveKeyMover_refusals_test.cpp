@@ -75,6 +75,59 @@ TEST(HvFCurveKeyMover_refusals, RefusesKeysThatWouldMeetOrLeaveTheNumbers)
     ExpectRefused(high, [&] { return up.To(0, 1.7e308); });
 }
 
+/// Drags two keys of a fresh curve to every pair of hostile numbers, with hostile edges and limits,
+/// and expects the same number of keys, in order and finite, and the curve valid.
+template <class Make>
+void ExpectHostileNumbersLeaveAValidCurve(Make make, Parameters const& keys)
+{
+    double const numbers[] = {0.0,    -0.0,           5e-324,         -5e-324,
+                              1e-300, 2147483648.0,   9.1e15,         1.7e308,
+                              -1e308, NonFinite()[0], NonFinite()[1], NonFinite()[2]};
+    for (double const x : numbers) {
+        for (double const y : numbers) {
+            auto curve = make();
+            unsigned int const numKeys = curve.GetNumKeys();
+            HvFCurveKeyMover mover(curve, Drag::Array(keys), Extent(y, x, x, y),
+                                   Extent(x, y, y, x));
+            HvFCurveKeyMover free(curve, Drag::Array(keys), Extent(), Extent(x, y, y, x));
+            for (HvFCurveKeyMover* tool : {&mover, &free, &free}) {
+                Point translation(x, y);
+                HvDoubleArray parameters;
+                Extent invalid;
+                Extent moved;
+                tool->Update(translation, parameters, invalid, moved, y, x);
+                translation = Point(y, x);
+                tool->Update(translation, parameters, invalid, moved, x, y);
+            }
+            free.Finalize();
+            ASSERT_EQ(curve.GetNumKeys(), numKeys) << x << " " << y;
+            ASSERT_EQ(curve.Impl().IsValid(), 1) << x << " " << y;
+            for (double const p : ParametersOf(curve)) {
+                ASSERT_TRUE(std::isfinite(p)) << x << " " << y;
+            }
+        }
+    }
+}
+
+TEST(HvFCurveKeyMover_refusals, HostileNumbersLeaveAValidCurve)
+{
+    ExpectHostileNumbersLeaveAValidCurve(Steps, {0, 4});
+    ExpectHostileNumbersLeaveAValidCurve(Steps, {0, 2, 4, 6, 8});
+    ExpectHostileNumbersLeaveAValidCurve(
+        [] {
+            StdCurve curve = MixedCurve();
+            curve.SetExtrapolationMethod(HvBaseFCurve::RelativeCycleExtrapolation);
+            return curve;
+        },
+        {2, 5, 8});
+    ExpectHostileNumbersLeaveAValidCurve(
+        [] {
+            return OpenInteger(0, {{1, 10}, {2, 20}, {3, 30}});
+        },
+        {1, 3});
+    ExpectHostileNumbersLeaveAValidCurve([] { return Zigzag(); }, {1, 3});
+}
+
 TEST(HvFCurveKeyMover_refusals, TinySpansTakeNoKeyFromTheCurve)
 {
     StdCurve curve({KeyAt(0, 1, 2, kCubic), KeyAt(1e12, 3, 4, kCubic), KeyAt(2e12, 5, 6, kCubic)});
