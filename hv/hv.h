@@ -22,7 +22,9 @@
 #include <hv/foundation/HvExtent2.h>
 #include <hv/foundation/HvFloatArray.h>
 #include <hv/foundation/HvLPVoidArray.h>
+#include <hv/foundation/HvMatrix.h>
 #include <hv/foundation/HvMemory.h>
+#include <hv/foundation/HvNumericVector.h>
 #include <hv/foundation/HvPoint2.h>
 #include <hv/foundation/HvPoint2dArray.h>
 #include <hv/foundation/HvPoint2fArray.h>
@@ -31,11 +33,16 @@
 #include <hv/foundation/HvPoint3fArray.h>
 #include <hv/foundation/HvPointTag.h>
 #include <hv/foundation/HvPointTagArray.h>
+#include <hv/foundation/HvPrecisionTimer.h>
 #include <hv/foundation/HvStlAllocator.h>
+#include <hv/foundation/HvTimer.h>
+#include <hv/foundation/HvTimerText.h>
 #include <hv/foundation/HvTypedArray.h>
 #include <hv/foundation/HvUByteArray.h>
 #include <hv/foundation/HvULongArray.h>
 #include <hv/foundation/HvUShortArray.h>
+#include <hv/foundation/HvVectorDouble.h>
+#include <hv/foundation/HvVectorLong.h>
 #include <hv/foundation/angle.h>
 #include <hv/foundation/array_capacity.h>
 #include <hv/foundation/byte_codec.h>
@@ -48,6 +55,7 @@
 #include <hv/foundation/raw_elements.h>
 #include <hv/foundation/saturate.h>
 
+#include <hv/bezier/HvBezierSink.h>
 #include <hv/bezier/HvBezierTool.h>
 #include <hv/bezier/HvBezierTool_clip.h>
 #include <hv/bezier/HvBezierTool_extent.h>
@@ -60,6 +68,11 @@
 #include <hv/bezier/line_clip.h>
 #include <hv/bezier/quadratic.h>
 
+#include <hv/rotation/HvQuat.h>
+#include <hv/rotation/HvQuatCurve.h>
+#include <hv/rotation/HvQuatCurveLock.h>
+#include <hv/rotation/HvQuatKey.h>
+#include <hv/rotation/HvQuatSpline.h>
 #include <hv/rotation/HvTransfo4.h>
 
 #include <hv/fcurve/CFCKeyConstraint.h>
@@ -79,5 +92,25 @@
 #include <hv/fcurve/HvStdTgtMover.h>
 #include <hv/fcurve/HvSteppedFCurve.h>
 #include <hv/fcurve/flatten_edges.h>
+
+#include <hv/raster/HvBlurKernel.h>
+#include <hv/raster/HvDoubleRaster.h>
+#include <hv/raster/HvFillBox.h>
+#include <hv/raster/HvFloatRaster.h>
+#include <hv/raster/HvRasterGrid.h>
+#include <hv/raster/HvUByteRaster.h>
+#include <hv/raster/polygon_fill.h>
+
+#include <hv/shape/HvGC.h>
+#include <hv/shape/HvIsoView.h>
+#include <hv/shape/HvParallelogram2f.h>
+#include <hv/shape/HvPath2f.h>
+#include <hv/shape/HvPath2fIter.h>
+#include <hv/shape/HvPath2fSink.h>
+#include <hv/shape/HvShape2f.h>
+#include <hv/shape/HvShapeArchive.h>
+#include <hv/shape/shape_boolean.h>
+
+#include <hv/control/HvControlOperator.h>
 
 #endif

@@ -52,6 +52,21 @@ Crossing MakeCrossing(double from, double to, double limit, Side side)
 /// The part of a segment that is left while the sides cut it.
 class Remainder {
 public:
+    /// Cuts the segment a to b by all sides of `clip`; false when nothing is left.
+    bool Cut(HvPoint2<double> const& a, HvPoint2<double> const& b, HvExtent2<double> const& clip)
+    {
+        if (clip.Contains(a) != 0 && clip.Contains(b) != 0) {
+            return true;
+        }
+        return clip.state == HvExtent2<double>::Ordinary && CutBelow(a.x, b.x, clip.min.x, MinX) &&
+               CutAbove(a.x, b.x, clip.max.x, MaxX) && CutBelow(a.y, b.y, clip.min.y, MinY) &&
+               CutAbove(a.y, b.y, clip.max.y, MaxY);
+    }
+
+    Crossing const& Entering() const { return entering_; }
+    Crossing const& Leaving() const { return leaving_; }
+
+private:
     /// Cuts by the half line of the numbers that are not below `limit`; false when nothing is left.
     /// Infinite sides never cut: all finite numbers lie on one side of them.
     bool CutBelow(double from, double to, double limit, Side side)
@@ -79,10 +94,6 @@ public:
         return CutBelow(-from, -to, -limit, side);
     }
 
-    Crossing const& Entering() const { return entering_; }
-    Crossing const& Leaving() const { return leaving_; }
-
-private:
     Crossing entering_{0.0, 1.0, NoSide};
     Crossing leaving_{1.0, 1.0, NoSide};
 };
@@ -116,20 +127,20 @@ bool IsFinite(HvPoint2<double> const& p)
 
 }  // namespace
 
+int HvLineClip_Meets(HvPoint2<double> const& a, HvPoint2<double> const& b,
+                     HvExtent2<double> const& clip)
+{
+    Remainder remainder;
+    return IsFinite(a) && IsFinite(b) && remainder.Cut(a, b, clip) ? 1 : 0;
+}
+
 int HvLineClip_Clip(HvPoint2<double>& a, HvPoint2<double>& b, HvExtent2<double> const& clip)
 {
     if (!IsFinite(a) || !IsFinite(b)) {
         return 0;
     }
-    if (clip.Contains(a) != 0 && clip.Contains(b) != 0) {
-        return 1;
-    }
     Remainder remainder;
-    if (clip.state != HvExtent2<double>::Ordinary ||
-        !remainder.CutBelow(a.x, b.x, clip.min.x, MinX) ||
-        !remainder.CutAbove(a.x, b.x, clip.max.x, MaxX) ||
-        !remainder.CutBelow(a.y, b.y, clip.min.y, MinY) ||
-        !remainder.CutAbove(a.y, b.y, clip.max.y, MaxY)) {
+    if (!remainder.Cut(a, b, clip)) {
         return 0;
     }
     HvPoint2<double> const from = a;

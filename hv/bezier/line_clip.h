@@ -25,4 +25,11 @@
 /// clipping", 1984, with the parameters kept as fractions.
 HV_API int HvLineClip_Clip(HvPoint2<double>& a, HvPoint2<double>& b, HvExtent2<double> const& clip);
 
+/// Whether some of the segment a to b lies in a closed rectangle: the result of HvLineClip_Clip,
+/// without moving the ends.
+///
+/// Cost: no division.
+HV_API int HvLineClip_Meets(HvPoint2<double> const& a, HvPoint2<double> const& b,
+                            HvExtent2<double> const& clip);
+
 #endif

@@ -110,6 +110,22 @@ double HvPoint2_SquaredLengthAB(HvPoint2<T> const& A, HvPoint2<T> const& B)
     return dx * dx + dy * dy;
 }
 
+/// How much the shorter of the two differences counts in a cheap distance: about a third, which
+/// keeps the estimate within 6 percent of the distance. Picking and thresholds of shapes and
+/// builders depend on its exact value.
+constexpr double kHvCheapLengthWeight = 0.3334;
+
+/// Estimates the distance of A and B without a root: the longer difference of their coordinates and
+/// kHvCheapLengthWeight of the shorter. The differences are taken in T, so that a host's float
+/// arithmetic agrees.
+template <class T>
+double HvPoint2_CheapLengthAB(HvPoint2<T> const& A, HvPoint2<T> const& B)
+{
+    double const dx = std::fabs(A.x - B.x);
+    double const dy = std::fabs(A.y - B.y);
+    return dx > dy ? dx + kHvCheapLengthWeight * dy : dy + kHvCheapLengthWeight * dx;
+}
+
 /// 1 when the squared distance of A and B is below kHvGeometryTolerance, that is, up to a distance
 /// of about 3.16e-4; otherwise 0, also for NaN. Degenerate segments and triangles are recognised by
 /// this wider reach.

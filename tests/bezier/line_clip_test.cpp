@@ -21,6 +21,7 @@ struct Clipped {
     Clipped(Point2 from, Point2 to, Extent const& clip) : visible(0), a(from), b(to)
     {
         visible = HvLineClip_Clip(a, b, clip);
+        EXPECT_EQ(HvLineClip_Meets(from, to, clip), visible);
     }
 };
 

@@ -98,6 +98,23 @@ TYPED_TEST(HvPoint2Typed, MeasuresLengths)
     EXPECT_EQ(HvPoint2_SquaredLengthAB(P(1, 1), P(4, 5)), 25.0);
 }
 
+TEST(HvPoint2, CheapLengthCountsAThirdOfTheShorterDifference)
+{
+    EXPECT_EQ(HvPoint2_CheapLengthAB(Point(1, 1), Point(4, 5)), 4.0 + 0.3334 * 3.0);
+    EXPECT_EQ(HvPoint2_CheapLengthAB(Point(4, 5), Point(1, 1)), 4.0 + 0.3334 * 3.0);
+    EXPECT_EQ(HvPoint2_CheapLengthAB(Point(1, 1), Point(-7, 1)), 8.0);
+    // The differences are float's: 2^24 + 1 and 2^24 are equal there.
+    EXPECT_EQ(HvPoint2_CheapLengthAB(PointF(-1, 0), PointF(16777216, 0)), 16777216.0);
+    EXPECT_EQ(HvPoint2_CheapLengthAB(Point(-1, 0), Point(16777216, 0)), 16777217.0);
+    EXPECT_TRUE(std::isnan(HvPoint2_CheapLengthAB(Point(kNaN, 0), Point(0, 5))));
+    EXPECT_TRUE(std::isnan(HvPoint2_CheapLengthAB(Point(0, kNaN), Point(5, 0))));
+    for (int degree = 0; degree < 360; degree += 3) {
+        double const angle = degree * 3.14159265358979323846 / 180.0;
+        Point const p(std::cos(angle), std::sin(angle));
+        EXPECT_NEAR(HvPoint2_CheapLengthAB(p, Point()), 1.0, 0.06) << degree;
+    }
+}
+
 TYPED_TEST(HvPoint2Typed, IsNearUpToTheRootOfTheTolerance)
 {
     using P = HvPoint2<TypeParam>;

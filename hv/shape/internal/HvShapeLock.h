@@ -1,0 +1,52 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// How the members of shapes lock, written once: a member's body names its guard first.
+
+#ifndef HV_SHAPE_INTERNAL_HVSHAPELOCK_H
+#define HV_SHAPE_INTERNAL_HVSHAPELOCK_H
+
+#include <hv/shape/HvShape2f.h>
+
+/// Holds the lock of a shape to the end of its scope. A shape that is held may be held again.
+class HvShapeLock {
+public:
+    explicit HvShapeLock(HvShape2f const& shape) : held_(shape.objectLock_) {}
+
+    /// How often the calling thread, which holds `shape`, has entered its lock.
+    static int Depth(HvShape2f const& shape) { return shape.objectLock_.depth; }
+
+private:
+    CXQCriticalSectionLock held_;
+};
+
+/// Holds the section of a shape's lock without counting in its depth, as QueryShapeKind does and
+/// whoever waits for a source only to let it go again.
+class HvShapeSection {
+public:
+    explicit HvShapeSection(HvShape2f const& shape) : section_(shape.objectLock_.section)
+    {
+        EnterCriticalSection(&section_);
+    }
+    ~HvShapeSection() { LeaveCriticalSection(&section_); }
+    HvShapeSection(HvShapeSection const&) = delete;
+    HvShapeSection& operator=(HvShapeSection const&) = delete;
+
+private:
+    CRITICAL_SECTION& section_;
+};
+
+/// Holds the two shapes of an operation: the target, then the source. They may be one.
+class HvShapePairLock {
+public:
+    HvShapePairLock(HvShape2f const& target, HvShape2f const& source)
+        : target_(target), source_(source)
+    {
+    }
+
+private:
+    HvShapeLock target_;
+    HvShapeLock source_;
+};
+
+#endif
