@@ -292,10 +292,6 @@ public:
     /// The length of the outline from the start of its subpath to `node`, as a fraction of the
     /// length of the subpath: 0 to 1, measured on a polyline within `tolerance`.
     double GetNodeNormalizedArcLength(unsigned int node, double tolerance) const;
-    /// Appends a fit of the samples of `source`, which may be this path: open subpaths continue
-    /// from the last point of this path, closed ones are closed. Returns the points added. Locks
-    /// this path, then `source`.
-    unsigned int AddFittedSamplesFromPath(HvGC const& gc, HvPath2f const& source);
 
     // Rendering. Open subpaths are not filled.
 
