@@ -111,6 +111,9 @@
 #include <hv/shape/HvShapeArchive.h>
 #include <hv/shape/shape_boolean.h>
 
+#include <hv/motionpath/HvMotionPath3d.h>
+#include <hv/motionpath/HvTwoSidedTangent.h>
+
 #include <hv/control/HvControlOperator.h>
 
 #endif
