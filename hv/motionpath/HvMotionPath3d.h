@@ -15,6 +15,7 @@
 #include <hv/platform/CXQCriticalSection.h>
 #include <hv/platform/HvExport.h>
 
+#include <cstddef>
 #include <memory>
 
 class HvByteReader;
