@@ -66,16 +66,11 @@ int HvMotionPath3dImpl::GetControlPointKind(unsigned int point, PointKind& kind)
         kind = HvMotionPath3d::SinglePoint;
         return 1;
     }
-    constexpr PointKind kOfLine[3] = {HvMotionPath3d::LineNode, HvMotionPath3d::LineFirstControl,
-                                      HvMotionPath3d::LineSecondControl};
-    constexpr PointKind kOfCurve[3] = {HvMotionPath3d::CurveNode, HvMotionPath3d::CurveFirstControl,
-                                       HvMotionPath3d::CurveSecondControl};
-    bool const isLine = IsLine(point / 3);
-    if (point == NumPoints() - 1) {
-        kind = isLine ? HvMotionPath3d::LastLineNode : HvMotionPath3d::LastCurveNode;
-    } else {
-        kind = (isLine ? kOfLine : kOfCurve)[point % 3];
-    }
+    // The kinds of both sorts of segment stand in the order of the points, the last node behind.
+    unsigned int const first =
+        IsLine(point / 3) ? HvMotionPath3d::LineNode : HvMotionPath3d::CurveNode;
+    unsigned int const place = point == NumPoints() - 1 ? 3 : point % 3;
+    kind = static_cast<PointKind>(first + place);
     return 1;
 }
 

@@ -263,7 +263,7 @@ public:
     /// Where the object is at a time.
     ///
     /// @param tolerance  how far a segment's polyline may be from it, above 0, in the unit of the
-    ///                   points. One below 1e-12 of the segment's size, or NaN, counts as that.
+    ///                   points. One below 1e-11 of the segment's size, or NaN, counts as that.
     /// @param out        the first point before the first time, the last one behind the last; a
     ///                   path without points, or the time NaN on one, leaves it. A segment shorter
     ///                   than 1e-7 gives its first node.

@@ -299,9 +299,9 @@ TEST(HvMotionPath3d_eval, PositionAndSpeedAreContinuousAtSmoothNodes)
     path.Curveto({1, 2, 0}, {2, 2, 1}, {4, 0, 1}, 1);
     path.Curveto({6, -2, 1}, {7, 0, 3}, {9, 1, 1}, 3);
     constexpr double kStep = 1e-5;
-    Point const before = At(path, 1 - kStep, 1e-12);
-    Point const node = At(path, 1, 1e-12);
-    Point const behind = At(path, 1 + kStep, 1e-12);
+    Point const before = At(path, 1 - kStep, 1e-10);
+    Point const node = At(path, 1, 1e-10);
+    Point const behind = At(path, 1 + kStep, 1e-10);
     Point const in = (node - before) * (1 / kStep);
     Point const out = (behind - node) * (1 / kStep);
     double const speed = Distance(in, {});
@@ -320,8 +320,8 @@ TEST(HvMotionPath3d_eval, SpeedIsZeroAtAStop)
     SetRules(path, 1, Path::TangentStop, Path::TangentStop);
     constexpr double kStep = 1e-4;
     // Distance from a stop grows with the square of time.
-    EXPECT_LT(Distance(At(path, 1 - kStep, 1e-12), At(path, 1, 1e-12)), 100 * kStep * kStep);
-    EXPECT_LT(Distance(At(path, 1 + kStep, 1e-12), At(path, 1, 1e-12)), 100 * kStep * kStep);
+    EXPECT_LT(Distance(At(path, 1 - kStep, 1e-10), At(path, 1, 1e-10)), 100 * kStep * kStep);
+    EXPECT_LT(Distance(At(path, 1 + kStep, 1e-10), At(path, 1, 1e-10)), 100 * kStep * kStep);
 }
 
 TEST(HvMotionPath3d_eval, OvershootIsHeldAtTheEnds)
@@ -429,7 +429,7 @@ TEST(HvMotionPath3d_eval, HostilePointsEnd)
         path.Curveto({3, number, 4}, {5, 6, number}, {7, 8, 9}, 1);
         path.Curveto({number, number, number}, {number, 1, 0}, {number, -number, 2}, 2);
         for (double const t : {0.25, 0.5, 1.0, 1.5}) {
-            At(path, t, 1e-3);
+            At(path, t, 1e-1);
         }
     }
 }

@@ -15,9 +15,9 @@ namespace {
 /// Points that a polyline has room for from the start; most segments need no more.
 constexpr unsigned int kFirstPoints = 32;
 
-/// The finest tolerance, relative to the length of the control polygon: some thousand roundings of
-/// a coordinate. Finer ones would add points, about a million already, but no accuracy.
-constexpr double kFinestTolerance = 1e-12;
+/// The finest tolerance, relative to the length of the control polygon. It takes some hundred
+/// thousand points; finer ones would take millions, whose roundings add up to as much.
+constexpr double kFinestTolerance = 1e-11;
 
 }  // namespace
 
