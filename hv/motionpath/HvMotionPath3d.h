@@ -71,6 +71,13 @@ public:
         SinglePoint = 8          ///< the only point of a path
     };
 
+    /// A plane of two axes, which are kept in this order.
+    enum Projection : int {
+        ProjectionXY = 0,  ///< z is dropped
+        ProjectionXZ = 1,  ///< y is dropped
+        ProjectionYZ = 2   ///< x is dropped
+    };
+
     /// What a sample of Render is.
     enum SampleKind : int {
         SampleAtNode = 0,   ///< at the time of a node

@@ -6,6 +6,7 @@
 #include <tools/ProgressBar.h>
 #include <tools/ToolError.h>
 #include <tools/commands/curve_command.h>
+#include <tools/commands/path_request.h>
 #include <tools/curve/track_curve.h>
 #include <tools/curve/track_report.h>
 #include <tools/curve/track_reshape.h>
@@ -39,6 +40,7 @@ constexpr std::size_t kSampleBatch = 4096;
 struct Request {
     std::string file;
     std::optional<std::size_t> track;
+    PathRequest path;
     std::string plot;
     std::string csv;
     double step = 1.0;
@@ -228,6 +230,9 @@ void RefuseBadNumbers(Request const& request)
     if (!(reshape.reduceTolerance.value_or(0.0) >= 0.0)) {
         throw ToolError("--reduce must not be below 0");
     }
+    if (!request.plot.empty() && !request.track && !request.path.IsAsked()) {
+        throw ToolError("--plot needs --track or --path");
+    }
     bool const isOrdered =
         !request.from || !request.to ||
         (std::isfinite(*request.from) && std::isfinite(*request.to) && *request.from < *request.to);
@@ -261,6 +266,8 @@ int Run(Request const& request, ToolStreams const& streams)
     if (request.track) {
         RefuseUnknownTrack(request, document);
     }
+    LottiePath const* const path =
+        request.path.IsAsked() ? &PathRequest_Find(request.path, document, request.file) : nullptr;
     // What prints numbers prints nothing else, so that another program can read it.
     bool const printsNumbers = !request.evaluate.empty() || request.csv == "-";
     if (!printsNumbers) {
@@ -275,6 +282,8 @@ int Run(Request const& request, ToolStreams const& streams)
     }
     if (request.track) {
         ShowTrack(request, document.tracks[*request.track], *curves.front().curve, streams);
+    } else if (path != nullptr && !request.plot.empty()) {
+        PathRequest_Plot(request.path, *path, request.plot);
     }
     return ToolExitDone;
 }
@@ -291,7 +300,8 @@ void CurveCommand_Add(CLI::App& app, ToolStreams const& streams, int& result)
         ->required();
     CLI::Option* track = command->add_option("--track", request->track,
                                              "the track to work on, by its number in the list");
-    command->add_option("--plot", request->plot, "draw the track into this SVG file")->needs(track);
+    PathRequest_AddOptions(*command, request->path, track);
+    command->add_option("--plot", request->plot, "draw the track or path into this SVG file");
     CLI::Option* csv =
         command->add_option("--csv", request->csv, "sample the track into this file; - prints it")
             ->needs(track);

@@ -29,6 +29,12 @@ std::string Range(double low, double high)
     return from == to ? from : from + " to " + to;
 }
 
+/// Where it stands and what it is.
+std::string PlaceText(std::string const& path, std::string const& name)
+{
+    return path + (name.empty() ? "" : "  (" + name + ")");
+}
+
 TextRow RowOf(std::size_t number, LottieTrack const& track)
 {
     auto const [low, high] = std::minmax_element(
@@ -39,7 +45,13 @@ TextRow RowOf(std::size_t number, LottieTrack const& track)
             Range(track.keys.front().time, track.keys.back().time),
             Range(low->value, high->value),
             CurveName_OfExtrapolation(TrackCurve_Build(track)->GetExtrapolationMethod()),
-            track.path + (track.name.empty() ? "" : "  (" + track.name + ")")};
+            PlaceText(track.path, track.name)};
+}
+
+TextRow RowOf(std::size_t number, LottiePath const& path)
+{
+    return {std::to_string(number), std::to_string(path.keys.size()),
+            Range(path.keys.front().time, path.keys.back().time), PlaceText(path.path, path.name)};
 }
 
 }  // namespace
@@ -60,6 +72,14 @@ void TrackReport_List(std::ostream& out, std::string const& file, LottieDocument
             {"track", "keys", "frames", "values at keys", "beyond keys", "place"}};
         for (LottieTrack const& track : document.tracks) {
             rows.push_back(RowOf(rows.size() - 1, track));
+        }
+        TextTable_Write(out, rows, kNumberColumns);
+    }
+    if (!document.paths.empty()) {
+        out << NumberText_Counted(document.paths.size(), "motion path") << "\n";
+        std::vector<TextRow> rows = {{"path", "keys", "frames", "place"}};
+        for (LottiePath const& path : document.paths) {
+            rows.push_back(RowOf(rows.size() - 1, path));
         }
         TextTable_Write(out, rows, kNumberColumns);
     }

@@ -15,7 +15,8 @@
 #include <string>
 #include <vector>
 
-/// Writes the document in one line and a table of its tracks, numbered from 0, then its notes.
+/// Writes the document in one line, tables of its tracks and of its motion paths, both numbered
+/// from 0, then its notes.
 void TrackReport_List(std::ostream& out, std::string const& file, LottieDocument const& document);
 
 /// Writes a line for each time: the time, the value, and where the curve jumps there the value from

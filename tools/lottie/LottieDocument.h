@@ -6,6 +6,8 @@
 #ifndef HV_TOOLS_LOTTIE_LOTTIEDOCUMENT_H
 #define HV_TOOLS_LOTTIE_LOTTIEDOCUMENT_H
 
+#include <hv/foundation/HvPoint3.h>
+
 #include <string>
 #include <vector>
 
@@ -41,6 +43,24 @@ struct LottieTrack {
     std::vector<LottieKey> keys;
 };
 
+/// One place of a motion path, and the way to the next.
+struct LottiePathKey {
+    double time = 0;  ///< frames
+    HvPoint3<double> place;
+    HvPoint3<double> leaving;   ///< from the place to the first handle of the way
+    HvPoint3<double> arriving;  ///< from the next key's place to the second handle
+    LottieSegment segment = LottieSegment::Hold;
+    LottieEasing easing;  ///< of the length travelled
+};
+
+/// One animated position whose keys have handles in space. There is at least one key, and times
+/// strictly rise.
+struct LottiePath {
+    std::string path;  ///< where it stands: layers[0].ks.p
+    std::string name;  ///< what it is: Ball / position
+    std::vector<LottiePathKey> keys;
+};
+
 /// What was found and left aside, or mended.
 struct LottieNote {
     std::string path;
@@ -54,6 +74,7 @@ struct LottieDocument {
     double firstFrame = 0;  ///< of the composition
     double lastFrame = 0;
     std::vector<LottieTrack> tracks;  ///< in the order of the document, assets included
+    std::vector<LottiePath> paths;    ///< those of its positions that have handles in space
     std::vector<LottieNote> notes;
 };
 
@@ -61,10 +82,11 @@ struct LottieDocument {
 ///
 /// Every object with keyframes is read, wherever it stands: in layers, shapes, effects, and in the
 /// compositions among the assets. Properties whose keys hold paths or texts are no numbers: each
-/// gives a note. Expressions are ignored with a note. Of two keys at one time the later is kept.
-/// Throws ToolError, naming the place, where the text is no JSON, no Lottie document, or holds
-/// keyframes that cannot be understood: key times that fall, values that are no numbers, numbers
-/// beyond 1e100.
+/// gives a note. Positions whose keys have handles in space are tracks and motion paths.
+/// Expressions are ignored with a note. Of two keys at one time the later is kept. Throws
+/// ToolError, naming the place, where the text is no JSON, no Lottie document, or holds keyframes
+/// that cannot be understood: key times that fall, values that are no numbers, numbers beyond
+/// 1e100.
 LottieDocument LottieDocument_Parse(std::string const& text);
 
 #endif

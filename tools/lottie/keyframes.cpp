@@ -6,7 +6,8 @@
 // A keyframe is {t: time, s: value, i, o: easing to the next keyframe, h: 1 when held}. Older files
 // have the value at the segment's end as e, and a last keyframe of t alone. A value is a number or
 // an array of numbers. The easing's i and o are {x, y}, each a number for all components or an
-// array with one for each.
+// array with one for each. A position may have handles in space: to, from its value, and ti, from
+// the value at the next keyframe; the easing is then that of the length travelled.
 
 #include <tools/ToolError.h>
 #include <tools/lottie/keyframes.h>
@@ -26,6 +27,8 @@ struct Keyframe {
     LottieSegment segment;
     Json const* in;
     Json const* out;
+    Json const* leaving;
+    Json const* arriving;
     std::string path;
 };
 
@@ -70,6 +73,8 @@ Keyframe ReadKeyframe(Json const& keyframe, Json const* before, std::vector<Keyf
     result.values = ValuesOf(keyframe, before, read, path);
     result.in = Json_Find(keyframe, "i");
     result.out = Json_Find(keyframe, "o");
+    result.leaving = Json_Find(keyframe, "to");
+    result.arriving = Json_Find(keyframe, "ti");
     bool const isHeld = Json_IsOn(Json_Find(keyframe, "h"));
     bool const isEased = result.in != nullptr && result.out != nullptr;
     result.segment = isHeld    ? LottieSegment::Hold
@@ -159,6 +164,45 @@ LottieTrack TrackOf(std::vector<Keyframe> const& keyframes, std::size_t componen
     return track;
 }
 
+HvPoint3<double> PointOf(std::vector<double> const& values)
+{
+    return {values[0], values.size() > 1 ? values[1] : 0.0, values.size() > 2 ? values[2] : 0.0};
+}
+
+/// A handle in space; none where the file leaves it out or has null.
+HvPoint3<double> HandleOf(Json const* handle, std::string const& path)
+{
+    bool const isMissing = handle == nullptr || handle->is_null();
+    return isMissing ? HvPoint3<double>() : PointOf(Json_Numbers(*handle, path));
+}
+
+bool HasHandles(std::vector<Keyframe> const& keyframes)
+{
+    return std::any_of(keyframes.begin(), keyframes.end(), [](Keyframe const& keyframe) {
+        return keyframe.leaving != nullptr || keyframe.arriving != nullptr;
+    });
+}
+
+LottiePath PathOf(std::vector<Keyframe> const& keyframes)
+{
+    LottiePath path;
+    path.keys.reserve(keyframes.size());
+    for (Keyframe const& keyframe : keyframes) {
+        LottiePathKey key;
+        key.time = keyframe.time;
+        key.place = PointOf(keyframe.values);
+        key.leaving = HandleOf(keyframe.leaving, Json_MemberPath(keyframe.path, "to"));
+        key.arriving = HandleOf(keyframe.arriving, Json_MemberPath(keyframe.path, "ti"));
+        key.segment = keyframe.segment;
+        if (key.segment == LottieSegment::Eased) {
+            key.easing = EasingOf(keyframe, 0);
+            CutTimes(key.easing);
+        }
+        path.keys.push_back(key);
+    }
+    return path;
+}
+
 bool EndsWith(std::string const& text, std::string const& end)
 {
     return text.size() >= end.size() &&
@@ -205,6 +249,12 @@ void Keyframes_Read(Json const& property, std::string const& path, std::string c
         track.path = count == 1 ? path : Json_ElementPath(path, i);
         track.name = count == 1 ? name : name + " " + ComponentName(name, i, count);
         document.tracks.push_back(std::move(track));
+    }
+    if (count >= 2 && HasHandles(keyframes)) {
+        LottiePath motion = PathOf(keyframes);
+        motion.path = path;
+        motion.name = name;
+        document.paths.push_back(std::move(motion));
     }
     if (wasCut) {
         document.notes.push_back({path, "easing times outside 0 to 1 are cut to it"});

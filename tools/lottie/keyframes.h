@@ -15,7 +15,8 @@
 /// times.
 bool Keyframes_Has(Json const& value);
 
-/// Adds the tracks of an animated property to the document, or the note that it is no number.
+/// Adds the tracks of an animated property to the document, and its motion path where its keys have
+/// handles in space, or the note that it is no number.
 /// Throws ToolError, naming the place, when the keyframes cannot be understood.
 void Keyframes_Read(Json const& property, std::string const& path, std::string const& name,
                     LottieDocument& document);

@@ -13,6 +13,7 @@
 #include <tools/plot/NiceTicks.h>
 #include <tools/plot/SvgWriter.h>
 #include <tools/plot/curve_plot.h>
+#include <tools/plot/plot_style.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -33,18 +34,10 @@ constexpr double kBottom = kHeight - 64;
 /// Middle of the line with the legend and the name of the value axis.
 constexpr double kLegendLine = kTop - 14;
 
-constexpr double kKeyRadius = 5.5;
-constexpr double kHandleRadius = 3.6;
 /// Keys that lie closer together on the average would cover the curve: they are left out, and
 /// handles before them.
 constexpr double kLeastKeyPixels = 3;
 constexpr double kLeastHandlePixels = 10;
-/// Gap between the field and its numbers, and between these and the page's edge.
-constexpr double kLabelGap = 10;
-/// Width of a digit, on the safe side of the fonts in the style sheet.
-constexpr double kDigitWidth = 7.8;
-/// From the middle of a digit down to its foot.
-constexpr double kDigitDrop = 4;
 
 /// Greatest distance of the drawn polyline from the curve, in pixels: none that an eye or a
 /// printer sees.
@@ -55,30 +48,6 @@ constexpr double kValueMargin = 0.09;
 /// A tick for some eighty pixels of width and some forty of height.
 constexpr int kMostParameterTicks = 11;
 constexpr int kMostValueTicks = 9;
-/// Bytes of text that the lines above the field have room for.
-constexpr std::size_t kLongestTitle = 76;
-constexpr std::size_t kLongestSubtitle = 120;
-
-constexpr char kStyle[] =
-    "text { font-family: Inter, 'Segoe UI', 'DejaVu Sans', Helvetica, Arial, sans-serif; "
-    "font-size: 12px; fill: #475569; }\n"
-    ".page { fill: #ffffff; }\n"
-    ".field { fill: #ffffff; }\n"
-    ".outside { fill: #f1f5f9; }\n"
-    ".frame { fill: none; stroke: #cbd5e1; }\n"
-    ".grid { stroke: #e2e8f0; }\n"
-    ".zero { stroke: #94a3b8; }\n"
-    ".curve { fill: none; stroke: #2563eb; stroke-width: 2.5; stroke-linecap: round; "
-    "stroke-linejoin: round; }\n"
-    ".jump { fill: none; stroke: #2563eb; stroke-width: 1.6; stroke-dasharray: 6 4; }\n"
-    ".arm { stroke: #d97706; stroke-width: 1.3; }\n"
-    ".handle { fill: #ffffff; stroke: #d97706; stroke-width: 1.6; }\n"
-    ".key { fill: #0f172a; stroke: #ffffff; stroke-width: 1.5; }\n"
-    ".left { fill: #ffffff; stroke: #0f172a; stroke-width: 1.5; }\n"
-    ".title { font-size: 18px; font-weight: 600; fill: #0f172a; }\n"
-    ".low { text-anchor: middle; }\n"
-    ".side { text-anchor: end; }\n"
-    ".axis { font-weight: 600; fill: #334155; }\n";
 
 /// What the library tells of a key.
 struct PlotKey {
@@ -115,41 +84,14 @@ std::vector<PlotKey> KeysOf(HvStdFCurve const& curve)
     return keys;
 }
 
-/// `text` with at most so many bytes or one letter more; the middle is left out of a longer one.
-std::string Shortened(std::string const& text, std::size_t most)
-{
-    if (text.size() <= most) {
-        return text;
-    }
-    // Bytes 10xxxxxx continue a letter of UTF-8: no cut goes before one.
-    auto const atLetter = [&text](std::size_t at) {
-        while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xc0) == 0x80) {
-            ++at;
-        }
-        return at;
-    };
-    std::size_t const half = most / 2;
-    return text.substr(0, atLetter(half)) + "..." + text.substr(atLetter(text.size() - half + 3));
-}
-
-/// The left edge of a field beside the labels of these ticks.
-double LeftEdge(NiceTicks const& ticks)
-{
-    std::size_t longest = 0;
-    for (int i = 0; i < ticks.Count(); ++i) {
-        longest = std::max(longest, ticks.Label(i).size());
-    }
-    return std::max(kLeastLeft, static_cast<double>(longest) * kDigitWidth + 2 * kLabelGap);
-}
-
 /// One picture in the making.
 class CurvePlot {
 public:
     CurvePlot(HvStdFCurve const& curve, CurvePlotRange const& range, CurvePlotLabels const& labels)
         : curve_(curve), range_(range), labels_(labels), keys_(KeysOf(curve)),
           across_(range.from, range.to, kMostParameterTicks),
-          up_(range.low, range.high, kMostValueTicks), left_(LeftEdge(up_)),
-          svg_(kWidth, kHeight, kStyle, labels.title, labels.subtitle)
+          up_(range.low, range.high, kMostValueTicks), left_(PlotStyle_LeftEdge(up_, kLeastLeft)),
+          svg_(kWidth, kHeight, PlotStyle_Sheet(), labels.title, labels.subtitle)
     {
         toPixels_.Translate(left_, kTop, 0.0);
         toPixels_.Scale((kRight - left_) / (range.to - range.from),
@@ -197,13 +139,14 @@ private:
         for (int i = 0; i < across_.Count(); ++i) {
             double const x = Pixel(across_.Value(i), 0).x;
             svg_.Line("grid", Point(x, kTop), Point(x, kBottom));
-            svg_.Text("low", Point(x, kBottom + kLabelGap + 2 * kDigitDrop), across_.Label(i));
+            svg_.Text("low", Point(x, kBottom + kPlotLabelGap + 2 * kPlotDigitDrop),
+                      across_.Label(i));
         }
         for (int i = 0; i < up_.Count(); ++i) {
             double const y = Pixel(0, up_.Value(i)).y;
             bool const isZero = up_.Value(i) == 0.0;
             svg_.Line(isZero ? "zero" : "grid", Point(left_, y), Point(kRight, y));
-            svg_.Text("side", Point(left_ - kLabelGap, y + kDigitDrop), up_.Label(i));
+            svg_.Text("side", Point(left_ - kPlotLabelGap, y + kPlotDigitDrop), up_.Label(i));
         }
         svg_.Rect("frame", left_, kTop, kRight - left_, kBottom - kTop);
     }
@@ -277,7 +220,7 @@ private:
         if (IsShown(key) && IsShown(handle)) {
             hasHandles_ = true;
             svg_.Line("arm", toPixels_.Map(key), toPixels_.Map(handle));
-            svg_.Circle("handle", toPixels_.Map(handle), kHandleRadius, Tooltip(handle));
+            svg_.Circle("handle", toPixels_.Map(handle), kPlotHandleRadius, Tooltip(handle));
         }
     }
 
@@ -289,10 +232,11 @@ private:
         hasKeys_ = !keys_.empty();
         for (PlotKey const& key : keys_) {
             if (key.left != key.right && IsShown(key.left)) {
-                svg_.Diamond("left", toPixels_.Map(key.left), kKeyRadius - 1, Tooltip(key.left));
+                svg_.Diamond("left", toPixels_.Map(key.left), kPlotKeyRadius - 1,
+                             Tooltip(key.left));
             }
             if (IsShown(key.right)) {
-                svg_.Diamond("key", toPixels_.Map(key.right), kKeyRadius, Tooltip(key.right));
+                svg_.Diamond("key", toPixels_.Map(key.right), kPlotKeyRadius, Tooltip(key.right));
             }
         }
     }
@@ -305,10 +249,11 @@ private:
 
     void DrawWords()
     {
-        svg_.Text("title", Point(left_, 36), Shortened(labels_.title, kLongestTitle));
-        svg_.Text("", Point(left_, 58), Shortened(labels_.subtitle, kLongestSubtitle));
+        svg_.Text("title", Point(left_, 36), PlotStyle_Shortened(labels_.title, kPlotLongestTitle));
+        svg_.Text("", Point(left_, 58),
+                  PlotStyle_Shortened(labels_.subtitle, kPlotLongestSubtitle));
         svg_.Text("low axis", Point((left_ + kRight) / 2, kHeight - 18), labels_.parameterAxis);
-        svg_.Text("side axis", Point(left_ - kLabelGap, kLegendLine + kDigitDrop),
+        svg_.Text("side axis", Point(left_ - kPlotLabelGap, kLegendLine + kPlotDigitDrop),
                   labels_.valueAxis);
         DrawLegend();
     }
@@ -321,25 +266,25 @@ private:
         if (hasHandles_) {
             x -= 56;
             svg_.Line("arm", Point(x - 32, y), Point(x - 12, y));
-            svg_.Circle("handle", Point(x - 12, y), kHandleRadius);
-            svg_.Text("", Point(x, y + kDigitDrop), "tangent");
+            svg_.Circle("handle", Point(x - 12, y), kPlotHandleRadius);
+            svg_.Text("", Point(x, y + kPlotDigitDrop), "tangent");
             x -= 56;
         }
         if (hasJumps_) {
             x -= 34;
             svg_.Line("jump", Point(x - 34, y), Point(x - 8, y));
-            svg_.Text("", Point(x, y + kDigitDrop), "jump");
+            svg_.Text("", Point(x, y + kPlotDigitDrop), "jump");
             x -= 56;
         }
         if (hasKeys_) {
             x -= 24;
-            svg_.Diamond("key", Point(x - 12, y), kKeyRadius);
-            svg_.Text("", Point(x, y + kDigitDrop), "key");
+            svg_.Diamond("key", Point(x - 12, y), kPlotKeyRadius);
+            svg_.Text("", Point(x, y + kPlotDigitDrop), "key");
             x -= 42;
         }
         x -= 36;
         svg_.Line("curve", Point(x - 34, y), Point(x - 8, y));
-        svg_.Text("", Point(x, y + kDigitDrop), "curve");
+        svg_.Text("", Point(x, y + kPlotDigitDrop), "curve");
     }
 
     HvStdFCurve const& curve_;
@@ -364,15 +309,6 @@ void Include(CurvePlotRange& range, Point const& p)
     range.high = std::max(range.high, p.y);
 }
 
-/// Opens a range of an axis, and adds a margin on both ends.
-void Pad(double& low, double& high, double share)
-{
-    NiceTicks_Widen(low, high);
-    double const margin = (high - low) * share;
-    low -= margin;
-    high += margin;
-}
-
 }  // namespace
 
 CurvePlotRange CurvePlot_WholeRange(HvStdFCurve const& curve)
@@ -391,8 +327,8 @@ CurvePlotRange CurvePlot_WholeRange(HvStdFCurve const& curve)
             Include(range, key.rightHandle);
         }
     }
-    Pad(range.from, range.to, kParameterMargin);
-    Pad(range.low, range.high, kValueMargin);
+    PlotStyle_Pad(range.from, range.to, kParameterMargin);
+    PlotStyle_Pad(range.low, range.high, kValueMargin);
     return range;
 }
 
