@@ -105,12 +105,18 @@ void HvMotionPath3dImpl::Write(HvByteWriter& writer) const
 std::unique_ptr<HvMotionPath3dImpl> HvMotionPath3dImpl::Read(HvByteReader& body)
 {
     std::uint32_t const version = body.ReadUInt32();
+    if (version < kFirstVersion) {
+        body.Fail("there is no such version of it", sizeof version);
+    }
     body.Skip(4);
     std::uint32_t const count = body.ReadUInt32();
-    bool const isPath = version >= kFirstVersion && (count == 0 || count % 3 == 1);
     std::uint64_t const size = ContentSize(count, version);
-    if (!isPath || size > kMostContent || !body.Holds(size, 1)) {
-        body.Fail();
+    if (count != 0 && count % 3 != 1) {
+        body.Fail("no path has so many points", sizeof count);
+    } else if (size > kMostContent) {
+        body.Fail("its points are more than an archive can have", sizeof count);
+    }
+    if (!body.Holds(size, 1)) {
         return nullptr;
     }
     auto read = std::make_unique<HvMotionPath3dImpl>();
@@ -216,7 +222,8 @@ unsigned int HvMotionPath3d_CreateFromBuffer(void const* buffer, std::size_t siz
     HvByteReader archive(buffer, size);
     std::uint32_t const length = archive.ReadUInt32();
     if (length > std::numeric_limits<unsigned int>::max() - kLengthSize) {
-        return 0;  // no path writes one, and its size could not be told
+        // No path writes one, and its size could not be told.
+        archive.Fail("its length is beyond what an archive can have", sizeof length);
     }
     HvByteReader body = archive.ReadPart(length);
     auto read = std::make_unique<HvMotionPath3d>();
