@@ -217,3 +217,45 @@ TEST(keyframes, HugeNumbersAreRefused)
     EXPECT_NE(Refusal(R"([{"t": 0, "s": [NaN]}])"), "");
     EXPECT_NE(Refusal(R"([{"t": 0, "s": [1e999]}])"), "");
 }
+
+TEST(keyframes, PositionWithHandlesIsAMotionPathToo)
+{
+    LottieDocument const d = Read(R"([
+        {"t": 1, "s": [10, 20, 30], "o": {"x": 0.2, "y": 0}, "i": {"x": 1.5, "y": 1},
+         "to": [1, 2, 3], "ti": [-4, -5, -6]},
+        {"t": 5, "s": [20, 30, 40], "to": null, "ti": [7, 8]},
+        {"t": 9, "s": [0, 0, 0]}])");
+    EXPECT_EQ(d.tracks.size(), 3u);
+    ASSERT_EQ(d.paths.size(), 1u);
+    LottiePath const& path = d.paths[0];
+    EXPECT_EQ(path.path, "layers[0].ks.r");
+    EXPECT_EQ(path.name, "rotation");
+    ASSERT_EQ(path.keys.size(), 3u);
+    EXPECT_EQ(path.keys[0].time, 1);
+    EXPECT_EQ(path.keys[0].place, HvPoint3<double>(10, 20, 30));
+    EXPECT_EQ(path.keys[0].leaving, HvPoint3<double>(1, 2, 3));
+    EXPECT_EQ(path.keys[0].arriving, HvPoint3<double>(-4, -5, -6));
+    EXPECT_EQ(path.keys[0].segment, LottieSegment::Eased);
+    EXPECT_EQ(path.keys[0].easing.outX, 0.2);
+    EXPECT_EQ(path.keys[0].easing.inX, 1) << "cut to the segment";
+    EXPECT_EQ(path.keys[1].segment, LottieSegment::Linear);
+    EXPECT_EQ(path.keys[1].leaving, HvPoint3<double>());
+    EXPECT_EQ(path.keys[1].arriving, HvPoint3<double>(7, 8, 0)) << "of a plane";
+    EXPECT_EQ(path.keys[2].segment, LottieSegment::Hold);
+}
+
+TEST(keyframes, WithoutHandlesThereIsNoMotionPath)
+{
+    EXPECT_TRUE(Read(R"([{"t": 0, "s": [1, 2]}, {"t": 2, "s": [3, 4]}])").paths.empty());
+    EXPECT_TRUE(
+        Read(R"([{"t": 0, "s": [1], "to": [1], "ti": [1]}, {"t": 2, "s": [3]}])").paths.empty())
+        << "a single number is no place";
+}
+
+TEST(keyframes, HandlesThatAreNoNumbersAreRefused)
+{
+    EXPECT_NE(
+        Refusal(R"([{"t": 0, "s": [1, 2], "to": ["a", 1]}, {"t": 2, "s": [3, 4]}])").find("to"),
+        std::string::npos);
+    EXPECT_NE(Refusal(R"([{"t": 0, "s": [1, 2], "ti": {}}, {"t": 2, "s": [3, 4]}])"), "");
+}

@@ -94,6 +94,42 @@ TEST_F(tool, ListsEveryAnimatedTrack)
     EXPECT_NE(run.out.find("assets[0].layers[0].ks.o  (Lamp / Bulb / opacity)"), std::string::npos);
 }
 
+TEST_F(tool, ListsAndDrawsMotionPaths)
+{
+    ToolRun const list({"curve", kSample});
+    EXPECT_NE(list.out.find("1 motion path\n"), std::string::npos);
+    EXPECT_NE(list.out.find("layers[2].ks.p  (Shadow / position)"), std::string::npos);
+
+    std::string const svg = PathOf("path.svg");
+    for (char const* plane : {"xy", "xz", "yz"}) {
+        ToolRun const run({"curve", kSample, "--path", "0", "--plot", svg.c_str(), "--plane", plane,
+                           "--ticks", "10"});
+        EXPECT_EQ(run.code, 0) << run.err;
+        EXPECT_NE(Read(svg).find("every 10 frames"), std::string::npos);
+    }
+}
+
+TEST_F(tool, RefusesMotionPathsThatAreNot)
+{
+    std::string const svg = PathOf("path.svg");
+    EXPECT_TRUE(Refused(ToolRun({"curve", kSample, "--path", "1", "--plot", svg.c_str()})));
+    EXPECT_TRUE(Refused(ToolRun({"curve", kSample, "--path", "0", "--track", "0"})));
+    EXPECT_TRUE(Refused(ToolRun({"curve", kSample, "--plane", "xy"})));
+    for (std::vector<char const*> const& more :
+         std::vector<std::vector<char const*>>{{"--plane", "zx"},
+                                               {"--ticks", "0"},
+                                               {"--ticks", "-1"},
+                                               {"--ticks", "nan"},
+                                               {"--ticks", "inf"},
+                                               {"--ticks", "1e-9"}}) {
+        std::vector<char const*> all = {"curve", kSample, "--path", "0", "--plot", svg.c_str()};
+        all.insert(all.end(), more.begin(), more.end());
+        EXPECT_TRUE(Refused(ToolRun(all))) << more[0] << " " << more[1];
+    }
+    std::string const none = Write("none.json", R"({"layers": []})");
+    EXPECT_TRUE(Refused(ToolRun({"curve", none.c_str(), "--path", "0"})));
+}
+
 TEST_F(tool, CheckPassesOnTheSample)
 {
     ToolRun const run({"curve", kSample, "--check"});

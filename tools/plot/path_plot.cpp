@@ -50,7 +50,8 @@ constexpr double kMostDrawnTicks = 10000;
 constexpr char kMoreStyle[] =
     ".tick { stroke: #0f766e; stroke-width: 1.8; stroke-linecap: round; }\n"
     ".dot { fill: #0f766e; }\n"
-    ".time { fill: #0f172a; font-weight: 600; }\n";
+    ".time { fill: #0f172a; font-weight: 600; stroke: #ffffff; stroke-width: 3; "
+    "paint-order: stroke; }\n";
 
 Point Projected(Place const& p, HvMotionPath3d::Projection plane)
 {
@@ -308,8 +309,9 @@ private:
         x -= 30;
         svg_.Diamond("key", Point(x - 12, y), kPlotKeyRadius);
         svg_.Text("", Point(x, y + kPlotDigitDrop), "node");
-        std::string const tick = "every " + NumberText_Rounded(tickStep_, 6) + " " +
-                                 labels_.timeUnit + (tickStep_ == 1.0 ? "" : "s");
+        std::string const tick = tickStep_ == 1.0 ? "every " + labels_.timeUnit
+                                                  : "every " + NumberText_Rounded(tickStep_, 6) +
+                                                        " " + labels_.timeUnit + "s";
         x -= 38 + static_cast<double>(tick.size()) * kPlotDigitWidth * 0.85;
         svg_.Line("tick", Point(x - 12, y - kTickReach), Point(x - 12, y + kTickReach));
         svg_.Text("", Point(x, y + kPlotDigitDrop), tick);
