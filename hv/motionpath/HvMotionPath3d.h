@@ -271,9 +271,9 @@ public:
     ///
     /// @param tolerance  how far a segment's polyline may be from it, above 0, in the unit of the
     ///                   points. One below 1e-11 of the segment's size, or NaN, counts as that.
-    /// @param out        the first point before the first time, the last one behind the last; a
-    ///                   path without points, or the time NaN on one, leaves it. A segment shorter
-    ///                   than 1e-7 gives its first node.
+    /// @param out        the first point before the first time and at NaN, the last one behind the
+    ///                   last; left as it was by a path without points. A segment shorter than 1e-7
+    ///                   gives its first node.
     /// @param unused     without meaning.
     ///
     /// The distance travelled is a cubic polynomial of time with the given speeds at both ends,
