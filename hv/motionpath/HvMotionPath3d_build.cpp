@@ -25,11 +25,11 @@ void InsertReserved(Array& array, unsigned int at, T const* elements, unsigned i
 
 /// Removes the elements `first` to `last` inclusive. The storage stays, for what is added next:
 /// nothing is allocated.
-template <class Array, class Index>
-void Erase(Array& array, Index first, Index last)
+template <class Array>
+void Erase(Array& array, unsigned int first, unsigned int last)
 {
-    std::move(array.begin() + last + 1, array.end(), array.begin() + first);
-    array.Chop(static_cast<Index>(array.end() - array.begin()) - (last - first + 1));
+    auto const end = std::move(array.begin() + last + 1, array.end(), array.begin() + first);
+    array.Chop(static_cast<unsigned int>(end - array.begin()));
 }
 
 template <class Array>

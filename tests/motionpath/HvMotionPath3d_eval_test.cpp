@@ -547,4 +547,29 @@ TEST(HvMotionPath3d_eval_threads, EightThreadsReadWhileOneEdits)
     });
 }
 
+TEST(HvMotionPath3d_eval_threads, NodesComeAndGoUnderReaders)
+{
+    PathSource source(12);
+    Path path = source.CurvedPath(12);
+    RunThreads(4, [&](int k) {
+        PathSource own(200 + static_cast<unsigned int>(k));
+        for (int i = 0; i < 200; ++i) {
+            double const t = own.Number(0, 40);
+            unsigned int point = 0;
+            int exact = 0;
+            if (k == 0) {
+                path.InsertNode(t, 1e-2, 1e-6, point, exact);
+            } else if (k == 1) {
+                path.RemoveNodes(3 + 3 * own.Index(6), 3 + 3 * own.Index(12));
+                path.Lineto(own.Place(), path.GetLastTime(0) + 1);
+            } else {
+                HvPoint3dArray out;
+                path.EvalSequence(t, t + 1, 0.125, 1e-2, out, 0);
+                Path const copy(path);
+                EXPECT_EQ(copy.NumPoints() == 0 ? 0 : copy.NumPoints() / 3 + 1, copy.NumNodes());
+            }
+        }
+    });
+}
+
 }  // namespace

@@ -281,4 +281,42 @@ TEST(HvMotionPath3d_handles, AllNodesAreLockedThatCanBe)
     EXPECT_EQ(path.IsG1ContinuityLocked(4), 0) << "a control, whatever its node";
 }
 
+/// All edits that take or meet coordinates, on a path one point of which is hostile.
+void EditAll(Path& path, Point const& p)
+{
+    unsigned int point = 0;
+    int exact = 0;
+    Point direction = p;
+    for (unsigned int i = 0; i < path.NumPoints(); ++i) {
+        path.LockG1Continuity(i);
+        path.ReplaceControlPoint(i, p, 1);
+        path.TranslateControlPoint(i, p, 0);
+        path.ReplaceTangentVectorDirections(i, p);
+        path.SmoothSegment(i);
+        path.IsCubicSegmentLinearlyParameterized(i);
+        path.AdjustFirstTwoCubics(direction);
+        path.AdjustLastTwoCubics(direction);
+        path.InsertNode(0.5, 1e-1, 0, point, exact);
+        path.GetClosestControlPointIndex(p, p.x, point);
+        EXPECT_LT(point, path.NumPoints());
+    }
+}
+
+TEST(HvMotionPath3d_handles, HostileCoordinatesEnd)
+{
+    for (double const number : kHostileNumbers) {
+        for (Point const& p : {Point(number, 0, 0), Point(1, number, -number)}) {
+            Path path = SmoothPath();
+            EditAll(path, p);
+            EXPECT_EQ(path.NumPoints(), 3 * path.NumNodes() - 2);
+            for (double t = -1; t < 4; t += 0.25) {
+                At(path, t, 1e-1);
+            }
+            // The archive takes what is finite of it.
+            Path read;
+            EXPECT_NE(read.ReadFromBufferBody(ArchiveOf(path).data() + 4), 0u);
+        }
+    }
+}
+
 }  // namespace
