@@ -20,6 +20,7 @@
 
 class HvByteReader;
 class HvMotionPath3dImpl;
+class HvPath2f;
 class HvTransfo4;
 
 /// A chain of cubic Bezier segments of space whose nodes carry times.
@@ -287,6 +288,13 @@ public:
     void EvalSequence(double first, double last, double step, double tolerance, HvPoint3dArray& out,
                       int unused) const;
 
+    /// Projects the path onto the plane of two axes.
+    ///
+    /// @param plane  the axes kept; refused when it is none of the three.
+    /// @param path   becomes one open subpath: a line for each straight segment, a cubic for each
+    ///               other one, rounded to float; empty for a path without points. Locks are not
+    ///               carried over. This path is not locked any more when `path` is.
+    int GetProjectedPath(Projection plane, HvPath2f& path) const;
     /// Appends samples for display, at even times from `first` to `last`, both included.
     ///
     /// @param samples    how many; a single one is at `first`.

@@ -102,6 +102,8 @@ public:
 
     // Display.
 
+    /// Appends the projection to an empty `path`.
+    void Project(HvMotionPath3d::Projection plane, HvPath2f& path) const;
     void Render(double first, double last, unsigned int samples, HvPoint3dArray& positions,
                 HvUByteArray& kinds, HvDoubleArray& sampleTimes, HvULongArray& nodes) const;
 
