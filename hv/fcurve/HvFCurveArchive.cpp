@@ -9,6 +9,7 @@
 #include <hv/fcurve/HvRawFCurve.h>
 #include <hv/fcurve/HvStdFCurve.h>
 #include <hv/fcurve/internal/curve_archive.h>
+#include <hv/foundation/archive_envelope.h>
 
 #include <memory>
 
@@ -74,7 +75,7 @@ unsigned int Create(HvByteReader& body, HvBaseFCurve** curve)
 
 unsigned int HvBaseFCurve_GetBufferBodyLengthSize()
 {
-    return kCurveArchiveLengthSize;
+    return kHvArchiveLengthSize;
 }
 
 int HvBaseFCurve_GetKindFromBufferBody(void const* body)
@@ -112,17 +113,6 @@ unsigned int HvBaseFCurve_CreateFromBuffer(void const* buffer, std::size_t size,
     if (buffer == nullptr) {
         return 0;
     }
-    HvByteReader archive(buffer, size);
-    std::uint32_t const length = archive.ReadUInt32();
-    if (length > std::numeric_limits<unsigned int>::max() - kCurveArchiveLengthSize) {
-        // No curve writes one, and its size could not be told.
-        archive.Fail("its length is beyond what an archive can have", sizeof length);
-    }
-    HvByteReader body = archive.ReadPart(length);
-    unsigned int const used = Create(body, curve);
-    if (body.Failed()) {
-        fault.place = body.FaultPlace();
-        fault.reason = body.Fault();
-    }
-    return used == 0 ? 0 : length + kCurveArchiveLengthSize;
+    return HvArchive_ReadBounded(buffer, size, fault,
+                                 [curve](HvByteReader& body) { return Create(body, curve); });
 }

@@ -11,17 +11,12 @@
 #ifndef HV_FCURVE_HVFCURVEARCHIVE_H
 #define HV_FCURVE_HVFCURVEARCHIVE_H
 
+#include <hv/foundation/HvArchiveFault.h>
 #include <hv/platform/HvExport.h>
 
 #include <cstddef>
 
 class HvBaseFCurve;
-
-/// Where and why an archive was refused.
-struct HvArchiveFault {
-    std::size_t place = 0;         ///< bytes from the start of the buffer
-    char const* reason = nullptr;  ///< half a sentence, never freed; null when nothing was refused
-};
 
 /// Bytes of the length that stands before a body: 4.
 HV_API unsigned int HvBaseFCurve_GetBufferBodyLengthSize();

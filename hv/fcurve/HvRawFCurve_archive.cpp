@@ -31,13 +31,13 @@ unsigned int HvRawFCurve::WriteToBuffer(void* buffer) const
 {
     // Version and kind are the same for every curve, so they are written before the lock is taken.
     HvByteWriter writer(buffer);
-    writer.Skip(kCurveArchiveLengthSize);
+    writer.Skip(kHvArchiveLengthSize);
     writer.WriteUInt32(kVersion);
     writer.WriteUInt32(Raw);
 
     HvCurveReader const lock(*this);
     unsigned int const size = GetBufferSize();
-    HvByteWriter(buffer).WriteUInt32(size - kCurveArchiveLengthSize);
+    HvByteWriter(buffer).WriteUInt32(size - kHvArchiveLengthSize);
     writer.WriteFiniteDouble(impl_->valueWhenNoKeys);
     writer.WriteFiniteDouble(impl_->lowerClamp);
     writer.WriteFiniteDouble(impl_->upperClamp);

@@ -79,13 +79,13 @@ unsigned int HvStdFCurve::WriteToBuffer(void* buffer) const
 {
     // Version and kind are the same for every curve, so they are written before the lock is taken.
     HvByteWriter writer(buffer);
-    writer.Skip(kCurveArchiveLengthSize);
+    writer.Skip(kHvArchiveLengthSize);
     writer.WriteUInt32(kVersion);
     writer.WriteUInt32(Standard);
 
     HvCurveReader const lock(*this);
     unsigned int const size = GetBufferSize();
-    HvByteWriter(buffer).WriteUInt32(size - kCurveArchiveLengthSize);
+    HvByteWriter(buffer).WriteUInt32(size - kHvArchiveLengthSize);
     WriteFieldsAndKeys(writer, *impl_);
     WriteSections(writer, buffer, *impl_, *this);
     return size;

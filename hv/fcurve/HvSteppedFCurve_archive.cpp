@@ -146,7 +146,7 @@ unsigned int HvSteppedFCurve<T>::WriteToBuffer(void* buffer) const
     HvCurveReader const lock(*this);
     unsigned int const size = this->GetBufferSize();
     HvByteWriter writer(buffer);
-    writer.WriteUInt32(size - kCurveArchiveLengthSize);
+    writer.WriteUInt32(size - kHvArchiveLengthSize);
     writer.WriteUInt32(kVersion);
     writer.WriteUInt32(Format<T>::kKind);
     writer.WriteBytes(Format<T>::kIdentifier, kIdentifierSize);

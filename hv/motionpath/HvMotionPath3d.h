@@ -6,6 +6,7 @@
 #ifndef HV_MOTIONPATH_HVMOTIONPATH3D_H
 #define HV_MOTIONPATH_HVMOTIONPATH3D_H
 
+#include <hv/foundation/HvArchiveFault.h>
 #include <hv/foundation/HvDoubleArray.h>
 #include <hv/foundation/HvMemory.h>
 #include <hv/foundation/HvPoint3.h>
@@ -358,5 +359,10 @@ HV_API HvMotionPath3d* HvMotionPath3d_CreateFromBufferBody(void const* body,
 /// Times are not judged: those out of order come as they stand, and the path lives with them.
 HV_API unsigned int HvMotionPath3d_CreateFromBuffer(void const* buffer, std::size_t size,
                                                     HvMotionPath3d** path);
+
+/// The same, and tells where and why the bytes were refused. `fault` is written only when bytes
+/// were: not when a pointer is null.
+HV_API unsigned int HvMotionPath3d_CreateFromBuffer(void const* buffer, std::size_t size,
+                                                    HvMotionPath3d** path, HvArchiveFault& fault);
 
 #endif

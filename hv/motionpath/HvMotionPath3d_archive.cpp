@@ -3,7 +3,7 @@
 
 // The archive of a motion path.
 
-#include <hv/foundation/byte_codec.h>
+#include <hv/foundation/archive_envelope.h>
 #include <hv/motionpath/HvMotionPath3d.h>
 #include <hv/motionpath/internal/HvMotionPath3dImpl.h>
 
@@ -13,14 +13,13 @@
 namespace {
 
 /// Bytes of the length that stands before a body; it counts what follows it.
-constexpr unsigned int kLengthSize = 4;
 /// Bytes of the version, a reserved number and the number of points.
 constexpr unsigned int kHeaderSize = 12;
 /// Bytes behind the flags, which no reader counts.
 constexpr unsigned int kTrailerSize = 4;
 /// Bytes that points and nodes may take, so that the size of the archive fits 32 bits.
 constexpr std::uint64_t kMostContent =
-    std::numeric_limits<unsigned int>::max() - kLengthSize - kHeaderSize - kTrailerSize;
+    std::numeric_limits<unsigned int>::max() - kHvArchiveLengthSize - kHeaderSize - kTrailerSize;
 
 // Versions. Each reader takes those from its own to the next one; what is above the newest is read
 // as the newest.
@@ -66,7 +65,7 @@ HvMotionPath3d::TangentInfo ReadTangent(HvByteReader& body)
 
 unsigned int HvMotionPath3d_GetBufferBodyLengthSize()
 {
-    return kLengthSize;
+    return kHvArchiveLengthSize;
 }
 
 // The implementation.
@@ -77,12 +76,12 @@ unsigned int HvMotionPath3dImpl::GetBufferSize() const
     if (content > kMostContent) {
         throw std::bad_alloc();
     }
-    return kLengthSize + kHeaderSize + static_cast<unsigned int>(content) + kTrailerSize;
+    return kHvArchiveLengthSize + kHeaderSize + static_cast<unsigned int>(content) + kTrailerSize;
 }
 
 void HvMotionPath3dImpl::Write(HvByteWriter& writer) const
 {
-    writer.WriteUInt32(GetBufferSize() - kLengthSize);
+    writer.WriteUInt32(GetBufferSize() - kHvArchiveLengthSize);
     writer.WriteUInt32(kNewestVersion);
     writer.WriteUInt32(0);
     writer.WriteUInt32(NumPoints());
@@ -194,7 +193,7 @@ unsigned int HvMotionPath3d::ReadArchiveBody(HvByteReader& body)
     }
     CXQCriticalSectionLock const lock(section);
     impl.swap(read);
-    return static_cast<unsigned int>(body.Used() - start) + kLengthSize;
+    return static_cast<unsigned int>(body.Used() - start) + kHvArchiveLengthSize;
 }
 
 HvMotionPath3d* HvMotionPath3d_CreateFromBufferBody(void const* body, unsigned int& consumed)
@@ -212,6 +211,13 @@ HvMotionPath3d* HvMotionPath3d_CreateFromBufferBody(void const* body, unsigned i
 unsigned int HvMotionPath3d_CreateFromBuffer(void const* buffer, std::size_t size,
                                              HvMotionPath3d** path)
 {
+    HvArchiveFault unasked;
+    return HvMotionPath3d_CreateFromBuffer(buffer, size, path, unasked);
+}
+
+unsigned int HvMotionPath3d_CreateFromBuffer(void const* buffer, std::size_t size,
+                                             HvMotionPath3d** path, HvArchiveFault& fault)
+{
     if (path == nullptr) {
         return 0;
     }
@@ -219,17 +225,12 @@ unsigned int HvMotionPath3d_CreateFromBuffer(void const* buffer, std::size_t siz
     if (buffer == nullptr) {
         return 0;
     }
-    HvByteReader archive(buffer, size);
-    std::uint32_t const length = archive.ReadUInt32();
-    if (length > std::numeric_limits<unsigned int>::max() - kLengthSize) {
-        // No path writes one, and its size could not be told.
-        archive.Fail("its length is beyond what an archive can have", sizeof length);
-    }
-    HvByteReader body = archive.ReadPart(length);
-    auto read = std::make_unique<HvMotionPath3d>();
-    if (read->ReadArchiveBody(body) == 0) {
-        return 0;
-    }
-    *path = read.release();
-    return length + kLengthSize;
+    return HvArchive_ReadBounded(buffer, size, fault, [path](HvByteReader& body) {
+        auto read = std::make_unique<HvMotionPath3d>();
+        unsigned int const used = read->ReadArchiveBody(body);
+        if (used != 0) {
+            *path = read.release();
+        }
+        return used;
+    });
 }

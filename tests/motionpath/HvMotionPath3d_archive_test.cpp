@@ -3,6 +3,7 @@
 
 // Archives of motion paths, built byte by byte without the library.
 
+#include <hv/foundation/byte_codec.h>
 #include <hv/motionpath/HvMotionPath3d.h>
 
 #include <tests/motionpath/motion_path_support.h>
@@ -335,6 +336,24 @@ TEST(HvMotionPath3d_archive, BoundedFormRefusesEveryTruncation)
         std::copy(length.begin(), length.end(), part.begin());
         EXPECT_EQ(Read(part) != nullptr, size >= archive.size() - 4) << size;
     }
+}
+
+TEST(HvMotionPath3d_archive, RefusalTellsPlaceAndReason)
+{
+    Bytes const archive = ArchiveOf(TwoNodePath());
+    HvArchiveFault fault;
+    Path* path = nullptr;
+    EXPECT_EQ(HvMotionPath3d_CreateFromBuffer(archive.data(), archive.size() - 1, &path, fault), 0u);
+    EXPECT_EQ(path, nullptr);
+    EXPECT_EQ(fault.place, 4u);
+    EXPECT_STREQ(fault.reason, HvByteReader::kEndsEarly);
+    fault = HvArchiveFault();
+    EXPECT_EQ(HvMotionPath3d_CreateFromBuffer(nullptr, 9, &path, fault), 0u);
+    EXPECT_EQ(HvMotionPath3d_CreateFromBuffer(archive.data(), archive.size(), nullptr, fault), 0u);
+    EXPECT_EQ(HvMotionPath3d_CreateFromBuffer(archive.data(), archive.size(), &path, fault),
+              archive.size());
+    delete path;
+    EXPECT_EQ(fault.reason, nullptr);
 }
 
 TEST(HvMotionPath3d_archive, BoundedFormRefusesClaimsBeyondItsSize)

@@ -9,15 +9,12 @@
 
 #include <hv/fcurve/CFCKeyConstraint.h>
 #include <hv/fcurve/HvBaseFCurve.h>
-#include <hv/foundation/byte_codec.h>
+#include <hv/foundation/archive_envelope.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <new>
-
-/// Bytes of the length that stands before a body; it counts what follows it.
-constexpr unsigned int kCurveArchiveLengthSize = 4;
 
 /// What a reader says of a version or kind that is not one of its own.
 constexpr char const* kCurveArchiveNoSuchVersion = "its kind of curve has no such version";
