@@ -15,6 +15,7 @@
 #include <hv/platform/thread_local_slots.h>
 
 #include <hv/foundation/HvAltDynArray.h>
+#include <hv/foundation/HvArchiveFault.h>
 #include <hv/foundation/HvBoolArray.h>
 #include <hv/foundation/HvDLList.h>
 #include <hv/foundation/HvDoubleArray.h>
@@ -44,6 +45,7 @@
 #include <hv/foundation/HvVectorDouble.h>
 #include <hv/foundation/HvVectorLong.h>
 #include <hv/foundation/angle.h>
+#include <hv/foundation/archive_envelope.h>
 #include <hv/foundation/array_capacity.h>
 #include <hv/foundation/byte_codec.h>
 #include <hv/foundation/dynamic_mem_size.h>

@@ -343,7 +343,8 @@ TEST(HvMotionPath3d_archive, RefusalTellsPlaceAndReason)
     Bytes const archive = ArchiveOf(TwoNodePath());
     HvArchiveFault fault;
     Path* path = nullptr;
-    EXPECT_EQ(HvMotionPath3d_CreateFromBuffer(archive.data(), archive.size() - 1, &path, fault), 0u);
+    EXPECT_EQ(HvMotionPath3d_CreateFromBuffer(archive.data(), archive.size() - 1, &path, fault),
+              0u);
     EXPECT_EQ(path, nullptr);
     EXPECT_EQ(fault.place, 4u);
     EXPECT_STREQ(fault.reason, HvByteReader::kEndsEarly);

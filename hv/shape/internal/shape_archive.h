@@ -7,14 +7,14 @@
 #define HV_SHAPE_INTERNAL_SHAPE_ARCHIVE_H
 
 #include <hv/foundation/HvPoint2.h>
-#include <hv/foundation/byte_codec.h>
+#include <hv/foundation/archive_envelope.h>
 #include <hv/shape/HvShape2f.h>
 
 #include <cstdint>
 #include <cstring>
 
 /// The length in front of a body.
-constexpr unsigned int kHvShapeLengthBytes = 4;
+constexpr unsigned int kHvShapeLengthBytes = kHvArchiveLengthSize;
 /// The kind that a body begins with, and the zeros behind it.
 constexpr unsigned int kHvShapeKindBytes = 4;
 
