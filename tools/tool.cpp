@@ -5,6 +5,7 @@
 
 #include <tools/ToolError.h>
 #include <tools/commands/curve_command.h>
+#include <tools/commands/inspect_command.h>
 #include <tools/tool.h>
 
 #include <CLI/CLI.hpp>
@@ -28,6 +29,7 @@ int Run(int argc, char const* const* argv, ToolStreams const& streams)
     app.require_subcommand(1);
     int result = ToolExitDone;
     CurveCommand_Add(app, streams, result);
+    InspectCommand_Add(app, streams, result);
     try {
         app.parse(argc, argv);
     } catch (CLI::Success const& success) {

@@ -135,7 +135,7 @@ void CFCUserDataSet::ReadImage(HvByteReader& reader)
         }
     }
     if (image.Failed()) {
-        reader.Fail();
+        reader.FailAs(image);
         read = CFCUserDataSet();
     }
     Swap(read);

@@ -17,8 +17,8 @@ namespace {
 /// Versions below this one have no kind behind them.
 constexpr std::uint32_t kFirstVersionWithKind = 256;
 
-/// The kind of a body, or 0; `body` is a copy, so nothing is used up.
-int KindOf(HvByteReader body)
+/// The kind of a body; 0, with `body` failed, when it has none.
+int ReadKind(HvByteReader& body)
 {
     std::uint32_t const version = body.ReadUInt32();
     if (body.Failed()) {
@@ -36,6 +36,7 @@ int KindOf(HvByteReader body)
     case HvBaseFCurve::Quaternion:
         return static_cast<int>(kind);
     default:
+        body.Fail(kCurveArchiveNoSuchKind, sizeof kind);
         return 0;
     }
 }
@@ -52,7 +53,8 @@ unsigned int ReadInto(std::unique_ptr<Curve> read, HvByteReader& body, HvBaseFCu
 
 unsigned int Create(HvByteReader& body, HvBaseFCurve** curve)
 {
-    switch (KindOf(body)) {
+    HvByteReader ahead = body;
+    switch (ReadKind(ahead)) {
     case HvBaseFCurve::Boolean:
         return ReadInto(std::make_unique<HvBooleanFCurve>(1.0), body, curve);
     case HvBaseFCurve::Integer:
@@ -63,6 +65,7 @@ unsigned int Create(HvByteReader& body, HvBaseFCurve** curve)
     case HvBaseFCurve::Raw:
         return ReadInto(std::make_unique<HvRawFCurve>(0.0), body, curve);
     default:
+        body.FailAs(ahead);
         return 0;
     }
 }
@@ -76,7 +79,11 @@ unsigned int HvBaseFCurve_GetBufferBodyLengthSize()
 
 int HvBaseFCurve_GetKindFromBufferBody(void const* body)
 {
-    return body == nullptr ? 0 : KindOf(HvByteReader::Unbounded(body));
+    if (body == nullptr) {
+        return 0;
+    }
+    HvByteReader reader = HvByteReader::Unbounded(body);
+    return ReadKind(reader);
 }
 
 unsigned int HvBaseFCurve_CreateFromBufferBody(void const* body, HvBaseFCurve** curve)
@@ -91,6 +98,13 @@ unsigned int HvBaseFCurve_CreateFromBufferBody(void const* body, HvBaseFCurve** 
 unsigned int HvBaseFCurve_CreateFromBuffer(void const* buffer, std::size_t size,
                                            HvBaseFCurve** curve)
 {
+    HvArchiveFault unasked;
+    return HvBaseFCurve_CreateFromBuffer(buffer, size, curve, unasked);
+}
+
+unsigned int HvBaseFCurve_CreateFromBuffer(void const* buffer, std::size_t size,
+                                           HvBaseFCurve** curve, HvArchiveFault& fault)
+{
     if (curve == nullptr) {
         return 0;
     }
@@ -101,8 +115,14 @@ unsigned int HvBaseFCurve_CreateFromBuffer(void const* buffer, std::size_t size,
     HvByteReader archive(buffer, size);
     std::uint32_t const length = archive.ReadUInt32();
     if (length > std::numeric_limits<unsigned int>::max() - kCurveArchiveLengthSize) {
-        return 0;  // no curve writes one, and its size could not be told
+        // No curve writes one, and its size could not be told.
+        archive.Fail("its length is beyond what an archive can have", sizeof length);
     }
     HvByteReader body = archive.ReadPart(length);
-    return Create(body, curve) == 0 ? 0 : length + kCurveArchiveLengthSize;
+    unsigned int const used = Create(body, curve);
+    if (body.Failed()) {
+        fault.place = body.FaultPlace();
+        fault.reason = body.Fault();
+    }
+    return used == 0 ? 0 : length + kCurveArchiveLengthSize;
 }

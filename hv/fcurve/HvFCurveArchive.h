@@ -17,6 +17,12 @@
 
 class HvBaseFCurve;
 
+/// Where and why an archive was refused.
+struct HvArchiveFault {
+    std::size_t place = 0;         ///< bytes from the start of the buffer
+    char const* reason = nullptr;  ///< half a sentence, never freed; null when nothing was refused
+};
+
 /// Bytes of the length that stands before a body: 4.
 HV_API unsigned int HvBaseFCurve_GetBufferBodyLengthSize();
 
@@ -51,5 +57,10 @@ HV_API unsigned int HvBaseFCurve_CreateFromBufferBody(void const* body, HvBaseFC
 /// they stand, and the curve lives with them; only what is not finite becomes 0.
 HV_API unsigned int HvBaseFCurve_CreateFromBuffer(void const* buffer, std::size_t size,
                                                   HvBaseFCurve** curve);
+
+/// The same, and tells where and why the bytes were refused. `fault` is written only when bytes
+/// were: not when a pointer is null.
+HV_API unsigned int HvBaseFCurve_CreateFromBuffer(void const* buffer, std::size_t size,
+                                                  HvBaseFCurve** curve, HvArchiveFault& fault);
 
 #endif

@@ -42,6 +42,39 @@ bool MapParameters(HvStdFCurveImpl& curve, Map const& map)
     return true;
 }
 
+/// Shortens the handles of each segment that is not valid. A shift rounds: of keys that lie close
+/// together, far from zero, handles that just fitted may cross afterwards.
+void MendSegments(HvStdFCurveImpl& curve)
+{
+    for (unsigned int i = 0; i + 1 < curve.NumKeys(); ++i) {
+        CFCStdKey& from = curve.keys[i];
+        CFCStdKey& to = curve.keys[i + 1];
+        HvPoint2<double> P[4] = {curve.KeyPoint(i, HvBaseFCurve::Right), from.rightHandle,
+                                 to.leftHandle, curve.KeyPoint(i + 1, HvBaseFCurve::Left)};
+        if (HvStdFCurve_IsCubicSegmentValid(P[0], P[1], P[2], P[3]) != 0) {
+            continue;
+        }
+        RegularizeBezierCubicPoints(P);
+        bool const isMended = HvStdFCurve_IsCubicSegmentValid(P[0], P[1], P[2], P[3]) != 0;
+        from.rightHandle = isMended ? P[1] : P[0];
+        to.leftHandle = isMended ? P[2] : P[3];
+    }
+}
+
+/// Adds `offset` to every parameter; a curve whose segments are valid keeps them so. False, with
+/// nothing changed, as MapParameters.
+bool Shift(HvStdFCurveImpl& curve, double offset)
+{
+    bool const wasValid = curve.IsValid() != 0;
+    if (!MapParameters(curve, [offset](double x) { return x + offset; })) {
+        return false;
+    }
+    if (wasValid) {
+        MendSegments(curve);
+    }
+    return true;
+}
+
 /// Gives every value of the keys, handles included, and the value when no keys the height map(y);
 /// false, with nothing changed, when a number would not stay finite.
 template <class Map>
@@ -79,12 +112,11 @@ int HvStdFCurve::ShiftParameters(double offset)
         impl_->IsAnyKeyLocked(CFCKeyConstraint::kParameterLocked)) {
         return 0;
     }
-    auto const shifted = [offset](double x) { return x + offset; };
     if (!HasUserData()) {
-        return MapParameters(*impl_, shifted) ? 1 : 0;
+        return Shift(*impl_, offset) ? 1 : 0;
     }
     Rollback rollback(*this);
-    if (!MapParameters(*impl_, shifted)) {
+    if (!Shift(*impl_, offset)) {
         return 0;
     }
     TranslateAllKeyUserData(offset);

@@ -90,15 +90,18 @@ template <class T>
 bool ReadHead(HvByteReader& body, std::uint32_t& version)
 {
     version = body.ReadUInt32();
-    std::uint32_t const kind = body.ReadUInt32();
-    unsigned char const* const identifier = body.ReadBytes(kIdentifierSize);
-    bool const isKnown = version >= kFirstVersion && kind == Format<T>::kKind &&
-                         identifier != nullptr &&
-                         std::memcmp(identifier, Format<T>::kIdentifier, kIdentifierSize) == 0;
-    if (!isKnown) {
-        body.Fail();
+    if (version < kFirstVersion) {
+        body.Fail(kCurveArchiveNoSuchVersion, sizeof version);
     }
-    return isKnown;
+    if (body.ReadUInt32() != Format<T>::kKind) {
+        body.Fail(kCurveArchiveOtherKind, sizeof(std::uint32_t));
+    }
+    unsigned char const* const identifier = body.ReadBytes(kIdentifierSize);
+    if (identifier != nullptr &&
+        std::memcmp(identifier, Format<T>::kIdentifier, kIdentifierSize) != 0) {
+        body.Fail("the identifier of its class is another one", kIdentifierSize);
+    }
+    return !body.Failed();
 }
 
 }  // namespace

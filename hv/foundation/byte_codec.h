@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 /// Reads an archive from front to back. A reader with an end never touches a byte beyond it: a read
 /// that would fails, fails every read after it, gives 0, and moves nothing. So a format is read
@@ -23,9 +24,14 @@
 ///         return 0;  // before anything is allocated for `count` keys
 ///     }
 ///
+/// The first fault is remembered: where the reader stood, and why it failed.
+///
 /// A reader is a small value; copy it to look ahead. Threads: as any value.
 class HvByteReader {
 public:
+    /// Why a read beyond the end fails.
+    static constexpr char const* kEndsEarly = "it ends in the middle of what it should hold";
+
     /// Reads `size` bytes from `start`.
     HvByteReader(void const* start, std::size_t size)
         : start_(static_cast<unsigned char const*>(start)), size_(size)
@@ -39,28 +45,50 @@ public:
     }
 
     /// Whether a read has gone beyond the end, or Fail was called.
-    bool Failed() const { return failed_; }
+    bool Failed() const { return fault_ != nullptr; }
     /// Makes the reader fail, for bytes that are there but wrong.
-    void Fail() { failed_ = true; }
+    ///
+    /// @param reason  why, a text that outlives the reader.
+    /// @param behind  how many bytes of the wrong field have been read.
+    void Fail(char const* reason, std::size_t behind = 0)
+    {
+        if (!Failed()) {
+            fault_ = reason;
+            faultPlace_ = base_ + used_ - behind;
+        }
+    }
+    /// Makes the reader fail where and why `part`, a reader that came from it, has failed.
+    void FailAs(HvByteReader const& part)
+    {
+        if (!Failed()) {
+            fault_ = part.fault_;
+            faultPlace_ = part.faultPlace_;
+        }
+    }
+    /// Why the reader has failed; null while it has not.
+    char const* Fault() const { return fault_; }
+    /// Where it has failed, in bytes from the start of the first reader, of which this one may be a
+    /// part.
+    std::size_t FaultPlace() const { return faultPlace_; }
     /// Bytes read and skipped so far.
     std::size_t Used() const { return used_; }
     /// Bytes that may still be read; 0 once the reader has failed. Without an end, a number that no
     /// archive reaches.
-    std::size_t Left() const { return failed_ ? 0 : size_ - used_; }
+    std::size_t Left() const { return Failed() ? 0 : size_ - used_; }
 
     /// Whether `count` records of at least `each` bytes can follow; otherwise the reader fails. A
     /// count that was read is held against this before storage is allocated for it.
     bool Holds(std::uint64_t count, std::size_t each)
     {
         if (each != 0 && count > Left() / each) {
-            Fail();
+            Fail(kEndsEarly);
         }
-        return !failed_;
+        return !Failed();
     }
 
-    std::uint8_t ReadUInt8() { return static_cast<std::uint8_t>(ReadLow(1)); }
-    std::uint16_t ReadUInt16() { return static_cast<std::uint16_t>(ReadLow(2)); }
-    std::uint32_t ReadUInt32() { return static_cast<std::uint32_t>(ReadLow(4)); }
+    std::uint8_t ReadUInt8() { return static_cast<std::uint8_t>(ReadLow<1>()); }
+    std::uint16_t ReadUInt16() { return static_cast<std::uint16_t>(ReadLow<2>()); }
+    std::uint32_t ReadUInt32() { return static_cast<std::uint32_t>(ReadLow<4>()); }
     std::int32_t ReadInt32()
     {
         std::uint32_t const bits = ReadUInt32();
@@ -79,7 +107,7 @@ public:
     /// A number; 0 for one that is not finite.
     double ReadFiniteDouble()
     {
-        std::uint64_t const bits = ReadLow(8);
+        std::uint64_t const bits = ReadLow<8>();
         double value;
         std::memcpy(&value, &bits, sizeof value);
         return std::isfinite(value) ? value : 0.0;
@@ -104,28 +132,34 @@ public:
     HvByteReader ReadPart(std::size_t size)
     {
         HvByteReader part(start_ + used_, size);
+        part.base_ = base_ + used_;
         if (ReadBytes(size) == nullptr) {
-            part.Fail();
+            part.FailAs(*this);
         }
         return part;
     }
 
 private:
-    // The next `size` bytes, at most 8, as the low ones of a number.
-    std::uint64_t ReadLow(std::size_t size)
+    // The next `kSize` bytes as the low ones of a number; 0 when they are not there.
+    template <std::size_t kSize>
+    std::uint64_t ReadLow()
     {
-        unsigned char const* const bytes = ReadBytes(size);
-        std::uint64_t value = 0;
-        for (std::size_t k = 0; bytes != nullptr && k < size; ++k) {
-            value |= std::uint64_t(bytes[k]) << (8 * k);
-        }
-        return value;
+        unsigned char const* const bytes = ReadBytes(kSize);
+        return bytes == nullptr ? 0 : Join(bytes, std::make_index_sequence<kSize>());
+    }
+    // One expression, which compilers turn into one load where the machine stores low bytes first.
+    template <std::size_t... kIndex>
+    static std::uint64_t Join(unsigned char const* bytes, std::index_sequence<kIndex...>)
+    {
+        return ((std::uint64_t(bytes[kIndex]) << (8 * kIndex)) | ...);
     }
 
     unsigned char const* start_;
     std::size_t size_;
     std::size_t used_ = 0;
-    bool failed_ = false;
+    std::size_t base_ = 0;  // where this reader starts in the first one
+    char const* fault_ = nullptr;
+    std::size_t faultPlace_ = 0;
 };
 
 /// Writes an archive from front to back into memory of the caller, who has asked for its size and
@@ -137,9 +171,9 @@ public:
     /// Bytes written and skipped so far.
     std::size_t Used() const { return used_; }
 
-    void WriteUInt8(std::uint8_t value) { WriteLow(value, 1); }
-    void WriteUInt16(std::uint16_t value) { WriteLow(value, 2); }
-    void WriteUInt32(std::uint32_t value) { WriteLow(value, 4); }
+    void WriteUInt8(std::uint8_t value) { WriteLow<1>(value); }
+    void WriteUInt16(std::uint16_t value) { WriteLow<2>(value); }
+    void WriteUInt32(std::uint32_t value) { WriteLow<4>(value); }
     void WriteInt32(std::int32_t value)
     {
         std::uint32_t bits;
@@ -160,7 +194,7 @@ public:
         double const finite = std::isfinite(value) ? value : 0.0;
         std::uint64_t bits;
         std::memcpy(&bits, &finite, sizeof bits);
-        WriteLow(bits, 8);
+        WriteLow<8>(bits);
     }
     /// Copies `size` bytes as they are; `bytes` may be null when there are none.
     void WriteBytes(void const* bytes, std::size_t size)
@@ -174,13 +208,16 @@ public:
     void Skip(std::size_t size) { used_ += size; }
 
 private:
-    void WriteLow(std::uint64_t value, std::size_t size)
+    template <std::size_t kSize>
+    void WriteLow(std::uint64_t value)
     {
-        unsigned char* const bytes = start_ + used_;
-        for (std::size_t k = 0; k < size; ++k) {
-            bytes[k] = static_cast<unsigned char>(value >> (8 * k));
-        }
-        used_ += size;
+        Split(start_ + used_, value, std::make_index_sequence<kSize>());
+        used_ += kSize;
+    }
+    template <std::size_t... kIndex>
+    static void Split(unsigned char* bytes, std::uint64_t value, std::index_sequence<kIndex...>)
+    {
+        ((bytes[kIndex] = static_cast<unsigned char>(value >> (8 * kIndex))), ...);
     }
 
     unsigned char* start_;

@@ -174,6 +174,65 @@ TEST(HvFCurveArchive, BoundedFormTellsLengthAndPrefix)
     EXPECT_EQ(curve, nullptr);
 }
 
+TEST(HvFCurveArchive, RefusalTellsPlaceAndReason)
+{
+    HvArchiveFault fault;
+    auto const refuse = [&fault](Bytes const& archive) {
+        fault = HvArchiveFault();
+        HvBaseFCurve* curve = nullptr;
+        EXPECT_EQ(HvBaseFCurve_CreateFromBuffer(archive.data(), archive.size(), &curve, fault), 0u);
+        EXPECT_EQ(curve, nullptr);
+        return std::string(fault.reason == nullptr ? "" : fault.reason);
+    };
+    auto const with = [](Bytes archive, std::size_t at, unsigned char byte) {
+        archive[at] = byte;
+        return archive;
+    };
+    std::vector<Bytes> const archives = SmallArchives();
+    Bytes const& standard = archives[kNewestStandard];
+
+    EXPECT_EQ(refuse({0, 0, 0}), "it ends in the middle of what it should hold");
+    EXPECT_EQ(fault.place, 0u);
+    EXPECT_EQ(refuse(Bytes(standard.begin(), standard.end() - 1)),
+              "it ends in the middle of what it should hold");
+    EXPECT_EQ(fault.place, 4u);
+    Bytes huge = standard;
+    SetLength(huge, 0xFFFFFFFCu);
+    EXPECT_EQ(refuse(huge), "its length is beyond what an archive can have");
+    EXPECT_EQ(fault.place, 0u);
+
+    EXPECT_EQ(refuse(with(standard, 8, 50)), "there is no such kind of curve");
+    EXPECT_EQ(fault.place, 8u);
+    EXPECT_EQ(refuse(with(archives[0], 12, 0)), "the identifier of its class is another one");
+    EXPECT_EQ(fault.place, 12u);
+    EXPECT_EQ(refuse(with(archives[1], 4, 0)), "its kind of curve has no such version");
+    EXPECT_EQ(fault.place, 4u);
+    // The count claims more keys than there are bytes.
+    EXPECT_EQ(refuse(with(standard, 42, 1)), "it ends in the middle of what it should hold");
+    EXPECT_EQ(fault.place, 44u);
+    std::size_t const words = 44 + 60;
+    EXPECT_EQ(refuse(with(standard, words, 2)), "the tag of a section is another one");
+    EXPECT_EQ(fault.place, words);
+    // The user data behind words, tag, two settings and private bytes claim a byte too many.
+    std::size_t const userData = words + 4 + 2 + 4 + 2 + 2;
+    EXPECT_EQ(refuse(with(standard, userData + 1, 1)),
+              "it ends in the middle of what it should hold");
+    EXPECT_EQ(fault.place, userData + 4);
+    Bytes const oldest = StdBody(1, PlainKeys()).Buffer();
+    std::size_t const keyEnd = 4 + 4 + 8 + 4 + 4 + 64;
+    refuse(with(oldest, keyEnd - 1, 1));
+    EXPECT_STREQ(fault.reason, "a key of version 1 does not end with zeros");
+
+    // Nothing is told of what is no buffer, or of one that is read.
+    fault = HvArchiveFault();
+    HvBaseFCurve* curve = nullptr;
+    HvBaseFCurve_CreateFromBuffer(nullptr, 9, &curve, fault);
+    HvBaseFCurve_CreateFromBuffer(standard.data(), standard.size(), nullptr, fault);
+    EXPECT_NE(HvBaseFCurve_CreateFromBuffer(standard.data(), standard.size(), &curve, fault), 0u);
+    delete curve;
+    EXPECT_EQ(fault.reason, nullptr);
+}
+
 TEST(HvFCurveArchive, EveryTruncatedBufferIsRefused)
 {
     for (Bytes const& archive : SmallArchives()) {

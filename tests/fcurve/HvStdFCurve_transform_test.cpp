@@ -48,6 +48,41 @@ TEST(HvStdFCurve_transform, ShiftMovesParametersHandlesAndUserData)
     EXPECT_FALSE(curve.HasUserData(4));
 }
 
+TEST(HvStdFCurve_transform, ShiftThatRoundsKeepsSegmentsValid)
+{
+    // Crossing handles that touch the bound of what rises: beside keys 1e-12 apart, at 3 the last
+    // bits that are left of them decide.
+    double const span = 0x1p-40;
+    for (int step = 1; step < 200; ++step) {
+        double const reach = span * (0.5 + step / 400.0);
+        // The longest left handle that a right one of `reach` allows is looked for by halving.
+        double low = 0.0;
+        double high = span * 1.5;
+        for (int i = 0; i < 60; ++i) {
+            double const middle = (low + high) / 2;
+            bool const fits =
+                HvStdFCurve_IsCubicSegmentValid(Point(0, 0), Point(reach, 0),
+                                                Point(span - middle, 0), Point(span, 0)) != 0;
+            (fits ? low : high) = middle;
+        }
+        StdCurve curve({KeyWithHandles(0, 0, {0, 0}, {reach, 1}, kCubic),
+                        KeyWithHandles(span, 1, {-low, 1}, {0, 0}, kCubic)});
+        ASSERT_EQ(curve.Impl().IsValid(), 1);
+        EXPECT_EQ(curve.ShiftParameters(-3), 1);
+        EXPECT_EQ(curve.Impl().IsValid(), 1) << step;
+    }
+}
+
+TEST(HvStdFCurve_transform, ShiftLeavesASegmentThatIsNotValidAsItIs)
+{
+    StdCurve curve({KeyWithHandles(0, 0, {0, 0}, {3, 1}, kCubic),
+                    KeyWithHandles(1, 1, {-3, 1}, {0, 0}, kCubic)});
+    ASSERT_EQ(curve.Impl().IsValid(), 0);
+    EXPECT_EQ(curve.ShiftParameters(1), 1);
+    EXPECT_EQ(curve.Impl().keys[0].rightHandle, Point(4, 1));
+    EXPECT_EQ(curve.Impl().keys[1].leftHandle, Point(-1, 2));
+}
+
 TEST(HvStdFCurve_transform, ScaleOfTheAxisMovesParametersHandlesAndUserData)
 {
     StdCurve curve = TwoKeys();

@@ -190,6 +190,52 @@ TEST(byte_codec, UnboundedReaderTrustsItsCaller)
     EXPECT_TRUE(part.Failed()) << "a part of an unbounded reader has its own end";
     EXPECT_EQ(reader.Used(), 6u);
     EXPECT_FALSE(reader.Failed());
-    reader.Fail();
+    reader.Fail("wrong");
     EXPECT_TRUE(reader.Failed());
+}
+
+TEST(byte_codec, FirstFaultIsRemembered)
+{
+    unsigned char const bytes[10] = {};
+    HvByteReader reader(bytes, sizeof bytes);
+    EXPECT_EQ(reader.Fault(), nullptr);
+    reader.ReadUInt32();
+    reader.Fail("wrong number", 4);
+    EXPECT_STREQ(reader.Fault(), "wrong number");
+    EXPECT_EQ(reader.FaultPlace(), 0u);
+    reader.ReadUInt8();
+    reader.Fail("too late");
+    EXPECT_STREQ(reader.Fault(), "wrong number");
+    EXPECT_EQ(reader.FaultPlace(), 0u);
+}
+
+TEST(byte_codec, FaultOfAPartTellsItsPlaceInTheWhole)
+{
+    unsigned char const bytes[20] = {};
+    HvByteReader whole(bytes, sizeof bytes);
+    whole.Skip(3);
+    HvByteReader part = whole.ReadPart(8);
+    part.Skip(2);
+    HvByteReader inner = part.ReadPart(4);
+    inner.ReadUInt8();
+    inner.ReadUInt32();
+    EXPECT_STREQ(inner.Fault(), HvByteReader::kEndsEarly);
+    EXPECT_EQ(inner.FaultPlace(), 6u);
+    part.FailAs(inner);
+    EXPECT_EQ(part.Left(), 0u);
+    EXPECT_EQ(part.FaultPlace(), 6u);
+    part.FailAs(whole);
+    EXPECT_STREQ(part.Fault(), HvByteReader::kEndsEarly) << "the first fault stays";
+    EXPECT_FALSE(whole.Failed());
+}
+
+TEST(byte_codec, PartThatIsNotThereFailsWhereItWouldStart)
+{
+    unsigned char const bytes[6] = {};
+    HvByteReader whole(bytes, sizeof bytes);
+    whole.Skip(4);
+    HvByteReader const part = whole.ReadPart(3);
+    EXPECT_EQ(part.FaultPlace(), 4u);
+    EXPECT_EQ(whole.FaultPlace(), 4u);
+    EXPECT_STREQ(part.Fault(), HvByteReader::kEndsEarly);
 }

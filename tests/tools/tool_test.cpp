@@ -243,3 +243,113 @@ TEST_F(tool, DamagedFilesDoNoHarm)
         EXPECT_TRUE(run.code == 0 || Refused(run)) << run.err;
     }
 }
+
+TEST_F(tool, ReducesEveryTrackAndTellsTheError)
+{
+    ToolRun const run({"curve", kSample, "--reduce", "0.01"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_NE(run.out.find("largest error  allowed  place"), std::string::npos);
+    // Five equal values need two keys, and none is lost.
+    EXPECT_NE(run.out.find("      8     5           2              0        0  "
+                           "layers[1].shapes[0].it[1].c[3]\n"),
+              std::string::npos)
+        << run.out;
+    EXPECT_NE(run.out.find("\nreduced 87 keys to "), std::string::npos);
+}
+
+TEST_F(tool, ResamplesOneTrack)
+{
+    std::string const path = PathOf("resampled.hvc");
+    EXPECT_EQ(
+        ToolRun({"curve", kSample, "--track", "1", "--resample", "30", "--save", path.c_str()})
+            .code,
+        0);
+    ToolRun const inspected({"inspect", path.c_str()});
+    // The track has keys at 0, 108 and 120; the new ones stand 30 apart from its first on.
+    EXPECT_NE(inspected.out.find("curve 0 at byte 0: standard, version 266, "), std::string::npos);
+    for (std::string const at :
+         {"    0    0  ", "    1   30  ", "    2   60  ", "    3   90  ", "    4  120  "}) {
+        EXPECT_NE(inspected.out.find(at), std::string::npos) << at << inspected.out;
+    }
+    EXPECT_EQ(inspected.out.find("  108  "), std::string::npos);
+    EXPECT_NE(inspected.out.find(": 1 curve, 397 bytes\n"), std::string::npos) << inspected.out;
+}
+
+TEST_F(tool, SmoothsByTheBinomialCoefficients)
+{
+    // Keys 0, 8, 0 at frames 0, 10, 20: the middle one becomes 0/4 + 8/2 + 0/4.
+    std::string const file = Write(
+        "peak.json",
+        R"({"v":"5","fr":30,"ip":0,"op":30,"w":1,"h":1,"layers":[{"ty":3,"ks":{"r":{"a":1,"k":[)"
+        R"({"t":0,"s":[0],"i":{"x":1,"y":1},"o":{"x":0,"y":0}},)"
+        R"({"t":10,"s":[8],"i":{"x":1,"y":1},"o":{"x":0,"y":0}},{"t":20,"s":[0]}]}}}]})");
+    ToolRun const run({"curve", file.c_str(), "--track", "0", "--smooth", "3", "--evaluate", "10"});
+    EXPECT_EQ(run.out, "10 4\n");
+}
+
+TEST_F(tool, ReshapingNumbersThatMeanNothingAreRefused)
+{
+    for (std::vector<char const*> const& arguments : {std::vector<char const*>{"--resample", "0"},
+                                                      {"--resample", "nan"},
+                                                      {"--resample", "1e-9"},
+                                                      {"--smooth", "2"},
+                                                      {"--smooth", "1001"},
+                                                      {"--smooth", "-1"},
+                                                      {"--reduce", "-0.1"},
+                                                      {"--reduce", "nan"},
+                                                      {"--check", "--reduce", "1"},
+                                                      {"--check", "--save", "x"}}) {
+        std::vector<char const*> all = {"curve", kSample};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        EXPECT_TRUE(Refused(ToolRun(all))) << arguments[0] << " " << arguments[1];
+    }
+}
+
+TEST_F(tool, SavesEveryTrackOneBehindAnother)
+{
+    std::string const path = PathOf("all.hvc");
+    EXPECT_EQ(ToolRun({"curve", kSample, "--save", path.c_str()}).code, 0);
+    ToolRun const run({"inspect", path.c_str(), "--brief"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.err, "");
+    // 68 bytes, 64 for each of 9 keys and 9 of user data that there are not.
+    EXPECT_NE(run.out.find("curve 0 at byte 0: standard, version 266, 653 bytes, 9 keys, beyond "
+                           "keys constant, time curve\ncurve 1 at byte 653: "),
+              std::string::npos)
+        << run.out;
+    EXPECT_NE(run.out.find("curve 13 at byte "), std::string::npos);
+    EXPECT_EQ(run.out.find("curve 14"), std::string::npos);
+    EXPECT_EQ(run.out.find("segment"), std::string::npos) << "brief shows no keys";
+}
+
+TEST_F(tool, DamagedArchiveIsRefusedWithPlaceAndReason)
+{
+    std::string const path = PathOf("good.hvc");
+    ToolRun({"curve", kSample, "--track", "1", "--save", path.c_str()});
+    std::string const good = Read(path);
+    ASSERT_EQ(good.size(), 269u);
+
+    std::string const twice = good + good;
+    ToolRun const cut({"inspect", Write("cut.hvc", twice.substr(0, 500)).c_str()});
+    EXPECT_TRUE(Refused(cut));
+    EXPECT_NE(cut.out.find("curve 0 at byte 0"), std::string::npos) << "what is good is shown";
+    EXPECT_NE(cut.err.find("curve 1, which starts at byte 269, is refused at byte 273: it ends in "
+                           "the middle"),
+              std::string::npos)
+        << cut.err;
+
+    std::string kind = twice;
+    kind[269 + 8] = 21;
+    EXPECT_NE(ToolRun({"inspect", Write("kind.hvc", kind).c_str()})
+                  .err.find("is refused at byte 277: there is no such kind of curve"),
+              std::string::npos);
+    std::string tag = good;
+    tag[44 + 3 * 60] = 2;
+    EXPECT_NE(ToolRun({"inspect", Write("tag.hvc", tag).c_str()})
+                  .err.find("is refused at byte 224: the tag of a section is another one"),
+              std::string::npos);
+    EXPECT_TRUE(Refused(ToolRun({"inspect", "does-not-exist.hvc"})));
+    ToolRun const empty({"inspect", Write("empty.hvc", "").c_str()});
+    EXPECT_EQ(empty.code, 0);
+    EXPECT_NE(empty.out.find(": 0 curves, 0 bytes\n"), std::string::npos);
+}

@@ -8,6 +8,7 @@
 #include <tools/commands/curve_command.h>
 #include <tools/curve/track_curve.h>
 #include <tools/curve/track_report.h>
+#include <tools/curve/track_reshape.h>
 #include <tools/files.h>
 #include <tools/lottie/LottieDocument.h>
 #include <tools/number_text.h>
@@ -29,6 +30,8 @@ namespace {
 constexpr double kCheckTolerance = 1e-9;
 /// More samples than anybody reads are taken for a slip of the step.
 constexpr double kMostSamples = 1e8;
+/// The most keys that a value is smoothed over.
+constexpr unsigned int kMostTaps = 999;
 /// Samples evaluated under one lock, and between two looks at the clock.
 constexpr std::size_t kSampleBatch = 4096;
 
@@ -43,6 +46,14 @@ struct Request {
     std::optional<double> to;
     std::vector<double> evaluate;
     bool check = false;
+    TrackReshape reshape;
+    std::string save;
+};
+
+/// A track that was asked for, by its number, and its curve.
+struct NumberedCurve {
+    std::size_t number;
+    std::unique_ptr<HvStdFCurve> curve;
 };
 
 LottieDocument ReadDocument(std::string const& file)
@@ -55,7 +66,7 @@ LottieDocument ReadDocument(std::string const& file)
     }
 }
 
-LottieTrack const& TrackOf(Request const& request, LottieDocument const& document)
+void RefuseUnknownTrack(Request const& request, LottieDocument const& document)
 {
     std::size_t const count = document.tracks.size();
     if (count == 0) {
@@ -65,7 +76,52 @@ LottieTrack const& TrackOf(Request const& request, LottieDocument const& documen
         throw ToolError(request.file + ": has no track " + std::to_string(*request.track) +
                         "; its tracks are 0 to " + std::to_string(count - 1));
     }
-    return document.tracks[*request.track];
+}
+
+/// The curve of the track that was asked for, or of all tracks.
+std::vector<NumberedCurve> CurvesOf(Request const& request, LottieDocument const& document)
+{
+    std::vector<NumberedCurve> curves;
+    for (std::size_t i = 0; i < document.tracks.size(); ++i) {
+        if (!request.track || *request.track == i) {
+            curves.push_back({i, TrackCurve_Build(document.tracks[i])});
+        }
+    }
+    return curves;
+}
+
+/// Reshapes the curves, and tells what was reduced. Nothing is told when `quiet`.
+void Reshape(Request const& request, LottieDocument const& document,
+             std::vector<NumberedCurve> const& curves, bool quiet, ToolStreams const& streams)
+{
+    ProgressBar progress(streams.err, streams.showProgress, "reshaping", curves.size());
+    std::vector<TrackReduction> reductions;
+    for (NumberedCurve const& numbered : curves) {
+        reductions.push_back(TrackReshape_Apply(request.reshape, *numbered.curve));
+        progress.Advance(1);
+    }
+    if (request.reshape.reduceTolerance && !quiet) {
+        std::vector<TrackReport_Reduced> reduced;
+        for (std::size_t i = 0; i < curves.size(); ++i) {
+            reduced.push_back(
+                {curves[i].number, &document.tracks[curves[i].number], reductions[i]});
+        }
+        TrackReport_Reductions(streams.out, reduced);
+    }
+}
+
+/// Writes the archives of the curves, one behind another.
+void Save(std::string const& path, std::vector<NumberedCurve> const& curves)
+{
+    OutputFile file(path);
+    std::string bytes;
+    for (NumberedCurve const& numbered : curves) {
+        // The curve does not write every byte that it counts; what it leaves is zero here.
+        bytes.assign(numbered.curve->GetBufferSize(), '\0');
+        numbered.curve->WriteToBuffer(bytes.data());
+        file.Stream() << bytes;
+    }
+    file.Close();
 }
 
 std::string Subtitle(LottieTrack const& track)
@@ -161,6 +217,17 @@ void RefuseBadNumbers(Request const& request)
     if (!(request.step > 0.0)) {
         throw ToolError("--step must be above 0");
     }
+    TrackReshape const& reshape = request.reshape;
+    if (!(reshape.resampleStep.value_or(1.0) > 0.0)) {
+        throw ToolError("--resample must be above 0");
+    }
+    unsigned int const taps = reshape.smoothTaps.value_or(1);
+    if (taps % 2 == 0 || taps > kMostTaps) {
+        throw ToolError("--smooth must be an odd number up to " + std::to_string(kMostTaps));
+    }
+    if (!(reshape.reduceTolerance.value_or(0.0) >= 0.0)) {
+        throw ToolError("--reduce must not be below 0");
+    }
     bool const isOrdered =
         !request.from || !request.to ||
         (std::isfinite(*request.from) && std::isfinite(*request.to) && *request.from < *request.to);
@@ -171,6 +238,19 @@ void RefuseBadNumbers(Request const& request)
     }
 }
 
+/// The values, samples and picture of a track that were asked for.
+void ShowTrack(Request const& request, LottieTrack const& track, HvStdFCurve const& curve,
+               ToolStreams const& streams)
+{
+    TrackReport_Evaluate(streams.out, curve, request.evaluate);
+    if (!request.csv.empty()) {
+        Sample(request, track, curve, streams);
+    }
+    if (!request.plot.empty()) {
+        Plot(request, track, curve);
+    }
+}
+
 int Run(Request const& request, ToolStreams const& streams)
 {
     RefuseBadNumbers(request);
@@ -178,21 +258,23 @@ int Run(Request const& request, ToolStreams const& streams)
     if (request.check) {
         return Check(document, streams);
     }
+    if (request.track) {
+        RefuseUnknownTrack(request, document);
+    }
     // What prints numbers prints nothing else, so that another program can read it.
-    if (request.evaluate.empty() && request.csv != "-") {
+    bool const printsNumbers = !request.evaluate.empty() || request.csv == "-";
+    if (!printsNumbers) {
         TrackReport_List(streams.out, request.file, document);
     }
-    if (!request.track) {
-        return ToolExitDone;
+    std::vector<NumberedCurve> const curves = CurvesOf(request, document);
+    if (request.reshape.IsAsked()) {
+        Reshape(request, document, curves, printsNumbers, streams);
     }
-    LottieTrack const& track = TrackOf(request, document);
-    std::unique_ptr<HvStdFCurve> const curve = TrackCurve_Build(track);
-    TrackReport_Evaluate(streams.out, *curve, request.evaluate);
-    if (!request.csv.empty()) {
-        Sample(request, track, *curve, streams);
+    if (!request.save.empty()) {
+        Save(request.save, curves);
     }
-    if (!request.plot.empty()) {
-        Plot(request, track, *curve);
+    if (request.track) {
+        ShowTrack(request, document.tracks[*request.track], *curves.front().curve, streams);
     }
     return ToolExitDone;
 }
@@ -219,7 +301,23 @@ void CurveCommand_Add(CLI::App& app, ToolStreams const& streams, int& result)
     command->add_option("--to", request->to, "last frame to draw or sample")->needs(track);
     command->add_option("--evaluate", request->evaluate, "print the track's values at these frames")
         ->needs(track);
-    command->add_flag("--check", request->check,
-                      "compare every track with the file at its keys; fails above 1e-9");
+    TrackReshape& reshape = request->reshape;
+    CLI::Option* resample =
+        command->add_option("--resample", reshape.resampleStep,
+                            "put keys this many frames apart in place of the file's");
+    CLI::Option* smooth = command->add_option(
+        "--smooth", reshape.smoothTaps, "smooth the values at the keys over this many keys, odd");
+    CLI::Option* reduce =
+        command->add_option("--reduce", reshape.reduceTolerance,
+                            "remove keys that add no more than this share of the values' range");
+    CLI::Option* save = command->add_option(
+        "--save", request->save, "write the archives of the track, or of all, into this .hvc file");
+    command
+        ->add_flag("--check", request->check,
+                   "compare every track with the file at its keys; fails above 1e-9")
+        ->excludes(resample)
+        ->excludes(smooth)
+        ->excludes(reduce)
+        ->excludes(save);
     command->callback([request, &streams, &result] { result = Run(*request, streams); });
 }

@@ -3,12 +3,13 @@
 
 // What the tool tells of an animation and its tracks.
 
+#include <tools/curve/curve_names.h>
 #include <tools/curve/track_curve.h>
 #include <tools/curve/track_report.h>
 #include <tools/number_text.h>
+#include <tools/text_table.h>
 
 #include <algorithm>
-#include <array>
 #include <ostream>
 
 namespace {
@@ -16,8 +17,10 @@ namespace {
 /// Significant digits of numbers in the table; exact ones are had by evaluating.
 constexpr int kTableDigits = 6;
 
-constexpr std::size_t kColumns = 6;
-using Row = std::array<std::string, kColumns>;
+constexpr int kErrorDigits = 3;
+
+/// Columns of the table that hold numbers to be compared: track and keys.
+constexpr std::size_t kNumberColumns = 2;
 
 std::string Range(double low, double high)
 {
@@ -26,22 +29,7 @@ std::string Range(double low, double high)
     return from == to ? from : from + " to " + to;
 }
 
-std::string ExtrapolationName(HvBaseFCurve::ExtrapolationMethod method)
-{
-    switch (method) {
-    case HvBaseFCurve::ConstantExtrapolation:
-        return "constant";
-    case HvBaseFCurve::LinearExtrapolation:
-        return "linear";
-    case HvBaseFCurve::CycleExtrapolation:
-        return "cycle";
-    case HvBaseFCurve::RelativeCycleExtrapolation:
-        return "relative cycle";
-    }
-    return "unknown";
-}
-
-Row RowOf(std::size_t number, LottieTrack const& track)
+TextRow RowOf(std::size_t number, LottieTrack const& track)
 {
     auto const [low, high] = std::minmax_element(
         track.keys.begin(), track.keys.end(),
@@ -50,27 +38,8 @@ Row RowOf(std::size_t number, LottieTrack const& track)
             std::to_string(track.keys.size()),
             Range(track.keys.front().time, track.keys.back().time),
             Range(low->value, high->value),
-            ExtrapolationName(TrackCurve_Build(track)->GetExtrapolationMethod()),
+            CurveName_OfExtrapolation(TrackCurve_Build(track)->GetExtrapolationMethod()),
             track.path + (track.name.empty() ? "" : "  (" + track.name + ")")};
-}
-
-/// The rows with each column as wide as its widest cell; numbers, the first two, to the right.
-void WriteTable(std::ostream& out, std::vector<Row> const& rows)
-{
-    std::array<std::size_t, kColumns> widths{};
-    for (Row const& row : rows) {
-        for (std::size_t i = 0; i < kColumns; ++i) {
-            widths[i] = std::max(widths[i], row[i].size());
-        }
-    }
-    for (Row const& row : rows) {
-        for (std::size_t i = 0; i < kColumns; ++i) {
-            std::string const padding(widths[i] - row[i].size(), ' ');
-            bool const isLast = i + 1 == kColumns;
-            out << "  " << (i < 2 ? padding + row[i] : row[i] + (isLast ? "" : padding));
-        }
-        out << "\n";
-    }
 }
 
 }  // namespace
@@ -87,12 +56,12 @@ void TrackReport_List(std::ostream& out, std::string const& file, LottieDocument
     }
     out << " " << NumberText_Counted(document.tracks.size(), "animated track") << "\n";
     if (!document.tracks.empty()) {
-        std::vector<Row> rows = {
+        std::vector<TextRow> rows = {
             {"track", "keys", "frames", "values at keys", "beyond keys", "place"}};
         for (LottieTrack const& track : document.tracks) {
             rows.push_back(RowOf(rows.size() - 1, track));
         }
-        WriteTable(out, rows);
+        TextTable_Write(out, rows, kNumberColumns);
     }
     for (LottieNote const& note : document.notes) {
         out << "note: " << note.path << ": " << note.text << "\n";
@@ -111,4 +80,25 @@ void TrackReport_Evaluate(std::ostream& out, HvStdFCurve const& curve,
         }
         out << "\n";
     }
+}
+
+void TrackReport_Reductions(std::ostream& out, std::vector<TrackReport_Reduced> const& tracks)
+{
+    std::size_t before = 0;
+    std::size_t after = 0;
+    std::vector<TextRow> rows = {
+        {"track", "keys", "reduced to", "largest error", "allowed", "place"}};
+    for (TrackReport_Reduced const& reduced : tracks) {
+        TrackReduction const& reduction = reduced.reduction;
+        before += reduction.keysBefore;
+        after += reduction.keysAfter;
+        rows.push_back({std::to_string(reduced.number), std::to_string(reduction.keysBefore),
+                        std::to_string(reduction.keysAfter),
+                        NumberText_Rounded(reduction.largestError, kErrorDigits),
+                        NumberText_Rounded(reduction.allowed, kErrorDigits), reduced.track->path});
+    }
+    if (!tracks.empty()) {
+        TextTable_Write(out, rows, rows.front().size() - 1);
+    }
+    out << "reduced " << NumberText_Counted(before, "key") << " to " << after << "\n";
 }

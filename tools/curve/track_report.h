@@ -7,8 +7,10 @@
 #define HV_TOOLS_CURVE_TRACK_REPORT_H
 
 #include <hv/fcurve/HvStdFCurve.h>
+#include <tools/curve/track_reshape.h>
 #include <tools/lottie/LottieDocument.h>
 
+#include <cstddef>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -20,5 +22,15 @@ void TrackReport_List(std::ostream& out, std::string const& file, LottieDocument
 /// the left.
 void TrackReport_Evaluate(std::ostream& out, HvStdFCurve const& curve,
                           std::vector<double> const& times);
+
+/// A track that was reduced, and its number.
+struct TrackReport_Reduced {
+    std::size_t number;
+    LottieTrack const* track;
+    TrackReduction reduction;
+};
+
+/// Writes a table of what reducing did to the tracks, and the sums of their keys.
+void TrackReport_Reductions(std::ostream& out, std::vector<TrackReport_Reduced> const& tracks);
 
 #endif

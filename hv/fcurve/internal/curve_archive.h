@@ -19,6 +19,11 @@
 /// Bytes of the length that stands before a body; it counts what follows it.
 constexpr unsigned int kCurveArchiveLengthSize = 4;
 
+/// What a reader says of a version or kind that is not one of its own.
+constexpr char const* kCurveArchiveNoSuchVersion = "its kind of curve has no such version";
+constexpr char const* kCurveArchiveOtherKind = "it is a curve of another kind";
+constexpr char const* kCurveArchiveNoSuchKind = "there is no such kind of curve";
+
 /// The tag that opens a section. Stored in files: add at the end, never renumber.
 enum class HvCurveSection : std::uint32_t {
     Words = 0x101,           ///< standard: a constraint word for each key
@@ -37,7 +42,7 @@ inline void HvCurveArchive_WriteTag(HvByteWriter& writer, HvCurveSection section
 inline void HvCurveArchive_ReadTag(HvByteReader& reader, HvCurveSection section)
 {
     if (reader.ReadUInt32() != static_cast<std::uint32_t>(section)) {
-        reader.Fail();
+        reader.Fail("the tag of a section is another one", sizeof(std::uint32_t));
     }
 }
 
@@ -101,7 +106,7 @@ inline void HvCurveArchive_ReadUserData(HvByteReader& reader, HvBaseFCurve& curv
     HvByteReader block = reader.ReadPart(length);
     curve.ReadUserDataBlockBody(block);
     if (block.Failed()) {
-        reader.Fail();
+        reader.FailAs(block);
     }
 }
 

@@ -27,7 +27,7 @@ constexpr std::size_t kWordSize = 2;
 void ReadFieldsAndKeys(HvByteReader& body, HvRawFCurveImpl& impl)
 {
     if (body.ReadUInt32() != HvBaseFCurve::Raw) {
-        body.Fail();
+        body.Fail(kCurveArchiveOtherKind, sizeof(std::uint32_t));
         return;
     }
     impl.valueWhenNoKeys = body.ReadFiniteDouble();
@@ -84,7 +84,7 @@ unsigned int HvRawArchive_Read(HvByteReader& body, HvRawFCurveImpl& impl, HvRawF
     std::size_t const start = body.Used();
     std::uint32_t const version = body.ReadUInt32();
     if (version < kFirstVersion) {
-        body.Fail();
+        body.Fail(kCurveArchiveNoSuchVersion, sizeof version);
     }
     if (version >= kFirstVersionWithOwnKeyReader) {
         SetFromHvRawFCurve_010221_Buffer(body, impl, curve, ok);

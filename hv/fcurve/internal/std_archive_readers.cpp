@@ -71,7 +71,7 @@ void ReadOldest(HvByteReader& body, HvStdFCurveImpl& impl)
         behindKeys |= keys.ReadUInt32();
     });
     if (behindKeys != 0) {
-        body.Fail();
+        body.Fail("a key of version 1 does not end with zeros");
     }
 }
 
@@ -79,7 +79,7 @@ void ReadOldest(HvByteReader& body, HvStdFCurveImpl& impl)
 void ReadFieldsAndKeys(HvByteReader& body, HvStdFCurveImpl& impl)
 {
     if (body.ReadUInt32() != HvBaseFCurve::Standard) {
-        body.Fail();
+        body.Fail(kCurveArchiveOtherKind, sizeof(std::uint32_t));
         return;
     }
     impl.valueWhenNoKeys = body.ReadFiniteDouble();
@@ -173,7 +173,7 @@ unsigned int HvStdArchive_Read(HvByteReader& body, HvStdFCurveImpl& impl, HvStdF
         return HvCurveArchive_Used(body, start, ok);
     }
     if (version < kFirstVersionWithKind) {
-        body.Fail();
+        body.Fail(kCurveArchiveNoSuchVersion, sizeof version);
     }
     ReadFieldsAndKeys(body, impl);
     ReadSections(body, version, impl, curve, ok);
