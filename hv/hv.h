@@ -48,6 +48,7 @@
 #include <hv/foundation/raw_elements.h>
 #include <hv/foundation/saturate.h>
 
+#include <hv/bezier/HvBezierSink.h>
 #include <hv/bezier/HvBezierTool.h>
 #include <hv/bezier/HvBezierTool_clip.h>
 #include <hv/bezier/HvBezierTool_extent.h>
@@ -87,6 +88,9 @@
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvIsoView.h>
 #include <hv/shape/HvParallelogram2f.h>
+#include <hv/shape/HvPath2f.h>
+#include <hv/shape/HvPath2fIter.h>
+#include <hv/shape/HvPath2fSink.h>
 #include <hv/shape/HvShape2f.h>
 #include <hv/shape/HvShapeArchive.h>
 #include <hv/shape/shape_boolean.h>

@@ -9,27 +9,15 @@
 
 #include "probe_shape.h"
 #include "shape_lock_probe.h"
+#include "slot_of.h"
 #include <tests/support/allocation_failure.h>
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <cstdint>
-#include <cstring>
 #include <memory>
 
 #if defined(__x86_64__) && defined(__GNUC__)
 namespace {
-
-/// The slot of a virtual operation: a pointer to it holds 1 + its offset in the virtual table, in
-/// bytes (Itanium C++ ABI, 2.3).
-template <class Operation>
-std::size_t SlotOf(Operation operation)
-{
-    std::uintptr_t word = 0;
-    std::memcpy(&word, &operation, sizeof word);
-    return (word - 1) / sizeof(void*);
-}
 
 template <class Result, class... Arguments>
 using Reader = Result (HvShape2f::*)(Arguments...) const;
