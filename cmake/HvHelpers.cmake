@@ -57,6 +57,29 @@ function(hv_bench name)
     RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/benchmarks)
 endfunction()
 
+# hv_bench_peer(<name> <PEER> <header> <libraries...>): where the machine has that library, the
+# benchmark is compiled with HV_PEER_<PEER> and times it beside ours. Found by its header, as the
+# packages differ in what else they bring.
+function(hv_bench_peer name peer header)
+  find_path(HV_PEER_${peer}_INCLUDE ${header} PATH_SUFFIXES cairo freetype2 opencv4)
+  set(found ${HV_PEER_${peer}_INCLUDE})
+  set(libraries)
+  foreach(library ${ARGN})
+    find_library(HV_PEER_${peer}_${library} ${library})
+    list(APPEND libraries ${HV_PEER_${peer}_${library}})
+    if(NOT HV_PEER_${peer}_${library})
+      set(found)
+    endif()
+  endforeach()
+  if(found)
+    target_include_directories(hv_${name}_bench SYSTEM PRIVATE ${HV_PEER_${peer}_INCLUDE})
+    target_link_libraries(hv_${name}_bench PRIVATE ${libraries})
+    target_compile_definitions(hv_${name}_bench PRIVATE HV_PEER_${peer})
+  else()
+    message(STATUS "hv_${name}_bench: no ${peer} on this machine")
+  endif()
+endfunction()
+
 # hv_example(<name>): the example program of <name>.cpp, and its run as a test.
 function(hv_example name)
   add_executable(hv_example_${name} ${name}.cpp)

@@ -80,10 +80,13 @@
 #include <hv/fcurve/HvSteppedFCurve.h>
 #include <hv/fcurve/flatten_edges.h>
 
+#include <hv/raster/HvBlurKernel.h>
 #include <hv/raster/HvDoubleRaster.h>
+#include <hv/raster/HvFillBox.h>
 #include <hv/raster/HvFloatRaster.h>
 #include <hv/raster/HvRasterGrid.h>
 #include <hv/raster/HvUByteRaster.h>
+#include <hv/raster/polygon_fill.h>
 
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvIsoView.h>

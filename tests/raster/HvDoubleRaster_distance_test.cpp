@@ -142,19 +142,24 @@ TEST(HvDoubleRaster_distance, IsExactForOneSeed)
     }
 }
 
-// Danielsson gives 0.29 pixels as the greatest error of a propagation to four neighbours.
-TEST(HvDoubleRaster_distance, IsNeverBelowTheTrueDistanceAndLittleAboveIt)
+// Every value is the distance of some seed. And each step of the propagation makes a distance
+// longer by at most 1, so that none exceeds the number of steps to the nearest seed.
+TEST(HvDoubleRaster_distance, LiesBetweenTheTrueDistanceAndTheStepsToASeed)
 {
-    constexpr double kGreatestError = 0.29;
     rc::check([] {
         auto mask = RandomMask(PickInRange(2, 18), PickInRange(2, 18), PickInRange(1, 30));
         std::replace(mask.data, mask.data + mask.NumPixels(), 2, 0);
         mask.data[PickInRange(0, mask.width * mask.height)] = 1;
-        auto const map = SquaredMap(mask);
-        auto const truth = BruteForce(mask, SquaredEuclidean);
-        for (std::size_t i = 0; i < map.size(); ++i) {
-            RC_ASSERT(map[i] >= truth[i]);
-            RC_ASSERT(std::sqrt(map[i]) <= std::sqrt(truth[i]) + kGreatestError);
+        auto const squared = SquaredMap(mask);
+        auto const greatest = LInfinityMap(mask);
+        auto const trueSquared = BruteForce(mask, SquaredEuclidean);
+        auto const trueGreatest = BruteForce(mask, LInfinity);
+        auto const steps = BruteForce(mask, [](double dx, double dy) { return dx + dy; });
+        for (std::size_t i = 0; i < steps.size(); ++i) {
+            RC_ASSERT(squared[i] >= trueSquared[i]);
+            RC_ASSERT(squared[i] <= steps[i] * steps[i]);
+            RC_ASSERT(greatest[i] >= trueGreatest[i]);
+            RC_ASSERT(greatest[i] <= steps[i]);
         }
     });
 }

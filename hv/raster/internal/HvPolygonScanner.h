@@ -1,0 +1,190 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// The polygon scan converter that all fills run.
+
+#ifndef HV_RASTER_INTERNAL_HVPOLYGONSCANNER_H
+#define HV_RASTER_INTERNAL_HVPOLYGONSCANNER_H
+
+#include <hv/raster/internal/HvScratchArray.h>
+#include <hv/raster/polygon_fill.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+/// The rows and columns that are scanned; the ends are not included. In 64 bits, as a subdivided
+/// raster may exceed an int.
+struct HvScanWindow {
+    std::int64_t firstRow;
+    std::int64_t endRow;
+    std::int64_t firstColumn;
+    std::int64_t endColumn;
+};
+
+/// Goes down the rows of a window and gives the spans of each.
+///
+/// An edge is active from the row whose middle first lies at or below its upper end up to, and not
+/// including, the row of its lower end. Its x is computed once, in its first row, and then advanced
+/// by its slope. Active edges stand in the order of their x; equal ones in the order in which they
+/// came, which is that of their upper ends.
+class HvPolygonScanner {
+public:
+    /// @param scale  factor of the coordinates of the points.
+    HvPolygonScanner(HvPolygons const& polygons, double scale, HvScanWindow const& window);
+
+    HvScanWindow const& Window() const { return window_; }
+    /// Edges that come within the window; a row has at most as many active ones.
+    std::size_t NumEdges() const { return numWaiting_; }
+
+    /// Calls span(first, last), last included, for each span of a row, from left to right. Rows
+    /// come in ascending order from the window's first, none left out.
+    template <class Span>
+    void ScanRow(std::int64_t row, Span&& span)
+    {
+        if (row >= nextEvent_) {
+            ExchangeEdges(row);
+        } else if (!isSorted_) {
+            SortActive();
+        }
+        if (isEvenOdd_) {
+            WalkPairs(span);
+        } else {
+            WalkWinding(span);
+        }
+    }
+
+private:
+    struct Edge {
+        double x;  // at the middle of the row that is scanned next
+        double slope;
+        std::int64_t endRow;
+        std::int32_t direction;  // +1 when the polygon runs towards greater y, otherwise -1
+        std::uint32_t rank;      // among edges of equal x
+    };
+    /// An edge before it is active. Its rank is twice the index of its upper point, and 1 more when
+    /// the polygon runs away from that point.
+    struct WaitingEdge {
+        std::int64_t row;
+        Edge edge;
+    };
+
+    void AddPolygon(std::size_t first, std::size_t end);
+    void AddEdge(std::size_t from, std::size_t to, std::int64_t fromRow, std::int64_t toRow);
+    std::int64_t FirstRowAtOrBelow(double y) const;
+    void SortWaiting();
+    void ExchangeEdges(std::int64_t row);
+    void RemoveEnded(std::int64_t row);
+    void MergeWaiting(std::int64_t row);
+    void SortActive();
+
+    template <class Span>
+    void WalkPairs(Span& span)
+    {
+        Advancer advancer;
+        Edge* edge = active_.Data();
+        Edge* const end = edge + numActive_;
+        for (; end - edge > 1; edge += 2) {
+            double const left = advancer.Advance(edge[0]);
+            double const right = advancer.Advance(edge[1]);
+            Emit(left, right, span);
+        }
+        if (edge != end) {  // only where a NaN has broken a polygon
+            advancer.Advance(*edge);
+        }
+        isSorted_ = advancer.isSorted;
+    }
+
+    template <class Span>
+    void WalkWinding(Span& span)
+    {
+        Advancer advancer;
+        double left = 0.0;
+        double right = 0.0;
+        int winding = 0;
+        Edge* const end = active_.Data() + numActive_;
+        for (Edge* edge = active_.Data(); edge != end; ++edge) {
+            right = advancer.Advance(*edge);
+            left = winding == 0 ? right : left;
+            winding += edge->direction;
+            if (winding == 0) {
+                Emit(left, right, span);
+            }
+        }
+        if (winding != 0 && right > left) {  // broken likewise: the span runs to the window's end
+            Emit(left, std::numeric_limits<double>::infinity(), span);
+        }
+        isSorted_ = advancer.isSorted;
+    }
+
+    /// Moves edges on to the next row, and sees whether they are in order there.
+    struct Advancer {
+        bool isSorted = true;
+        double previous = -std::numeric_limits<double>::infinity();
+
+        /// The x that the edge had.
+        double Advance(Edge& edge)
+        {
+            double const x = edge.x;
+            double const next = x + edge.slope;
+            isSorted &= !(next < previous);
+            edge.x = previous = next;
+            return x;
+        }
+    };
+
+    /// Cuts the span to the window. Only a left end within is converted, which is above 0, so that
+    /// cutting toward zero is rounding down; the same holds for the right end.
+    template <class Span>
+    void Emit(double left, double right, Span& span) const
+    {
+        if (right > left && left < endColumn_ && right >= firstColumn_) {
+            std::int64_t const first =
+                left > firstColumn_ ? static_cast<std::int64_t>(left) : window_.firstColumn;
+            std::int64_t const last =
+                right < endColumn_ ? static_cast<std::int64_t>(right) : window_.endColumn - 1;
+            span(first, last);
+        }
+    }
+
+    HvPolygons const& polygons_;
+    HvScanWindow const window_;
+    double const scale_;
+    double const firstColumn_;
+    double const endColumn_;  // below all numbers when there is no column
+    bool const isEvenOdd_;
+    bool isSorted_ = true;
+    std::size_t numPoints_;
+    std::size_t numWaiting_ = 0;
+    std::size_t nextWaiting_ = 0;
+    std::size_t numActive_ = 0;
+    std::int64_t nextEvent_;  // first row in which an edge comes or goes
+    HvScratchArray<WaitingEdge> waiting_;
+    HvScratchArray<Edge> active_;
+};
+
+/// Runs a scan to its end with a policy that says what a span does:
+///
+///     bool TestsInterrupt(row)  whether `interrupted` is asked before the row
+///     void BeginRow(row)
+///     void Span(first, last)    columns, last included
+///     void EndRow(row)
+///
+/// @return  1; 0 when `interrupted` said so.
+template <class SpanPolicy>
+int HvPolygonScanner_Run(HvPolygonScanner& scanner, HvInterrupt interrupted, SpanPolicy& policy)
+{
+    HvScanWindow const& window = scanner.Window();
+    for (std::int64_t row = window.firstRow; row < window.endRow; ++row) {
+        if (interrupted != nullptr && policy.TestsInterrupt(row) && interrupted() != 0) {
+            return 0;
+        }
+        policy.BeginRow(row);
+        scanner.ScanRow(row,
+                        [&](std::int64_t first, std::int64_t last) { policy.Span(first, last); });
+        policy.EndRow(row);
+    }
+    return 1;
+}
+
+#endif
