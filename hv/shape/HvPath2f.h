@@ -223,8 +223,8 @@ public:
     /// The extent of all control points; empty for an empty path.
     HvExtent2<float>& GetExtent(HvExtent2<float>& extent) const override;
     HvExtent2<double>& GetExtent(HvExtent2<double>& extent) const override;
-    /// The extent of the outline: exact for lines and cubics; segments of other degrees count with
-    /// their control points.
+    /// An extent of the outline: exact for lines; a cubic counts with the control points of its
+    /// quarters, a segment of another degree with its own.
     HvExtent2<float>& GetTightExtent(HvExtent2<float>& extent) const override;
     HvExtent2<double>& GetTightExtent(HvExtent2<double>& extent) const override;
     /// The extent of the control points of the segment of point `i`.

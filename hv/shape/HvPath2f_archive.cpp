@@ -91,7 +91,7 @@ unsigned int HvPath2f::ReadArchiveBody(HvByteReader& body)
 {
     unsigned int const used = ReadBody(body, false);
     if (used == 0) {
-        body.Fail();
+        body.Fail("it is no path");
     }
     return used;
 }
