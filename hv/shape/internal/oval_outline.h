@@ -14,6 +14,8 @@
 
 #include <hv/foundation/HvPoint2.h>
 
+class HvPath2f;
+
 /// 4 (sqrt(2) - 1) / 3: with it a cubic meets the middle of a quarter circle, and is nowhere
 /// farther from it than 0.03 percent of the radius. Saved outlines depend on its value.
 constexpr double kHvQuarterCircleKappa = 0.5522847498307935;
@@ -45,5 +47,8 @@ void HvOvalOutline_Get(HvOvalHandles const& handles, HvOvalOutline& outline)
         *next++ = end;
     }
 }
+
+/// Appends the outline to `path` as a closed subpath.
+void HvOvalOutline_AppendTo(HvPath2f& path, HvOvalOutline const& outline);
 
 #endif
