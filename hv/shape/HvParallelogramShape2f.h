@@ -107,8 +107,8 @@ public:
     unsigned int WriteToBuffer(void* buffer) const override;
     unsigned int GetBufferSize() const override;
     unsigned int ReadFromBufferBody(void const* body) override;
-    /// The same through a reader, for bytes that nobody vouches for: 28, or 0 when they are not all
-    /// there or of another kind.
+    /// The same through a reader, for bytes that nobody vouches for: 28; 0 when they are not all
+    /// there or of another kind, and the reader tells where and why.
     unsigned int ReadArchiveBody(HvByteReader& body);
 
 protected:

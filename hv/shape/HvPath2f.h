@@ -312,7 +312,8 @@ public:
     unsigned int ReadFromBufferBody(void const* body) override;
     /// The same through a reader, for bytes that nobody vouches for: it stays in the reader's
     /// bounds and takes no more memory than the bytes that are there. Refuses also roles that do
-    /// not make up whole subpaths, each from its start; the path is then as it was.
+    /// not make up whole subpaths, each from its start; the path is then as it was, and the reader
+    /// tells where and why.
     unsigned int ReadArchiveBody(HvByteReader& body);
 
 protected:

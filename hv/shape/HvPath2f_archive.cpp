@@ -39,14 +39,19 @@ struct PathBytes {
     std::int32_t lastSubpathOpen;
 };
 
-// Finds the parts of a body; false when it is not that of a path, or not all there.
+// Finds the parts of a body; false when it is not that of a path, or not all there, and the reader
+// then fails.
 bool FindPathBytes(HvByteReader& reader, PathBytes& bytes)
 {
     if (!HvShapeArchive_ReadKind(reader, HvShape2f::Path)) {
+        reader.Fail("its kind is not that of a path", kHvShapeKindBytes);
         return false;
     }
     bytes.count = reader.ReadUInt32();
-    if (bytes.count > kMostPoints || !reader.Holds(bytes.count, kBytesPerPoint)) {
+    if (bytes.count > kMostPoints) {
+        reader.Fail("it has more points than an archive can hold", sizeof bytes.count);
+    }
+    if (!reader.Holds(bytes.count, kBytesPerPoint)) {
         return false;
     }
     bytes.points = reader.ReadBytes(sizeof(HvPoint2<float>) * bytes.count);
@@ -89,19 +94,19 @@ unsigned int HvPath2f::ReadFromBufferBody(void const* body)
 
 unsigned int HvPath2f::ReadArchiveBody(HvByteReader& body)
 {
-    unsigned int const used = ReadBody(body, false);
-    if (used == 0) {
-        body.Fail("it is no path");
-    }
-    return used;
+    return ReadBody(body, false);
 }
 
 unsigned int HvPath2f::ReadBody(HvByteReader& reader, bool isVouched)
 {
     HvShapeLock const lock(*this);
     PathBytes bytes;
-    if (!FindPathBytes(reader, bytes) ||
-        (!isVouched && !HvPathTags(bytes.tags, bytes.count).AreWellFormed())) {
+    if (!FindPathBytes(reader, bytes)) {
+        return 0;
+    }
+    if (!isVouched && !HvPathTags(bytes.tags, bytes.count).AreWellFormed()) {
+        reader.Fail("the roles of its points make up no segments",
+                    bytes.count + sizeof bytes.lastSubpathOpen);
         return 0;
     }
     try {
@@ -121,6 +126,7 @@ unsigned int HvPath2f::ReadBody(HvByteReader& reader, bool isVouched)
         points.Chop(0);
         tags.Chop(0);
         lastSubpathOpen = 0;
+        reader.Fail("there is no memory for its points");
         return 0;
     }
     return kBytesPerPoint * bytes.count + kBytesPerPath - kHvShapeLengthBytes;

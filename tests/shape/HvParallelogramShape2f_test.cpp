@@ -314,11 +314,27 @@ TYPED_TEST(HvParallelogramShape2fTyped, ArchiveThatIsCutOffIsNotRead)
                                               bytes.begin() + 4 + static_cast<long>(size));
         HvByteReader reader(part.data(), part.size());
         ASSERT_EQ(shape.ReadArchiveBody(reader), 0U) << size;
+        ASSERT_TRUE(reader.Failed());
     }
     ExpectUnchanged(shape);
     HvByteReader reader(bytes.data() + 4, 28);
     EXPECT_EQ(shape.ReadArchiveBody(reader), 28U);
     EXPECT_EQ(reader.Used(), 28U);
+}
+
+TYPED_TEST(HvParallelogramShape2fTyped, RefusedArchiveTellsWhereAndWhy)
+{
+    TypeParam shape;
+    unsigned char body[28] = {1};
+    HvByteReader other(body, sizeof body);
+    EXPECT_EQ(shape.ReadArchiveBody(other), 0U);
+    EXPECT_STREQ(other.Fault(), "its kind is not that of the shape");
+    EXPECT_EQ(other.FaultPlace(), 0U);
+    body[0] = TypeParam::kKind;
+    HvByteReader part(body, 27);
+    EXPECT_EQ(shape.ReadArchiveBody(part), 0U);
+    EXPECT_STREQ(part.Fault(), HvByteReader::kEndsEarly);
+    EXPECT_EQ(part.FaultPlace(), 24U);
 }
 
 TYPED_TEST(HvParallelogramShape2fTyped, OnlyCopiesAllocate)

@@ -340,6 +340,30 @@ TEST(HvPath2f_archive, TakesVouchedRolesAsTheyCome)
     EXPECT_EQ(TagsOf(path), (Tags{3, 63, 8}));
 }
 
+TEST(HvPath2f_archive, TellsWhereAndWhyItIsRefused)
+{
+    struct Case {
+        Bytes body;
+        std::size_t place;
+        char const* reason;
+    };
+    Bytes kind = BodyOf(Triangle());
+    kind[0] = 2;
+    Bytes many = BodyOf(Triangle());
+    many[7] = 0xff;
+    Bytes const whole = BodyOf(Triangle());
+    for (Case const& c : std::vector<Case>{
+             {kind, 0, "its kind is not that of a path"},
+             {many, 4, "it has more points than an archive can hold"},
+             {Bytes(whole.begin(), whole.end() - 5), 8, HvByteReader::kEndsEarly},
+             {BodyOfTags({1, 3, 8, 3}), 40, "the roles of its points make up no segments"}}) {
+        HvByteReader reader(c.body.data(), c.body.size());
+        EXPECT_EQ(OpenPath().ReadArchiveBody(reader), 0u);
+        EXPECT_EQ(reader.FaultPlace(), c.place);
+        EXPECT_STREQ(reader.Fault(), c.reason);
+    }
+}
+
 // Memory.
 
 TEST(HvPath2f_archive, IsEmptyWithoutMemory)

@@ -178,6 +178,20 @@ TEST(HvPath2f_edit, KeepsTheReservedBitsOfAReplacedSegment)
     PathPoint const pts[] = {{10, 0}, {11, 0}, {14, 1}, {18, 0}, {20, 0}};
     EXPECT_EQ(path.ReplaceSegment(5, pts, 4), 1);
     EXPECT_EQ(TagsOf(path), (Tags{65, 72, 73, 74, 76, 13, 78, 79, 72, 73, 74, 72, 73, 74}));
+    PathPoint const cubic[] = {{10, 0}, {11, 0}, {18, 0}, {20, 0}};
+    EXPECT_EQ(path.ReplaceSegment(5, cubic, 3), 1);
+    EXPECT_EQ(TagsOf(path), (Tags{65, 72, 73, 74, 72, 73, 74, 72, 73, 74, 72, 73, 74}));
+}
+
+TEST(HvPath2f_edit, MakesAClosingEndInsideASubpathPlain)
+{
+    OpenPath path = Triangle();
+    path.ReplacePointIgnoringLock(3, {1, 1});
+    path.CloseSubpath(0);
+    ASSERT_EQ(TagsOf(path), (Tags{1, 3, 3, 4, 4}));
+    PathPoint const pts[] = {{0, 3}, {5, 5}, {1, 1}};
+    EXPECT_EQ(path.ReplaceSegment(3, pts, 2), 1);
+    EXPECT_EQ(TagsOf(path), (Tags{1, 3, 3, 5, 6, 4}));
 }
 
 TEST(HvPath2f_edit, KeepsLockedHandlesInLineWithTheirRatio)

@@ -366,6 +366,7 @@ template <class Self>
 unsigned int HvParallelogramShape2f<Self>::ReadArchiveBody(HvByteReader& body)
 {
     if (!HvShapeArchive_ReadKind(body, Self::kKind)) {
+        body.Fail("its kind is not that of the shape", kHvShapeKindBytes);
         return 0;
     }
     HvParallelogram2f read;
