@@ -15,9 +15,9 @@ constexpr std::size_t kFullCoverage = 255;
 
 }  // namespace
 
-// A step behind the last pixel touches two more.
+// A span to the row's end steps down in a pixel behind it.
 HvCoverageRow::HvCoverageRow(std::size_t width, std::size_t maxSteps, unsigned char alpha)
-    : differences_(width + 2), zones_(maxSteps), step_(zones_.Data()), endZone_(zones_.Data())
+    : cells_(width + 1), zones_(maxSteps), step_(zones_.Data()), endZone_(zones_.Data())
 {
     for (std::size_t count = 0; count <= kPoints; ++count) {
         coverage_[count] = static_cast<unsigned char>(
@@ -31,25 +31,29 @@ void HvCoverageRow::Flush(unsigned char* row)
     if (endZone_ == zones_.Data()) {
         return;
     }
-    std::int16_t* const differences = differences_.Data();
     std::size_t const end = (end_ - 1) / kPointsAcross + 1;
     std::size_t next = zones_[0].first / kPointsAcross;
     int count = 0;
+    int behind = 0;  // of the cell before
     for (Zone* zone = zones_.Data(); zone != endZone_; ++zone) {
         std::size_t const zoneFirst = zone->first / kPointsAcross;
-        std::size_t const zoneEnd = std::min(zone->last / kPointsAcross + 2, end);
+        std::size_t const zoneEnd = std::min(zone->last / kPointsAcross + 1, end);
         *zone = kNoZone;
         if (zoneFirst > next) {
+            count += behind;
+            behind = 0;
             std::memset(row + next, coverage_[count], zoneFirst - next);
             next = zoneFirst;
         }
         for (; next < zoneEnd; ++next) {
-            count += differences[next];
+            Cell const cell = cells_[next];
+            cells_[next] = 0;
+            count += behind + WithinOf(cell);
+            behind = BehindOf(cell);
             row[next] = coverage_[count];
-            differences[next] = 0;
         }
     }
-    differences[end] = differences[end + 1] = 0;
+    cells_[end] = 0;
     end_ = 0;
     endZone_ = zones_.Data();
 }

@@ -14,16 +14,17 @@
 
 /// Collects the spans of the four subrows of a row of pixels and turns them into coverage.
 ///
-/// What is kept is by how many points the count of each pixel differs from that of the pixel before
-/// it, so that a span is two steps, up where it begins and down behind its end:
+/// A span is two steps: where it begins, the count of points goes up by one for each subcolumn of
+/// the pixel from there on, and in the next pixel by what is left of four; behind its end down.
 ///
 ///     subcolumns    |..xx|xxxx|xxxx|x...|....|
 ///     points          2    4    4    1    0
-///     differences    +2   +2    0   -3   -1
+///     within         +2    .    .   -3    .
+///     behind         +2    .    .   -1    .
 ///
-/// Each step touches two pixels. The n-th steps of the four subrows together are a zone: the hull
-/// of the pixels that they touch. Zones begin one behind the other, as steps do, and between them
-/// the count does not change: a row costs its steps, and its long runs are filled as a whole.
+/// The n-th steps of the four subrows together are a zone. Zones begin one behind the other, as
+/// steps do, and between them the count does not change: a row costs its steps, and its long runs
+/// are filled as a whole.
 class HvCoverageRow {
 public:
     /// @param width     pixels of the row.
@@ -60,6 +61,16 @@ private:
     static constexpr std::size_t kPointsAcross = 4;
     static constexpr std::size_t kPoints = 16;
 
+    /// What the steps in a pixel change, `within` in its count and `behind` in that of the next
+    /// pixel beyond that: within + 65536 * behind, so that a step is one addition. Neither exceeds
+    /// 16 in size, as there are but 16 points.
+    using Cell = std::int32_t;
+
+    static constexpr Cell kBehind = 65536;
+
+    static int WithinOf(Cell cell) { return static_cast<std::int16_t>(cell & 0xFFFF); }
+    static int BehindOf(Cell cell) { return (cell - WithinOf(cell)) / kBehind; }
+
     /// The pixels of the subcolumns from `first` to `last`. A zone without a step has a first
     /// behind its last.
     struct Zone {
@@ -72,12 +83,9 @@ private:
     template <int Direction>
     void AddStep(std::size_t at)
     {
-        std::size_t const pixel = at / kPointsAcross;
-        int const behind = static_cast<int>(at % kPointsAcross);
-        int const within = static_cast<int>(kPointsAcross) - behind;
-        std::int16_t* const difference = differences_.Data() + pixel;
-        difference[0] = static_cast<std::int16_t>(difference[0] + Direction * within);
-        difference[1] = static_cast<std::int16_t>(difference[1] + Direction * behind);
+        Cell const behind = static_cast<Cell>(at % kPointsAcross);
+        Cell const within = static_cast<Cell>(kPointsAcross) - behind;
+        cells_[at / kPointsAcross] += Direction * (within + kBehind * behind);
         step_->first = std::min(step_->first, at);
         step_->last = std::max(step_->last, at);
         ++step_;
@@ -86,7 +94,7 @@ private:
     unsigned char coverage_[kPoints + 1];  // of a count of points
     std::size_t subrowEnd_ = 0;            // behind the last subcolumn of the subrow
     std::size_t end_ = 0;                  // behind the last subcolumn of the row
-    HvScratchArray<std::int16_t> differences_;
+    HvScratchArray<Cell> cells_;
     HvScratchArray<Zone> zones_;
     Zone* step_;     // of the subrow's next step
     Zone* endZone_;  // behind the zones of this row
