@@ -22,7 +22,9 @@
 #include <hv/foundation/HvExtent2.h>
 #include <hv/foundation/HvFloatArray.h>
 #include <hv/foundation/HvLPVoidArray.h>
+#include <hv/foundation/HvMatrix.h>
 #include <hv/foundation/HvMemory.h>
+#include <hv/foundation/HvNumericVector.h>
 #include <hv/foundation/HvPoint2.h>
 #include <hv/foundation/HvPoint2dArray.h>
 #include <hv/foundation/HvPoint2fArray.h>
@@ -31,11 +33,16 @@
 #include <hv/foundation/HvPoint3fArray.h>
 #include <hv/foundation/HvPointTag.h>
 #include <hv/foundation/HvPointTagArray.h>
+#include <hv/foundation/HvPrecisionTimer.h>
 #include <hv/foundation/HvStlAllocator.h>
+#include <hv/foundation/HvTimer.h>
+#include <hv/foundation/HvTimerText.h>
 #include <hv/foundation/HvTypedArray.h>
 #include <hv/foundation/HvUByteArray.h>
 #include <hv/foundation/HvULongArray.h>
 #include <hv/foundation/HvUShortArray.h>
+#include <hv/foundation/HvVectorDouble.h>
+#include <hv/foundation/HvVectorLong.h>
 #include <hv/foundation/angle.h>
 #include <hv/foundation/array_capacity.h>
 #include <hv/foundation/byte_codec.h>
@@ -61,6 +68,11 @@
 #include <hv/bezier/line_clip.h>
 #include <hv/bezier/quadratic.h>
 
+#include <hv/rotation/HvQuat.h>
+#include <hv/rotation/HvQuatCurve.h>
+#include <hv/rotation/HvQuatCurveLock.h>
+#include <hv/rotation/HvQuatKey.h>
+#include <hv/rotation/HvQuatSpline.h>
 #include <hv/rotation/HvTransfo4.h>
 
 #include <hv/fcurve/CFCKeyConstraint.h>
@@ -100,5 +112,7 @@
 #include <hv/shape/HvShape2f.h>
 #include <hv/shape/HvShapeArchive.h>
 #include <hv/shape/shape_boolean.h>
+
+#include <hv/control/HvControlOperator.h>
 
 #endif

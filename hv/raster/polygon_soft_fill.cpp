@@ -20,8 +20,10 @@ namespace {
 
 constexpr double kFull = 255.0;
 
-/// Columns that are blurred together: a cache line of the blurred rows then serves all of them.
-constexpr std::int64_t kBlockColumns = 16;
+/// Columns that are blurred together, and rows of which they are gathered at a time: whole cache
+/// lines are read and written, and a page of the blurred rows serves all columns of a block.
+constexpr std::int64_t kBlockColumns = 64;
+constexpr std::int64_t kTileRows = 8;
 
 /// Adds a run of full coverage, from `first` to `last`, blurred, to a line of `size` places. Where
 /// the kernel lies wholly within the run the place is set: rounding is not to leave full coverage
@@ -107,12 +109,8 @@ public:
     /// Takes `count` columns of the raster from `x` on, all within the band.
     void Compute(std::int64_t x, std::int64_t count)
     {
-        std::int64_t const first = x - rows_.Band().firstColumn;
-        for (std::int64_t y = 0; y < shapeHeight_; ++y) {
-            double const* const row = rows_.Row(rows_.Shape().firstRow + y) + first;
-            for (std::int64_t i = 0; i < count; ++i) {
-                columns_.Data()[i * shapeHeight_ + y] = row[i];
-            }
+        for (std::int64_t y = 0; y < shapeHeight_; y += kTileRows) {
+            Gather(x - rows_.Band().firstColumn, count, y, std::min(y + kTileRows, shapeHeight_));
         }
         for (std::int64_t i = 0; i < count; ++i) {
             BlurColumn(columns_.Data() + i * shapeHeight_);
@@ -129,6 +127,20 @@ public:
     }
 
 private:
+    void Gather(std::int64_t firstColumn, std::int64_t count, std::int64_t firstRow,
+                std::int64_t endRow)
+    {
+        double const* rows[kTileRows];
+        for (std::int64_t y = firstRow; y < endRow; ++y) {
+            rows[y - firstRow] = rows_.Row(rows_.Shape().firstRow + y) + firstColumn;
+        }
+        for (std::int64_t i = 0; i < count; ++i) {
+            for (std::int64_t y = firstRow; y < endRow; ++y) {
+                columns_.Data()[i * shapeHeight_ + y] = rows[y - firstRow][i];
+            }
+        }
+    }
+
     void BlurColumn(double const* column)
     {
         std::int64_t const reach = kernel_.Reach();

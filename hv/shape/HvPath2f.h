@@ -25,9 +25,9 @@ class HvShapeLock;
 /// **Points and tags.** The path is two arrays of one length, a point and a tag byte for each
 /// control point; there are no objects for subpaths or segments, and nothing that is derived from
 /// the tags is kept. The low six bits of a tag are the point's role, bit 6 is reserved and survives
-/// edits, bit 7 is the lock described below. Role 1 starts a subpath. A segment of degree d adds
-/// d - 1 control points and an end; the end of the last segment of a closed subpath has a role of
-/// its own, the closing end:
+/// a change of the role, bit 7 is the lock described below. Role 1 starts a subpath. A segment of
+/// degree d adds d - 1 control points and an end; the end of the last segment of a closed subpath
+/// has a role of its own, the closing end:
 ///
 ///     degree          1   2      3        4         5         6         7         8
 ///     controls        -   5      8, 9   12 - 14   17 - 20   23 - 27   30 - 35   38 - 44
@@ -198,8 +198,9 @@ public:
     /// nodes. Does nothing, and returns 1, when `first` is above `last`.
     virtual int ReplaceSubpathSection(unsigned int first, unsigned int last);
     /// Puts one cubic with the controls `p` and `q` in place of all segments between two nodes of
-    /// one subpath, `first` below `last`. Locks of the two nodes are kept, not obeyed, where the
-    /// section has less than two points between them.
+    /// one subpath, `first` below `last`. A control that takes the place of a point moves as
+    /// ReplacePoint moves it with the ratio kept, so a locked node stays in line; beside a section
+    /// that had no such point the lock stays, and its handles part.
     virtual int ReplaceSubpathSection(unsigned int first, unsigned int last,
                                       HvPoint2<float> const& p, HvPoint2<float> const& q);
     /// Puts a copy of the section of `source` between two of its nodes in place of the section
@@ -214,8 +215,8 @@ public:
     virtual int RemoveSubpath(unsigned int index);
     /// Cuts out the segments between two nodes of one subpath, `first` below `last`: a closed
     /// subpath is opened, and what lies behind `last` becomes a subpath of its own. The two nodes
-    /// stay, unlocked, as ends of what is left of their sides, and go where nothing is left of
-    /// `first`'s or, at the end of the subpath, `last`'s.
+    /// lose their locks and stay as ends of what is left on their sides; one with nothing left goes
+    /// too, but a subpath that is cut out whole leaves its start.
     virtual int RemoveSubpathSection(unsigned int first, unsigned int last);
 
     // Extents.
@@ -291,10 +292,6 @@ public:
     /// The length of the outline from the start of its subpath to `node`, as a fraction of the
     /// length of the subpath: 0 to 1, measured on a polyline within `tolerance`.
     double GetNodeNormalizedArcLength(unsigned int node, double tolerance) const;
-    /// Appends a fit of the samples of `source`, which may be this path: open subpaths continue
-    /// from the last point of this path, closed ones are closed. Returns the points added. Locks
-    /// this path, then `source`.
-    unsigned int AddFittedSamplesFromPath(HvGC const& gc, HvPath2f const& source);
 
     // Rendering. Open subpaths are not filled.
 
@@ -302,6 +299,11 @@ public:
     void AAFill(HvGC const& gc, HvUByteRaster& raster, int (*interrupted)()) const override;
     void SoftFill(HvGC const& gc, HvUByteRaster& raster, int (*interrupted)()) const override;
     void Stroke(HvGC const& gc, HvUByteRaster& raster) const override;
+    /// Makes `outline`, which may be this path, what Stroke fills: closed rings in device space
+    /// that give the stroke when they are filled by winding. A host that wants a stroke
+    /// anti-aliased or soft fills it with an identity transform. When std::bad_alloc comes out,
+    /// `outline` is as it was.
+    void GetStrokeOutline(HvGC const& gc, HvPath2f& outline) const;
 
     // Saving: 9 bytes a point and 16 more. A path whose archive would not fit 32 bits (more than
     // 477 million points) has a size of 0 and writes nothing.

@@ -10,11 +10,9 @@
 #include <hv/raster/polygon_fill.h>
 #include <hv/shape/HvGC.h>
 #include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/internal/rendering_flatness.h>
 
 namespace {
-
-/// Rendering flattens no finer than this, in device units.
-constexpr double kLeastFlatness = 0.25;
 
 /// What a fill of a path scans.
 class FlattenedPath {
@@ -28,8 +26,7 @@ public:
         if (HvFillBox_FromExtent(gc.transform.Map(extent), raster, box_) == 0) {
             return;
         }
-        // A flatness that is no number counts as the least.
-        double const tolerance = gc.flatness > kLeastFlatness ? gc.flatness : kLeastFlatness;
+        double const tolerance = HvRenderingFlatness(gc);
         unsigned int const subpaths =
             box_.isClamped
                 ? path.TransformFlattenAndClipClosedSubPaths(gc.transform, tolerance, box_.Clip(),

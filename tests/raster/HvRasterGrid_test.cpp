@@ -62,7 +62,7 @@ class HvRasterGrid_all : public testing::Test {
 };
 
 using Rasters = testing::Types<HvUByteRaster, HvFloatRaster, HvDoubleRaster>;
-TYPED_TEST_SUITE(HvRasterGrid_all, Rasters);
+TYPED_TEST_SUITE(HvRasterGrid_all, Rasters, );
 
 TYPED_TEST(HvRasterGrid_all, StartsWithTheValueEverywhere)
 {

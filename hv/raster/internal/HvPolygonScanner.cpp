@@ -125,6 +125,9 @@ void HvPolygonScanner::ExchangeEdges(std::int64_t row)
     for (std::size_t i = 0; i < numActive_; ++i) {
         nextEvent_ = std::min(nextEvent_, active_[i].endRow);
     }
+    // By winding too, the two edges of a convex shape are a pair: the quicker walk serves it.
+    areSpansPairs_ =
+        isEvenOdd_ || (numActive_ == 2 && active_[0].direction + active_[1].direction == 0);
 }
 
 void HvPolygonScanner::RemoveEnded(std::int64_t row)

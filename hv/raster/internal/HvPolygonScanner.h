@@ -47,7 +47,7 @@ public:
         } else if (!isSorted_) {
             SortActive();
         }
-        if (isEvenOdd_) {
+        if (areSpansPairs_) {
             WalkPairs(span);
         } else {
             WalkWinding(span);
@@ -153,6 +153,7 @@ private:
     double const firstColumn_;
     double const endColumn_;  // below all numbers when there is no column
     bool const isEvenOdd_;
+    bool areSpansPairs_ = true;  // whether each span lies between two edges, whatever the rule
     bool isSorted_ = true;
     std::size_t numPoints_;
     std::size_t numWaiting_ = 0;
