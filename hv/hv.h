@@ -99,6 +99,7 @@
 #include <hv/raster/HvRasterGrid.h>
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/raster/polygon_fill.h>
+#include <hv/raster/scan_convert.h>
 
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvIsoView.h>
