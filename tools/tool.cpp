@@ -6,6 +6,7 @@
 #include <tools/ToolError.h>
 #include <tools/commands/curve_command.h>
 #include <tools/commands/inspect_command.h>
+#include <tools/commands/render_command.h>
 #include <tools/tool.h>
 
 #include <CLI/CLI.hpp>
@@ -25,11 +26,12 @@ int Refuse(ToolStreams const& streams, char const* reason)
 
 int Run(int argc, char const* const* argv, ToolStreams const& streams)
 {
-    CLI::App app("Looks into animation files through the curves of the library.", "hv");
+    CLI::App app("Looks into animations and drawings through the library.", "hv");
     app.require_subcommand(1);
     int result = ToolExitDone;
     CurveCommand_Add(app, streams, result);
     InspectCommand_Add(app, streams, result);
+    RenderCommand_Add(app, streams, result);
     try {
         app.parse(argc, argv);
     } catch (CLI::Success const& success) {

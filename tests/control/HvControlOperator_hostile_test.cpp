@@ -130,7 +130,9 @@ TEST(HvControlOperator_memory, RefusedAllocationsLeaveNothingAndReleaseTheLocks)
 {
     StdPtr const c = Cubic({0, 0}, {1, 2}, {1.5, -1}, {3, 3});
     StdPtr const d = Cubic({0, 0}, {0.5, 5}, {2.5, -4}, {3, 3});
-    long const composing = RefuseEachAllocation([&] { Compose(*c, *d, 0, 3, 1e-3); });
+    unsigned int const numKeys = Compose(*c, *d, 0, 3, 1e-3)->GetNumKeys();
+    long const composing = RefuseEachAllocation(
+        [&] { EXPECT_EQ(Compose(*c, *d, 0, 3, 1e-3)->GetNumKeys(), numKeys); });
     EXPECT_GT(composing, 8);
     StdPtr const curve(static_cast<HvStdFCurve*>(c->Clone()));
     long const adjusting =

@@ -15,6 +15,7 @@
 #include <fstream>
 #include <iterator>
 #include <optional>
+#include <random>
 #include <string>
 
 /// Clocks that stand until the test moves them, while it lives; then the former ones come back.
@@ -97,15 +98,15 @@ private:
     std::optional<std::string> former_;
 };
 
-/// A new empty folder of its own, which is the current one, while it lives.
+/// A new empty folder, of another name in every run, which is the current one, while it lives.
 class CurrentFolder {
 public:
     CurrentFolder() : former_(std::filesystem::current_path())
     {
         auto const* const test = testing::UnitTest::GetInstance()->current_test_info();
         path_ = std::filesystem::temp_directory_path() /
-                ("hv_" + std::string(test->test_suite_name()) + "_" + test->name());
-        std::filesystem::remove_all(path_);
+                ("hv_" + std::string(test->test_suite_name()) + "_" + test->name() + "_" +
+                 std::to_string(std::random_device()()));
         std::filesystem::create_directories(path_);
         std::filesystem::current_path(path_);
     }

@@ -353,3 +353,37 @@ TEST_F(tool, DamagedArchiveIsRefusedWithPlaceAndReason)
     EXPECT_EQ(empty.code, 0);
     EXPECT_NE(empty.out.find(": 0 curves, 0 bytes\n"), std::string::npos);
 }
+
+TEST_F(tool, RendersADrawing)
+{
+    std::string const svg =
+        Write("drawing.svg", "<svg viewBox='0 0 4 2'><rect width='4' height='2'/><text/></svg>");
+    std::string const png = PathOf("made/drawing.png");
+    ToolRun const run({"render", svg.c_str(), "--out", png.c_str(), "--size", "64"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out, png + ": 64 x 32 pixels, 1 shape\nleft out: <text> is not supported\n");
+    EXPECT_EQ(Read(png).substr(1, 3), "PNG");
+    EXPECT_EQ(
+        ToolRun({"render", svg.c_str(), "--out", png.c_str(), "--soft", "1.5", "--stroke", "0.5"})
+            .code,
+        0);
+}
+
+TEST_F(tool, RenderingRefusesWhatItCannotUse)
+{
+    std::string const svg = Write("drawing.svg", "<svg viewBox='0 0 4 2'/>");
+    std::string const png = PathOf("drawing.png");
+    for (std::vector<char const*> const& arguments : {std::vector<char const*>{"--size", "0"},
+                                                      {"--size", "nan"},
+                                                      {"--size", "1e9"},
+                                                      {"--soft", "-1"},
+                                                      {"--soft", "1e9"},
+                                                      {"--stroke", "0"},
+                                                      {"--stroke", "inf"}}) {
+        std::vector<char const*> all = {"render", svg.c_str(), "--out", png.c_str()};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        EXPECT_TRUE(Refused(ToolRun(all))) << arguments[0] << " " << arguments[1];
+    }
+    EXPECT_TRUE(Refused(ToolRun({"render", Write("no.svg", "no").c_str(), "--out", png.c_str()})));
+    EXPECT_TRUE(Refused(ToolRun({"render", "does-not-exist.svg", "--out", png.c_str()})));
+}

@@ -8,11 +8,13 @@
 #include <hv/bezier/cubic_split.h>
 #include <hv/bezier/quadratic.h>
 #include <hv/fcurve/HvStdFCurve.h>
+#include <hv/foundation/HvDoubleArray.h>
 #include <hv/foundation/saturate.h>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <new>
 #include <utility>
 
 namespace {
@@ -105,22 +107,14 @@ HvCurvePieces::HvCurvePieces(std::unique_ptr<HvBaseFCurve> curve)
     curve_->SetReadOnlyConstraint(0);
     hasKeys_ = curve_->GetNumKeys() != 0;
     Curve::ExtrapolationMethod const method = curve_->GetExtrapolationMethod();
-    bool const isRelative = method == Curve::RelativeCycleExtrapolation;
-    cycles_ = curve_->GetNumKeys() > 1 && (method == Curve::CycleExtrapolation || isRelative);
+    cycles_ = curve_->GetNumKeys() > 1 &&
+              (method == Curve::CycleExtrapolation || method == Curve::RelativeCycleExtrapolation);
     isStepped_ = curve_->GetKind() == Curve::Boolean || curve_->GetKind() == Curve::Integer;
     curve_->GetSmallestKeyParameter(first_);
     curve_->GetLargestKeyParameter(last_);
     ReadKeys();
     if (curve_->GetKind() == Curve::Standard) {
         ReadHandles(static_cast<HvStdFCurve&>(*curve_));
-    }
-    if (isRelative && cycles_) {
-        double left = 0;
-        double firstRight = 0;
-        double lastRight = 0;
-        curve_->GetKeyValuesByIndex(0, left, firstRight);
-        curve_->GetKeyValuesByIndex(curve_->GetNumKeys() - 1, left, lastRight);
-        cycleOffset_ = lastRight - firstRight;
     }
 }
 
@@ -129,23 +123,26 @@ HvCurvePieces::~HvCurvePieces() = default;
 void HvCurvePieces::ReadKeys()
 {
     Curve::Kind const kind = curve_->GetKind();
-    Point start;
-    for (unsigned int i = 0; i < curve_->GetNumKeys(); ++i) {
-        double x = 0;
-        double left = 0;
-        double right = 0;
-        curve_->GetKeyParameter(i, x);
-        curve_->GetKeyValuesByIndex(i, left, right);
-        if (i != 0) {
-            KeyPiece piece{};
-            piece.P[0] = start;
-            piece.P[3] = Point(x, left);
-            piece.shape = isStepped_                                      ? HvCurvePiece::Constant
-                          : kind == Curve::Standard || kind == Curve::Raw ? HvCurvePiece::Line
-                                                                          : HvCurvePiece::Sampled;
-            pieces_.Add(piece);
-        }
-        start = Point(x, right);
+    HvCurvePiece::Shape const shape = isStepped_ ? HvCurvePiece::Constant
+                                      : kind == Curve::Standard || kind == Curve::Raw
+                                          ? HvCurvePiece::Line
+                                          : HvCurvePiece::Sampled;
+    HvDoubleArray parameters(pieces_.Capacity());
+    HvDoubleArray lefts(pieces_.Capacity());
+    HvDoubleArray rights(pieces_.Capacity());
+    // It answers with nothing when memory runs out.
+    if (curve_->GetKeys(parameters, lefts, rights, 0) != curve_->GetNumKeys()) {
+        throw std::bad_alloc();
+    }
+    for (unsigned int i = 0; i + 1 < parameters.Size(); ++i) {
+        KeyPiece piece{};
+        piece.shape = shape;
+        piece.P[0] = Point(parameters[i], rights[i]);
+        piece.P[3] = Point(parameters[i + 1], lefts[i + 1]);
+        pieces_.Add(piece);
+    }
+    if (curve_->GetExtrapolationMethod() == Curve::RelativeCycleExtrapolation && cycles_) {
+        cycleOffset_ = rights[rights.Size() - 1] - rights[0];
     }
 }
 
@@ -153,15 +150,16 @@ void HvCurvePieces::ReadKeys()
 // evaluated handles that the curve shows are flat: they are read without that constraint then.
 void HvCurvePieces::ReadHandles(HvStdFCurve& curve)
 {
-    for (unsigned int i = 0; i < curve.GetNumKeys(); ++i) {
+    unsigned int const numKeys = curve.GetNumKeys();
+    for (unsigned int i = 0; i < numKeys; ++i) {
         bool const isAutomatic = HasConstraint(curve, i, Curve::AutomaticTangents);
         bool const isLimited = isAutomatic && HasConstraint(curve, i, Curve::FlatAtExtremum) &&
                                !HasConstraint(curve, i, Curve::UnlimitedAutoSlope);
         double x = 0;
         Point left;
         Point right;
-        curve.GetKeyParameter(i, x);
         if (isLimited) {
+            curve.GetKeyParameter(i, x);
             curve.SetConstraint(x, Curve::FlatAtExtremum, 0, 0);
         }
         curve.GetEvaluatedKeyTgtHandlesByIndex(i, left, right);

@@ -1,0 +1,17 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// Pictures as PNG files, through libpng.
+
+#ifndef HV_TOOLS_PAINT_PNG_FILE_H
+#define HV_TOOLS_PAINT_PNG_FILE_H
+
+#include <tools/paint/Canvas.h>
+
+#include <string>
+
+/// Writes the canvas; the file's folder is made when it is missing. Throws ToolError when it cannot
+/// be written.
+void PngFile_Write(std::string const& path, Canvas const& canvas);
+
+#endif
