@@ -83,6 +83,7 @@
 #include <hv/fcurve/HvBooleanFCurve.h>
 #include <hv/fcurve/HvCurveLock.h>
 #include <hv/fcurve/HvFCurveArchive.h>
+#include <hv/fcurve/HvFCurveKeyMover.h>
 #include <hv/fcurve/HvFCurveShell.h>
 #include <hv/fcurve/HvIntegerFCurve.h>
 #include <hv/fcurve/HvRawFCurve.h>

@@ -91,6 +91,8 @@ protected:
     Impl* impl_;
 
 private:
+    friend struct HvCurveToolAccess;
+
     HvFCurveShell(HvFCurveShell const& other, HvCurveReader const& lockOnOther);
 };
 

@@ -10,10 +10,12 @@
 #include <hv/fcurve/internal/curve_rescale.h>
 
 int HvStdFCurve::ScaleAndOffsetParameters(double from, double to, double pivot, double scale,
-                                          double offset, int, int, RegionHandle, int selectedOnly)
+                                          double offset, int rippleLeft, int rippleRight,
+                                          RegionHandle, int selectedOnly)
 {
     HvCurveWriter const guard(*this);
-    HvCurveRescale const rescale{from, to, pivot, scale, offset, selectedOnly};
+    HvCurveRescale const rescale{from,   to,         pivot,       scale,
+                                 offset, rippleLeft, rippleRight, selectedOnly};
     if (impl_->readOnly || impl_->IsAnyKeyLocked(CFCKeyConstraint::kParameterLocked) ||
         !rescale.IsPossible()) {
         return 0;

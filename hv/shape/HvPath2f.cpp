@@ -160,17 +160,22 @@ void HvPath2f::AppendSegment(HvPoint2<float> const* pts, unsigned int degree)
 {
     HvPoint2<float> newPoints[kHvPathMaxDegree];
     std::copy_n(pts, degree, newPoints);
-    unsigned char newTags[kHvPathMaxDegree];
-    HvPathRoles_OfControls(degree, newTags);
-    newTags[degree - 1] = HvPathRole_OfEnd(degree, false);
-    Splice(points.Size(), 0, newPoints, newTags, degree);
+    Reserve(HvArrayCapacity_GrownSize(points.Size(), degree));
+    for (unsigned int place = 1; place < degree; ++place) {
+        points.Add(newPoints[place - 1]);
+        tags.Add(HvPathRole_OfControl(degree, place));
+    }
+    points.Add(newPoints[degree - 1]);
+    tags.Add(HvPathRole_OfEnd(degree, false));
 }
 
 // Makes room, so that as many points can come without an allocation.
 void HvPath2f::Reserve(unsigned int numPoints)
 {
-    points.Reserve(numPoints);
-    tags.Reserve(numPoints);
+    if (numPoints > points.Capacity() || numPoints > tags.Capacity()) {
+        points.Reserve(numPoints);
+        tags.Reserve(numPoints);
+    }
 }
 
 // Puts `inserted` points in place of the `removed` ones from `at` on: the one way in which points

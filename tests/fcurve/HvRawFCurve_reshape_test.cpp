@@ -195,8 +195,10 @@ TEST(HvRawFCurve_reshape, RescaleMovesAllKeys)
     EXPECT_EQ(curve.ScaleAndOffsetParameters(1, 4, 1, -2, 1, 0, 0, HvBaseFCurve::LeftHandle, 0), 1);
     EXPECT_EQ(KeysOf(curve), (Keys{{2, 40}, {4, 0}, {6, 30}, {8, 10}}));
     ExpectRefused(curve, [&] {
-        return curve.ScaleAndOffsetParameters(4, 8, 1, 1, 1, 0, 0, HvBaseFCurve::LeftHandle, 0);
+        return curve.ScaleAndOffsetParameters(4, 8, 1, 2, 1, 0, 0, HvBaseFCurve::LeftHandle, 0);
     });
+    EXPECT_EQ(curve.ScaleAndOffsetParameters(4, 8, 1, 1, 1, 0, 0, HvBaseFCurve::LeftHandle, 0), 1);
+    EXPECT_EQ(KeysOf(curve), (Keys{{2, 40}, {5, 0}, {7, 30}, {9, 10}}));
 }
 
 TEST(HvRawFCurve_reshape, FailedAllocationLeavesNothingBehind)

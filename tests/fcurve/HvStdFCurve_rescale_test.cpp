@@ -30,6 +30,15 @@ std::vector<double> ParametersOf(HvStdFCurve const& curve)
 
 using Parameters = std::vector<double>;
 
+/// The parameters of MixedCurve, which are 0, 2, 3, 5 and 8, after those from 2 to 5 are moved.
+Parameters Moved(double offset, int rippleLeft, int rippleRight)
+{
+    StdCurve curve = MixedCurve();
+    EXPECT_EQ(
+        curve.ScaleAndOffsetParameters(2, 5, 0, 1, offset, rippleLeft, rippleRight, kHandle, 0), 1);
+    return ParametersOf(curve);
+}
+
 }  // namespace
 
 TEST(HvStdFCurve_rescale, ScalesAboutThePivotAndMoves)
@@ -56,7 +65,54 @@ TEST(HvStdFCurve_rescale, EndsNearKeysAreTheKeys)
     StdCurve curve = MixedCurve();
     EXPECT_EQ(Rescale(curve, 0.9e-6, 8 - 0.9e-6, 0, 1, 1), 1);
     EXPECT_EQ(ParametersOf(curve), (Parameters{1, 3, 4, 6, 9}));
-    ExpectRefused(curve, [&] { return Rescale(curve, 1 + 1.1e-6, 9, 0, 1, 1); });
+    // Further away they are not: the first key stays.
+    EXPECT_EQ(Rescale(curve, 1 + 1.1e-6, 9, 0, 1, 0.5), 1);
+    EXPECT_EQ(ParametersOf(curve), (Parameters{1, 3.5, 4.5, 6.5, 9.5}));
+}
+
+TEST(HvStdFCurve_rescale, PartOfTheKeysIsMoved)
+{
+    EXPECT_EQ(Moved(0.5, 0, 0), (Parameters{0, 2.5, 3.5, 5.5, 8}));
+    EXPECT_EQ(Moved(-0.5, 0, 0), (Parameters{0, 1.5, 2.5, 4.5, 8}));
+}
+
+TEST(HvStdFCurve_rescale, KeysBesideThePartRippleAlong)
+{
+    EXPECT_EQ(Moved(1, 1, 1), (Parameters{1, 3, 4, 6, 9}));
+    EXPECT_EQ(Moved(-1, 1, 1), (Parameters{-1, 1, 2, 4, 7}));
+    // The left ripple is pushed, the right one drawn.
+    EXPECT_EQ(Moved(0.5, 1, 0), (Parameters{0, 2.5, 3.5, 5.5, 8.5}));
+    EXPECT_EQ(Moved(-0.5, 1, 0), (Parameters{-0.5, 1.5, 2.5, 4.5, 8}));
+    EXPECT_EQ(Moved(0.5, 0, 1), (Parameters{0.5, 2.5, 3.5, 5.5, 8}));
+    EXPECT_EQ(Moved(-0.5, 0, 1), (Parameters{0, 1.5, 2.5, 4.5, 7.5}));
+}
+
+TEST(HvStdFCurve_rescale, KeyInTheWayStopsThePart)
+{
+    EXPECT_EQ(Moved(3, 0, 0), (Parameters{0, 2, 3, 5, 8}));
+}
+
+TEST(HvStdFCurve_rescale, MovedPartKeepsItsUserDataAndValues)
+{
+    StdCurve curve = MixedCurve();
+    curve.SetUserDataSet(SetOf(1, "three"), 3);
+    EXPECT_EQ(Rescale(curve, 2, 5, 0, 1, 4), 1);  // over the key at 8
+    EXPECT_EQ(ParametersOf(curve), (Parameters{0, 6, 7, 8, 9}));
+    EXPECT_EQ(TextIn(curve.GetUserDataSet(7), 1), "three");
+    EXPECT_EQ(curve.Eval(9, 0), 4);
+    EXPECT_EQ(curve.Impl().keys[1].leftValue, 1);
+    EXPECT_EQ(curve.Impl().keys[1].rightValue, 3);
+    EXPECT_EQ(curve.Impl().IsValid(), 1);
+}
+
+TEST(HvStdFCurve_rescale, SelectedKeysOfAPartAreMoved)
+{
+    StdCurve curve = MixedCurve();
+    curve.SetSelected(1);
+    curve.SetKeySelected(2u, 1);
+    EXPECT_EQ(Rescale(curve, 0, 8, 0, 1, 0.5, 1), 1);
+    EXPECT_EQ(ParametersOf(curve), (Parameters{0, 2, 3.5, 5, 8}));
+    EXPECT_EQ(curve.IsKeySelected(3.5), 1);
 }
 
 TEST(HvStdFCurve_rescale, IdentityChangesNothing)
@@ -80,7 +136,8 @@ TEST(HvStdFCurve_rescale, AllKeysMayBeTheSelectedOnes)
 {
     StdCurve curve = MixedCurve();
     curve.SetSelected(1);
-    ExpectRefused(curve, [&] { return Rescale(curve, 0, 8, 0, 1, 1, 1); });
+    EXPECT_EQ(Rescale(curve, 0, 8, 0, 1, 1, 1), 1) << "none is";
+    EXPECT_EQ(ParametersOf(curve), ParametersOf(MixedCurve()));
     for (unsigned int i = 0; i < 5; ++i) {
         curve.SetKeySelected(i, 1);
     }
@@ -103,7 +160,6 @@ TEST(HvStdFCurve_rescale, Refuses)
     ExpectRefused(curve, [&] { return Rescale(curve, 0, 8, 0, 0.9e-7, 1); });
     ExpectRefused(curve, [&] { return Rescale(curve, 0, 8, 0, -0.9e-7, 1); });
     // A part of the keys.
-    ExpectRefused(curve, [&] { return Rescale(curve, 2, 8, 0, 1, 1); });
     ExpectRefused(curve, [&] { return Rescale(curve, 0, 5, 0, 2, 0); });
     for (double const x : NonFinite()) {
         ExpectRefused(curve, [&] { return Rescale(curve, 0, 8, x, 2, 1); });

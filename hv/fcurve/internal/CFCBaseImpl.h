@@ -129,6 +129,12 @@ public:
     /// The surroundings of the last key below p and of the first above it.
     int ComputeNeighboringKeysExtent(double p, HvExtent2<double>& extent) const;
     int ComputeAllKeysExtent(HvExtent2<double>& extent) const;
+    /// How many neighbours on each side a key's change reaches: the tangents of an automatic
+    /// neighbour change with it, and so does the segment beyond that neighbour. Keys without
+    /// tangents reach the next key.
+    static constexpr unsigned int kExtentReach = std::is_same<K, CFCStdKey>::value ? 2 : 1;
+    /// The keys `first` to `last` themselves, with both values and all handles.
+    void AugmentByKeys(unsigned int first, unsigned int last, HvExtent2<double>& extent) const;
 
     // Flattening. Those that add pieces append to `out`.
 

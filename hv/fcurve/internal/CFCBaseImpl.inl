@@ -364,6 +364,7 @@ void CFCBaseImpl<T, K, S>::RepairOrder()
         }
     }
     this->RemoveKeyRange(kept + 1, NumKeys() - 1);
+    this->ReleaseSpareKeys();
 }
 
 // Folding.

@@ -13,12 +13,6 @@ namespace {
 
 using Extent = HvExtent2<double>;
 
-/// How many neighbours on each side a key's change reaches: the tangents of an automatic neighbour
-/// change with it, and so does the segment beyond that neighbour. Keys without tangents reach the
-/// next key.
-template <class K>
-constexpr unsigned int kReach = std::is_same<K, CFCStdKey>::value ? 2 : 1;
-
 template <class Store>
 void AugmentWithKeys(Store const& store, unsigned int first, unsigned int last, Extent& extent)
 {
@@ -35,12 +29,12 @@ void AugmentWithKeys(Store const& store, unsigned int first, unsigned int last, 
     }
 }
 
-template <class Store, class K>
-void AugmentAround(Store const& store, unsigned int i, Extent& extent)
+template <class Store>
+void AugmentAround(Store const& store, unsigned int i, unsigned int reach, Extent& extent)
 {
     unsigned int const last = store.keys.Count() - 1;
-    unsigned int const from = i - std::min(i, kReach<K>);
-    unsigned int const to = i + std::min(last - i, kReach<K>);
+    unsigned int const from = i - std::min(i, reach);
+    unsigned int const to = i + std::min(last - i, reach);
     AugmentWithKeys(store, from, to, extent);
 }
 
@@ -53,7 +47,7 @@ int CFCBaseImpl<T, K, S>::ComputeKeyExtent(double p, HvExtent2<double>& extent) 
     if (FindKey(p, 0, i) == 0) {
         return 0;
     }
-    AugmentAround<S, K>(*this, i, extent);
+    AugmentAround<S>(*this, i, kExtentReach, extent);
     return 1;
 }
 
@@ -67,10 +61,10 @@ int CFCBaseImpl<T, K, S>::ComputeNeighboringKeysExtent(double p, HvExtent2<doubl
     unsigned int const located = LocateParameter(p, exact);
     unsigned int const below = located - (exact != 0 ? 1 : 0);
     if (below != 0) {
-        AugmentAround<S, K>(*this, below - 1, extent);
+        AugmentAround<S>(*this, below - 1, kExtentReach, extent);
     }
     if (located < NumKeys()) {
-        AugmentAround<S, K>(*this, located, extent);
+        AugmentAround<S>(*this, located, kExtentReach, extent);
     }
     return below != 0 || located < NumKeys() ? 1 : 0;
 }
@@ -83,6 +77,13 @@ int CFCBaseImpl<T, K, S>::ComputeAllKeysExtent(HvExtent2<double>& extent) const
     }
     AugmentWithKeys<S>(*this, 0, NumKeys() - 1, extent);
     return 1;
+}
+
+template <class T, class K, class S>
+void CFCBaseImpl<T, K, S>::AugmentByKeys(unsigned int first, unsigned int last,
+                                         HvExtent2<double>& extent) const
+{
+    AugmentWithKeys<S>(*this, first, last, extent);
 }
 
 template int CFCBaseImpl<bool, CFCSingleValueKey<bool>, CFCBooleanStore>::ComputeKeyExtent(
@@ -113,3 +114,12 @@ CFCBaseImpl<double, CFCStdKey, CFCStdStore>::ComputeNeighboringKeysExtent(double
                                                                           HvExtent2<double>&) const;
 template int
 CFCBaseImpl<double, CFCStdKey, CFCStdStore>::ComputeAllKeysExtent(HvExtent2<double>&) const;
+template void CFCBaseImpl<bool, CFCSingleValueKey<bool>, CFCBooleanStore>::AugmentByKeys(
+    unsigned int, unsigned int, HvExtent2<double>&) const;
+template void
+CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>::AugmentByKeys(unsigned int, unsigned int,
+                                                                         HvExtent2<double>&) const;
+template void CFCBaseImpl<double, CFCSingleValueKey<double>, CFCRawStore>::AugmentByKeys(
+    unsigned int, unsigned int, HvExtent2<double>&) const;
+template void CFCBaseImpl<double, CFCStdKey, CFCStdStore>::AugmentByKeys(unsigned int, unsigned int,
+                                                                         HvExtent2<double>&) const;

@@ -17,8 +17,6 @@
 
 #include <algorithm>
 #include <new>
-
-#include <algorithm>
 #include <type_traits>
 #include <utility>
 
@@ -26,6 +24,38 @@ class CFCFlattenOutput;
 
 /// Initial capacity of the arrays of keys.
 constexpr unsigned int kKeyStoreCapacity = 2;
+
+/// Removes the records `first` to `last` inclusive; the storage stays as it is.
+template <class Record>
+void CFCKeyStore_RemoveRange(HvAltDynArray<Record>& records, unsigned int first,
+                             unsigned int last) noexcept
+{
+    std::copy(records.begin() + last + 1, records.end(), records.begin() + first);
+    records.Chop(records.Count() - (last - first + 1));
+}
+
+/// Gives back storage of which less than half is in use. Without memory for the smaller block the
+/// larger one stays, so that an edit that is done does not fail by tidying up.
+template <class Record>
+void CFCKeyStore_ReleaseSpare(HvAltDynArray<Record>& records) noexcept
+{
+    if (records.Count() < records.Capacity() / 2) {
+        try {
+            records.Resize(records.Count());
+        } catch (std::bad_alloc const&) {
+        }
+    }
+}
+
+/// Inserts a record at `index`. Never shrinks the storage, and never fails where there is room.
+template <class Record>
+void CFCKeyStore_Insert(HvAltDynArray<Record>& records, unsigned int index, Record const& record)
+{
+    Record const copy = record;
+    records.Add(copy);
+    std::copy_backward(records.begin() + index, records.end() - 1, records.end());
+    records[index] = copy;
+}
 
 /// Stepped keys: K is CFCSingleValueKey<T>.
 template <class T, class K>
@@ -37,17 +67,16 @@ public:
 
     HvAltDynArray<K> keys{kKeyStoreCapacity};
     HvAltDynArray<CFCKeyConstraint> constraints{kKeyStoreCapacity};  ///< element i belongs to key i
-    T leftValue{};  ///< the curve's value before the first key
+    T leftValue{};                ///< the curve's value before the first key
+    bool keepsSpareKeys = false;  ///< ReleaseSpareKeys does nothing: what goes comes back
 
     /// Inserts a key and its word at `index`. Both arrays are grown before either changes.
     void InsertKey(unsigned int index, K const& key, unsigned short word)
     {
         keys.Reserve(HvArrayCapacity_GrownSize(keys.Count(), 1));
         constraints.Reserve(HvArrayCapacity_GrownSize(constraints.Count(), 1));
-        keys.Add(key);
-        constraints.Add(CFCKeyConstraint{word});
-        std::rotate(keys.begin() + index, keys.end() - 1, keys.end());
-        std::rotate(constraints.begin() + index, constraints.end() - 1, constraints.end());
+        CFCKeyStore_Insert(keys, index, key);
+        CFCKeyStore_Insert(constraints, index, CFCKeyConstraint{word});
     }
     /// Makes room for `count` keys in all, so that inserting up to them cannot fail.
     void ReserveKeys(unsigned int count)
@@ -56,14 +85,17 @@ public:
         constraints.Reserve(count);
     }
     /// Removes the keys `first` to `last` inclusive, and their words.
-    void RemoveKeyRange(unsigned int first, unsigned int last)
+    void RemoveKeyRange(unsigned int first, unsigned int last) noexcept
     {
-        // The words go from a copy first: a shrink that gets no memory leaves both arrays as they
-        // were.
-        HvAltDynArray<CFCKeyConstraint> words(constraints);
-        words.RemoveClosedRange(first, last);
-        keys.RemoveClosedRange(first, last);
-        constraints.Swap(words);
+        CFCKeyStore_RemoveRange(keys, first, last);
+        CFCKeyStore_RemoveRange(constraints, first, last);
+    }
+    void ReleaseSpareKeys() noexcept
+    {
+        if (!keepsSpareKeys) {
+            CFCKeyStore_ReleaseSpare(keys);
+            CFCKeyStore_ReleaseSpare(constraints);
+        }
     }
     /// The last key becomes the first; parameters are the caller's.
     void ReverseKeys() noexcept
@@ -144,16 +176,23 @@ public:
 
     HvAltDynArray<K> keys{kKeyStoreCapacity};
     HvAltDynArray<CFCKeyConstraint>* constraints = nullptr;  ///< nothing creates the array
+    bool keepsSpareKeys = false;  ///< ReleaseSpareKeys does nothing: what goes comes back
 
     void InsertKey(unsigned int index, K const& key, unsigned short)
     {
-        keys.InsertBefore(index, key);
+        CFCKeyStore_Insert(keys, index, key);
     }
     /// Makes room for `count` keys in all, so that inserting up to them cannot fail.
     void ReserveKeys(unsigned int count) { keys.Reserve(count); }
-    void RemoveKeyRange(unsigned int first, unsigned int last)
+    void RemoveKeyRange(unsigned int first, unsigned int last) noexcept
     {
-        keys.RemoveClosedRange(first, last);
+        CFCKeyStore_RemoveRange(keys, first, last);
+    }
+    void ReleaseSpareKeys() noexcept
+    {
+        if (!keepsSpareKeys) {
+            CFCKeyStore_ReleaseSpare(keys);
+        }
     }
     /// The last key becomes the first; parameters are the caller's.
     void ReverseKeys() noexcept { std::reverse(keys.begin(), keys.end()); }
@@ -208,6 +247,7 @@ public:
     HvAltDynArray<K> keys{kKeyStoreCapacity};
     int defaultSegmentKind =
         HvBaseFCurve::CubicSegment;  ///< span before the first key, and new keys
+    bool keepsSpareKeys = false;     ///< ReleaseSpareKeys does nothing: what goes comes back
 
     /// Inserts a key at `index`, with `word` as its constraint word. Cannot fail after
     /// ReserveForOneMoreKey.
@@ -215,27 +255,21 @@ public:
     {
         K copy = key;
         copy.constraints.word = word;
-        keys.Add(copy);
-        std::copy_backward(keys.begin() + index, keys.end() - 1, keys.end());
-        keys[index] = copy;
+        CFCKeyStore_Insert(keys, index, copy);
     }
+    /// Makes room for `count` keys in all, so that inserting up to them cannot fail.
+    void ReserveKeys(unsigned int count) { keys.Reserve(count); }
     void ReserveForOneMoreKey() { keys.Reserve(HvArrayCapacity_GrownSize(keys.Count(), 1)); }
     /// Removes the keys `first` to `last` inclusive. Never fails: the storage stays as it is until
     /// ReleaseSpareKeys, so that what follows a removal can be done without memory.
     void RemoveKeyRange(unsigned int first, unsigned int last) noexcept
     {
-        std::copy(keys.begin() + last + 1, keys.end(), keys.begin() + first);
-        keys.Chop(keys.Count() - (last - first + 1));
+        CFCKeyStore_RemoveRange(keys, first, last);
     }
-    /// Gives back storage of which less than half is in use. Without memory for the smaller block
-    /// the larger one stays, so that an edit that is done does not fail by tidying up.
     void ReleaseSpareKeys() noexcept
     {
-        if (keys.Count() < keys.Capacity() / 2) {
-            try {
-                keys.Resize(keys.Count());
-            } catch (std::bad_alloc const&) {
-            }
+        if (!keepsSpareKeys) {
+            CFCKeyStore_ReleaseSpare(keys);
         }
     }
     void Swap(CFCKeyStoreC& other) noexcept

@@ -206,6 +206,7 @@ void CFCSingleValueImpl<T, K, S>::RemoveRangeWithUserData(unsigned int first, un
         }
     }
     this->RemoveKeyRange(first, last);
+    this->ReleaseSpareKeys();
 }
 
 template <class T, class K, class S>
@@ -217,6 +218,7 @@ void CFCSingleValueImpl<T, K, S>::RemoveAllKeys(HvBaseFCurve& curve)
     curve.RemoveAllKeyUserData();
     this->ApplyLeftValue(this->valueWhenNoKeys);
     this->RemoveKeyRange(0, this->NumKeys() - 1);
+    this->ReleaseSpareKeys();
 }
 
 template <class T, class K, class S>
@@ -341,6 +343,7 @@ int CFCSingleValueImpl<T, K, S>::Cut(double from, double to, HvBaseFCurve& curve
     }
     // The data of the key that goes have moved onto the one that stays.
     this->RemoveKeyRange(i + 1, i + 1);
+    this->ReleaseSpareKeys();
     return 1;
 }
 

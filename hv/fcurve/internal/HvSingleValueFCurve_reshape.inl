@@ -14,12 +14,14 @@
 
 template <class Impl>
 int HvSingleValueFCurve<Impl>::ScaleAndOffsetParameters(double from, double to, double pivot,
-                                                        double scale, double offset, int, int,
-                                                        RegionHandle, int selectedOnly)
+                                                        double scale, double offset, int rippleLeft,
+                                                        int rippleRight, RegionHandle,
+                                                        int selectedOnly)
 {
     using Curve = typename Traits::Curve;
     HvCurveWriter const lock(*this);
-    HvCurveRescale const rescale{from, to, pivot, scale, offset, selectedOnly};
+    HvCurveRescale const rescale{from,   to,         pivot,       scale,
+                                 offset, rippleLeft, rippleRight, selectedOnly};
     if (impl_->readOnly ||
         this->AreAnyParametersLockedInInterval(-kHvMaxDouble, kHvMaxDouble, 0, 0) ||
         !rescale.IsPossible()) {

@@ -8,6 +8,8 @@
 
 #include <hv/fcurve/HvBaseFCurve.h>
 
+class HvDoubleArray;
+
 /// The arguments that tell which keys go where.
 struct HvCurveRescale {
     double from;
@@ -15,18 +17,25 @@ struct HvCurveRescale {
     double pivot;
     double scale;
     double offset;
+    int rippleLeft;  ///< keys beside the stretch are moved along, see ListKeysToMove
+    int rippleRight;
     int selectedOnly;
 
-    /// Whether the numbers are finite and the scale is none that would put all keys on one place.
+    /// Whether the numbers, but for infinite ends of the stretch, are finite and the scale is none
+    /// that would put all keys on one place.
     bool IsPossible() const;
     /// Whether the scale is 1 and the offset 0, within 1e-7.
     bool IsIdentity() const;
     /// Carries it out on `curve`, a copy that the caller throws away after a refusal. 0 when a part
-    /// of the keys only is meant.
+    /// of the keys only is to be scaled.
     int ApplyTo(HvBaseFCurve& curve) const;
 
 private:
-    bool ConcernsAllKeys(HvBaseFCurve const& curve) const;
+    bool SnapStretch(HvBaseFCurve const& curve, double& first, double& last) const;
+    int ScaleAll(HvBaseFCurve& curve) const;
+    int MoveSome(HvBaseFCurve& curve, double first, double last) const;
+    void ListKeysToMove(HvBaseFCurve const& curve, double first, double last,
+                        HvDoubleArray& list) const;
 };
 
 #endif

@@ -204,6 +204,7 @@ unsigned int CFCSingleValue_Reduce(Impl& impl, double from, double to, double to
         }
         if (kept < impl.NumKeys()) {
             result.RemoveKeyRange(kept, impl.NumKeys() - 1);
+            result.ReleaseSpareKeys();
             for (unsigned int k = 0; curve.HasUserData() && k < impl.NumKeys(); ++k) {
                 if (dropped[k]) {
                     curve.RemoveKeyUserData(impl.Parameter(k));

@@ -133,17 +133,19 @@ private:
         }
     };
 
-    /// Cuts the span to the window. Only a left end within is converted, which is above 0, so that
-    /// cutting toward zero is rounding down; the same holds for the right end.
+    /// Gives the span when it has a width, cut to the window. Only ends within are converted, which
+    /// are not negative, so that cutting toward zero is rounding down.
     template <class Span>
     void Emit(double left, double right, Span& span) const
     {
-        if (right > left && left < endColumn_ && right >= firstColumn_) {
-            std::int64_t const first =
-                left > firstColumn_ ? static_cast<std::int64_t>(left) : window_.firstColumn;
-            std::int64_t const last =
-                right < endColumn_ ? static_cast<std::int64_t>(right) : window_.endColumn - 1;
-            span(first, last);
+        if (!(right > left)) {
+            return;
+        }
+        if (left >= firstColumn_ && right < endColumn_) {
+            span(static_cast<std::int64_t>(left), static_cast<std::int64_t>(right));
+        } else if (left < endColumn_ && right >= firstColumn_) {
+            span(left >= firstColumn_ ? static_cast<std::int64_t>(left) : window_.firstColumn,
+                 right < endColumn_ ? static_cast<std::int64_t>(right) : window_.endColumn - 1);
         }
     }
 
