@@ -102,13 +102,17 @@
 #include <hv/raster/HvRasterGrid.h>
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/raster/polygon_fill.h>
+#include <hv/raster/scan_convert.h>
 
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvIsoView.h>
+#include <hv/shape/HvOval2f.h>
 #include <hv/shape/HvParallelogram2f.h>
+#include <hv/shape/HvParallelogramShape2f.h>
 #include <hv/shape/HvPath2f.h>
 #include <hv/shape/HvPath2fIter.h>
 #include <hv/shape/HvPath2fSink.h>
+#include <hv/shape/HvRect2f.h>
 #include <hv/shape/HvShape2f.h>
 #include <hv/shape/HvShapeArchive.h>
 #include <hv/shape/shape_boolean.h>

@@ -8,6 +8,7 @@
 #include <hv/shape/internal/HvShapeLock.h>
 
 #include "probe_shape.h"
+#include "shape_lock_probe.h"
 #include "slot_of.h"
 #include <tests/support/allocation_failure.h>
 
@@ -123,4 +124,26 @@ TEST(HvShape2f, AssignmentCopiesNothing)
     HvShape2f& base = target;
     EXPECT_EQ(&(base = target), &target);
     EXPECT_EQ(HvShapeLock::Depth(target), 2);
+}
+
+TEST(HvShape2f, CopyAndAssignmentWaitForTheirSource)
+{
+    ProbeShape const source;
+    EXPECT_TRUE(ShapeLockProbe_Waits(source, true, [&] { ProbeShape const copy(source); }));
+    ProbeShape target;
+    auto const assign = [&] { target.operator=(static_cast<HvShape2f const&>(source)); };
+    EXPECT_TRUE(ShapeLockProbe_Waits(source, true, assign));
+    EXPECT_TRUE(ShapeLockProbe_Waits(target, true, assign));
+    EXPECT_TRUE(ShapeLockProbe_IsFree(source));
+    EXPECT_TRUE(ShapeLockProbe_IsFree(target));
+}
+
+TEST(HvShape2f, PairOfOneShapeIsHeldTwice)
+{
+    ProbeShape const shape;
+    {
+        HvShapePairLock const held(shape, shape);
+        EXPECT_EQ(HvShapeLock::Depth(shape), 2);
+    }
+    EXPECT_TRUE(ShapeLockProbe_IsFree(shape));
 }

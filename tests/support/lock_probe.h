@@ -8,10 +8,8 @@
 
 #include <hv/fcurve/HvBaseFCurve.h>
 #include <hv/platform/CActiveDataMultiThreadedRenderingLock.h>
+#include <tests/support/wait_probe.h>
 
-#include <chrono>
-#include <condition_variable>
-#include <mutex>
 #include <thread>
 
 /// The locks that meet in a curve operation.
@@ -51,43 +49,12 @@ private:
     bool isHeld_ = true;
 };
 
-/// Whether `call()` waits for `lock` of `curve`: it runs in a second thread while this one holds
-/// the lock. A call that is expected to wait is given a moment to show otherwise, one that is
-/// expected to run is given long enough for any machine, so a slow machine cannot make a right call
-/// look wrong.
+/// Whether `call()` waits for `lock` of `curve`, which this thread holds; see WaitProbe_Waits.
 template <class Call>
 bool LockProbe_Waits(HvBaseFCurve const& curve, ProbedLock lock, bool expected, Call call)
 {
-    std::mutex mutex;
-    std::condition_variable changed;
-    bool started = false;
-    bool done = false;
-
     ProbedLockHolder holder(curve, lock);
-    std::thread worker([&] {
-        {
-            std::lock_guard<std::mutex> const guard(mutex);
-            started = true;
-        }
-        changed.notify_all();
-        call();
-        {
-            std::lock_guard<std::mutex> const guard(mutex);
-            done = true;
-        }
-        changed.notify_all();
-    });
-    bool waits = false;
-    {
-        std::unique_lock<std::mutex> guard(mutex);
-        changed.wait(guard, [&] { return started; });
-        auto const patience =
-            expected ? std::chrono::milliseconds(2) : std::chrono::milliseconds(10000);
-        waits = !changed.wait_for(guard, patience, [&] { return done; });
-    }
-    holder.Release();
-    worker.join();
-    return waits;
+    return WaitProbe_Waits([&] { holder.Release(); }, expected, call);
 }
 
 /// Whether another thread gets both locks at once, as it does when no call left one behind.

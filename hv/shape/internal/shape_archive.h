@@ -17,6 +17,8 @@
 constexpr unsigned int kHvShapeLengthBytes = kHvArchiveLengthSize;
 /// The kind that a body begins with, and the zeros behind it.
 constexpr unsigned int kHvShapeKindBytes = 4;
+/// A point: two coordinates of four bytes.
+constexpr unsigned int kHvShapePointBytes = 8;
 
 /// Writes the length, the kind and the zeros of a shape of `bufferSize` bytes; the class's data
 /// follow through the writer that is returned.
