@@ -87,6 +87,7 @@
 #include <hv/fcurve/HvFCurveArchive.h>
 #include <hv/fcurve/HvFCurveKeyMover.h>
 #include <hv/fcurve/HvFCurveShell.h>
+#include <hv/fcurve/HvFCurveStretcher.h>
 #include <hv/fcurve/HvIntegerFCurve.h>
 #include <hv/fcurve/HvRawFCurve.h>
 #include <hv/fcurve/HvSingleValueFCurve.h>

@@ -332,9 +332,11 @@ public:
     /// Mirrors the curve about the middle of its key range.
     virtual int MirrorParameters() = 0;
     /// Scales the keys of an interval about `pivot`, then shifts them by `offset`; neighbouring
-    /// keys ripple along as the flags say. A negative scale also mirrors them. Keys that are
-    /// shifted stop where others stand, as in HvFCurveKeyMover. Refuses any locked parameter, a
-    /// scale within 1e-7 of 0, and to scale an interval that does not hold all keys.
+    /// keys ripple along as the flags say. A negative scale also mirrors what it gives. Where the
+    /// interval does not hold all keys, it is done as by HvFCurveStretcher, dragged by the end that
+    /// `handle` or a single ripple names unless that is the pivot, and by HvFCurveKeyMover: keys
+    /// stop where others stand, and no scale is nearer to 0 than 0.001. Refuses any locked
+    /// parameter and a scale within 1e-7 of 0.
     virtual int ScaleAndOffsetParameters(double from, double to, double pivot, double scale,
                                          double offset, int rippleLeft, int rippleRight,
                                          RegionHandle handle, int selectedOnly) = 0;

@@ -11,11 +11,11 @@
 
 int HvStdFCurve::ScaleAndOffsetParameters(double from, double to, double pivot, double scale,
                                           double offset, int rippleLeft, int rippleRight,
-                                          RegionHandle, int selectedOnly)
+                                          RegionHandle handle, int selectedOnly)
 {
     HvCurveWriter const guard(*this);
-    HvCurveRescale const rescale{from,   to,         pivot,       scale,
-                                 offset, rippleLeft, rippleRight, selectedOnly};
+    HvCurveRescale const rescale{from,       to,          pivot,  scale,       offset,
+                                 rippleLeft, rippleRight, handle, selectedOnly};
     if (impl_->readOnly || impl_->IsAnyKeyLocked(CFCKeyConstraint::kParameterLocked) ||
         !rescale.IsPossible()) {
         return 0;

@@ -194,11 +194,13 @@ TEST(HvRawFCurve_reshape, RescaleMovesAllKeys)
     OpenRaw curve = Zigzag();
     EXPECT_EQ(curve.ScaleAndOffsetParameters(1, 4, 1, -2, 1, 0, 0, HvBaseFCurve::LeftHandle, 0), 1);
     EXPECT_EQ(KeysOf(curve), (Keys{{2, 40}, {4, 0}, {6, 30}, {8, 10}}));
-    ExpectRefused(curve, [&] {
-        return curve.ScaleAndOffsetParameters(4, 8, 1, 2, 1, 0, 0, HvBaseFCurve::LeftHandle, 0);
-    });
     EXPECT_EQ(curve.ScaleAndOffsetParameters(4, 8, 1, 1, 1, 0, 0, HvBaseFCurve::LeftHandle, 0), 1);
     EXPECT_EQ(KeysOf(curve), (Keys{{2, 40}, {5, 0}, {7, 30}, {9, 10}}));
+    EXPECT_EQ(curve.ScaleAndOffsetParameters(5, 9, 5, 2, 1, 0, 0, HvBaseFCurve::LeftHandle, 0), 1);
+    EXPECT_EQ(KeysOf(curve), (Keys{{2, 40}, {6, 0}, {10, 30}, {14, 10}}));
+    EXPECT_EQ(curve.ScaleAndOffsetParameters(6, 10, 6, -1, 0, 0, 0, HvBaseFCurve::LeftHandle, 0),
+              1);
+    EXPECT_EQ(KeysOf(curve), (Keys{{2, 40}, {6, 30}, {10, 0}, {14, 10}}));
 }
 
 TEST(HvRawFCurve_reshape, FailedAllocationLeavesNothingBehind)

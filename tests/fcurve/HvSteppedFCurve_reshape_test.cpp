@@ -432,12 +432,11 @@ TEST(HvSteppedFCurve_reshape, RescaleMovesAllKeys)
     ExpectRefused(refusing, [&] { return rescale(refusing, 0, 1); });
     ExpectRefused(refusing, [&] { return rescale(refusing, kNaN, 1); });
     ExpectRefused(refusing, [&] { return rescale(refusing, 1, 1e300); });
-    ExpectRefused(refusing, [&] {
-        return refusing.ScaleAndOffsetParameters(1, 4, 0, 2, 5, 0, 0, HvBaseFCurve::LeftHandle, 0);
-    });
     OpenInteger moved = Stairs();
     EXPECT_EQ(moved.ScaleAndOffsetParameters(1, 4, 0, 1, 5, 0, 0, HvBaseFCurve::LeftHandle, 0), 1);
     EXPECT_EQ(KeysOf(moved), (Keys{{0, 1}, {6, 4}, {7, 2}, {9, 3}}));
+    EXPECT_EQ(moved.ScaleAndOffsetParameters(6, 9, 6, 2, -5, 0, 0, HvBaseFCurve::LeftHandle, 0), 1);
+    EXPECT_EQ(KeysOf(moved), (Keys{{0, 1}, {1, 4}, {3, 2}, {7, 3}}));
     Lock(refusing, 1, HvBaseFCurve::ParameterLocked);
     ExpectRefused(refusing, [&] { return rescale(refusing, 1, 0); });
 }

@@ -141,8 +141,7 @@ bool CFCKeyLift<Curve>::IsWithinNumbers() const
     });
 }
 
-/// Divides the curve into stretches that have nothing to do with each other, and makes room for the
-/// longest on the bench.
+/// Divides the curve into stretches that have nothing to do with each other.
 template <class Curve>
 void CFCKeyLift<Curve>::Divide()
 {
@@ -159,16 +158,33 @@ void CFCKeyLift<Curve>::Divide()
         }
         stretchOfKey_[place.key] = stretches_.Count() - 1;
     }
-    unsigned int longest = 0;
-    for (Stretch const& stretch : stretches_) {
-        longest = std::max(longest, stretch.high - stretch.low + 3);
-    }
-    bench_.ReserveKeys(longest);
-    pile_.ReserveKeys(longest);
+    ReserveBench();
     lifts_.Reserve(places_.Count());
     puts_.Reserve(places_.Count());
     FillTurns(order_, lifts_);
     FillTurns(nextOrder_, puts_);
+}
+
+/// Makes room for the longest stretch. Where there is too little, as much is made as a step that
+/// leads the other way could need, by which stretches may reach further and meet.
+template <class Curve>
+void CFCKeyLift<Curve>::ReserveBench()
+{
+    constexpr unsigned int kBeside = 3;  // what Work adds to a stretch
+    constexpr unsigned int kTurn = 2;
+    unsigned int longest = 0;
+    for (Stretch const& stretch : stretches_) {
+        longest = std::max(longest, stretch.high - stretch.low + kBeside);
+    }
+    bool const isRoom = longest <= std::min(bench_.keys.Capacity(), pile_.keys.Capacity());
+    Stretch wide{0, 0};
+    for (Place const& place : places_) {
+        wide.low = place.low > wide.high ? place.low : wide.low;
+        wide.high = std::max(wide.high, place.high + kTurn);
+        longest = isRoom ? longest : std::max(longest, wide.high - wide.low + kBeside);
+    }
+    bench_.ReserveKeys(longest);
+    pile_.ReserveKeys(longest);
 }
 
 template <class Curve>

@@ -117,6 +117,7 @@ private:
     bool AreTargetsFree();
     bool IsWithinNumbers() const;
     void Divide();
+    void ReserveBench();
     void FillTurns(Order const& order, Turns& turns) const;
     void Work(Stretch const& stretch, Turn const* lifts, Turn const* puts, unsigned int count);
 

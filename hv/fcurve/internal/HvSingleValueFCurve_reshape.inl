@@ -15,13 +15,13 @@
 template <class Impl>
 int HvSingleValueFCurve<Impl>::ScaleAndOffsetParameters(double from, double to, double pivot,
                                                         double scale, double offset, int rippleLeft,
-                                                        int rippleRight, RegionHandle,
+                                                        int rippleRight, RegionHandle handle,
                                                         int selectedOnly)
 {
     using Curve = typename Traits::Curve;
     HvCurveWriter const lock(*this);
-    HvCurveRescale const rescale{from,   to,         pivot,       scale,
-                                 offset, rippleLeft, rippleRight, selectedOnly};
+    HvCurveRescale const rescale{from,       to,          pivot,  scale,       offset,
+                                 rippleLeft, rippleRight, handle, selectedOnly};
     if (impl_->readOnly ||
         this->AreAnyParametersLockedInInterval(-kHvMaxDouble, kHvMaxDouble, 0, 0) ||
         !rescale.IsPossible()) {

@@ -17,8 +17,9 @@ struct HvCurveRescale {
     double pivot;
     double scale;
     double offset;
-    int rippleLeft;  ///< keys beside the stretch are moved along, see ListKeysToMove
+    int rippleLeft;  ///< keys beside the stretch go along, see ScaleSome and ListKeysToMove
     int rippleRight;
+    HvBaseFCurve::RegionHandle handle;  ///< the end that a scale drags, where both move
     int selectedOnly;
 
     /// Whether the numbers, but for infinite ends of the stretch, are finite and the scale is none
@@ -26,13 +27,14 @@ struct HvCurveRescale {
     bool IsPossible() const;
     /// Whether the scale is 1 and the offset 0, within 1e-7.
     bool IsIdentity() const;
-    /// Carries it out on `curve`, a copy that the caller throws away after a refusal. 0 when a part
-    /// of the keys only is to be scaled.
+    /// Carries it out on `curve`, a copy that the caller throws away after a refusal.
     int ApplyTo(HvBaseFCurve& curve) const;
 
 private:
     bool SnapStretch(HvBaseFCurve const& curve, double& first, double& last) const;
     int ScaleAll(HvBaseFCurve& curve) const;
+    int ScaleSome(HvBaseFCurve& curve, double& first, double& last) const;
+    bool DragsFirst(double first, double last) const;
     int MoveSome(HvBaseFCurve& curve, double first, double last) const;
     void ListKeysToMove(HvBaseFCurve const& curve, double first, double last,
                         HvDoubleArray& list) const;
