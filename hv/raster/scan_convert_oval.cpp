@@ -6,8 +6,8 @@
 #include <hv/raster/scan_convert.h>
 
 #include <hv/bezier/quadratic.h>
-#include <hv/foundation/HvMemory.h>
 #include <hv/foundation/HvPoint3.h>
+#include <hv/foundation/saturate.h>
 #include <hv/raster/HvFloatRaster.h>
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/raster/internal/pixel_span.h>
@@ -16,9 +16,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <limits>
-#include <memory>
-#include <new>
+#include <cstdint>
 
 namespace {
 
@@ -79,32 +77,35 @@ public:
         return p.x * p.x + p.y * p.y;
     }
 
-    /// The first and last whole x whose sample point in the row at `y` is inside; infinite numbers
-    /// in the wrong order when there is none. The roots of the form tell them up to rounding, which
-    /// is at most a pixel; the form itself decides.
+    /// The first and last whole x whose sample point in the row at `y` is inside; `first` above
+    /// `last` when there is none. The roots of the form tell them up to rounding, which is at most
+    /// a pixel; the form itself decides. So far out that it does not see a pixel any more, the
+    /// roots stay within one.
     void GetSpan(double y, double half, double& first, double& last) const
     {
         Point const start = alongY_ * (y - centre_.y);
         double low = 0.0;
         double high = 0.0;
-        first = std::numeric_limits<double>::infinity();
-        last = -first;
         if (SolveQuadraticEquation(low, high, HvPoint2_AdotB(alongX_, alongX_),
                                    2.0 * HvPoint2_AdotB(alongX_, start),
                                    HvPoint2_AdotB(start, start) - kInsideForm) == 0 ||
             !std::isfinite(low) || !std::isfinite(high)) {
+            first = 0.0;
+            last = -1.0;
             return;
         }
         auto const isInside = [&](double x) { return kInsideForm >= FormAt(x + half, y); };
-        double const begin = std::ceil(centre_.x + low - half);
-        double const end = std::floor(centre_.x + high - half);
-        for (int k = 1; k >= -1; --k) {
-            if (isInside(begin + k)) {
-                first = begin + k;
-            }
-            if (isInside(end - k)) {
-                last = end - k;
-            }
+        first = std::ceil(centre_.x + low - half);
+        last = std::floor(centre_.x + high - half);
+        if (isInside(first - 1.0)) {
+            first -= 1.0;
+        } else if (!isInside(first)) {
+            first += 1.0;
+        }
+        if (isInside(last + 1.0)) {
+            last += 1.0;
+        } else if (!isInside(last)) {
+            last -= 1.0;
         }
     }
 
@@ -171,11 +172,11 @@ public:
     }
 
 private:
-    bool HasArea() const { return a_ >= kAlongAxis && b_ >= kAlongAxis; }
+    bool HasArea() const { return a_ >= kLeastHalfAxis && b_ >= kLeastHalfAxis; }
     /// A run along an axis without the other reaches a little less far than the ellipse would.
     static double Run(double axis, double half)
     {
-        return axis >= kAlongAxis ? std::max(0.0, std::floor(axis - half)) : 0.0;
+        return axis >= kLeastHalfAxis ? std::max(0.0, std::floor(axis - half)) : 0.0;
     }
     bool IsInside(double i, double j) const
     {
@@ -187,44 +188,50 @@ private:
     double b_;
 };
 
-/// The disc of distances that is stamped on both ends of a span.
-class Brush : public HvAllocated {
+/// The disc of distances that is stamped on both ends of a span. They are computed where the disc
+/// meets the raster: a table of them would take memory with the square of the radius.
+class Brush {
 public:
-    explicit Brush(int radius) : radius_(radius), stamp_(Side(radius), Side(radius), kFar)
-    {
-        for (int y = -radius; y <= radius; ++y) {
-            for (int x = -radius; x <= radius; ++x) {
-                double const length = std::hypot(x, y);
-                if (radius >= length) {
-                    stamp_.SetValWhenSmaller(x + radius, y + radius, static_cast<float>(length));
-                }
-            }
-        }
-    }
+    /// Below 0 the brush has no pixel.
+    explicit Brush(std::int64_t radius) : radius_(radius) {}
 
     /// Stamps at the pixel (x, y), x being a whole number of any size.
     void StampAt(double x, int y, HvFloatRaster& distance) const
     {
-        if (x >= -double(radius_) && double(distance.width) + radius_ >= x) {
-            distance.SetValWhenSmaller(HvSaturate_To<int>(x) - radius_, y - radius_, stamp_);
+        double const reach = static_cast<double>(radius_);
+        if (!(x >= -reach && distance.width - 1 + reach >= x)) {
+            return;
+        }
+        std::int64_t const centreX = HvSaturate_To<std::int64_t>(x);
+        HvPixelSpan const rows = HvPixelSpan::Cut(y - reach, y + reach, distance.height);
+        for (int row = rows.first; row <= rows.last; ++row) {
+            std::int64_t const dy = row - std::int64_t(y);
+            double const chord = HalfChord(dy);
+            HvPixelSpan const span = HvPixelSpan::Cut(x - chord, x + chord, distance.width);
+            for (int column = span.first; column <= span.last; ++column) {
+                std::int64_t const dx = column - centreX;
+                double const length = std::sqrt(static_cast<double>(dx * dx + dy * dy));
+                distance.SetValWhenSmaller(column, row, static_cast<float>(length));
+            }
         }
     }
 
 private:
-    static constexpr float kFar = std::numeric_limits<float>::max();
-    /// Beyond it the stamp has more pixels than a raster.
-    static constexpr int kGreatestRadius = 1 << 15;
-
-    static int Side(int radius)
+    /// The greatest whole dx with dx^2 + dy^2 <= radius^2, for |dy| <= radius.
+    double HalfChord(std::int64_t dy) const
     {
-        if (radius > kGreatestRadius) {
-            throw std::bad_alloc();
+        std::int64_t const square = radius_ * radius_ - dy * dy;
+        std::int64_t chord = HvSaturate_To<std::int64_t>(std::sqrt(static_cast<double>(square)));
+        // Of squares beyond 2^53 the root may have been rounded across a whole number.
+        if (chord * chord > square) {
+            --chord;
+        } else if (square >= (chord + 1) * (chord + 1)) {
+            ++chord;
         }
-        return radius < 0 ? 0 : 2 * radius + 1;
+        return static_cast<double>(chord);
     }
 
-    int radius_;
-    HvFloatRaster stamp_;
+    std::int64_t radius_;
 };
 
 /// What a scanned ellipse leaves behind: the value in its spans, and the brush at their ends.
@@ -232,11 +239,9 @@ class SpanWriter {
 public:
     SpanWriter(HvUByteRaster& raster, unsigned char value, HvFloatRaster& distance, int brushRadius,
                OvalFillMode mode)
-        : raster_(raster), value_(value), distance_(distance)
+        : raster_(raster), value_(value), distance_(distance),
+          brush_(mode == OvalFillBrushed ? brushRadius : -1)
     {
-        if (mode == OvalFillBrushed && brushRadius >= 0) {
-            brush_ = std::make_unique<Brush>(brushRadius);
-        }
     }
 
     void Write(int y, double first, double last) const
@@ -247,9 +252,9 @@ public:
                 raster_.data + static_cast<std::ptrdiff_t>(y) * raster_.width;
             std::fill(row + span.first, row + span.last + 1, value_);
         }
-        if (brush_ != nullptr && last >= first) {
-            brush_->StampAt(first, y, distance_);
-            brush_->StampAt(last, y, distance_);
+        if (last >= first) {
+            brush_.StampAt(first, y, distance_);
+            brush_.StampAt(last, y, distance_);
         }
     }
 
@@ -257,7 +262,7 @@ private:
     HvUByteRaster& raster_;
     unsigned char value_;
     HvFloatRaster& distance_;
-    std::unique_ptr<Brush> brush_;
+    Brush brush_;
 };
 
 }  // namespace

@@ -125,57 +125,39 @@ void ForEachRow(Quadrilateral const& shape, double half, bool touched, int width
     }
 }
 
-/// The distance from a centre line, which is 1 at floor(p0).
+/// The distance from a centre line, which is 1 at floor(p0). The length of the side along which the
+/// line runs cancels out.
 class CentreLine {
 public:
     /// The line through `centre` along `side`, or where that vanishes along `other`.
     CentreLine(Point const& centre, Point const& side, Point const& other, Point const& scaleAt)
+        : centre_(centre), along_(side == Point() ? other : side), scale_(AreaTo(scaleAt))
     {
-        Point const& along = side == Point() ? other : side;
-        double const length = HvPoint2_Length(along);
-        normal_ = Point(-along.y / length, along.x / length);
-        offset_ = HvPoint2_AdotB(normal_, centre);
-        scale_ = HvPoint2_AdotB(normal_, scaleAt) - offset_;
     }
 
     /// At most 1, also where there is no scale.
     double DistanceAt(double x, double y) const
     {
-        double const distance = std::fabs((normal_.x * x + normal_.y * y - offset_) / scale_);
+        double const distance = std::fabs(AreaTo(Point(x, y)) / scale_);
         return 1.0 > distance ? distance : 1.0;
     }
 
 private:
-    Point normal_;
-    double offset_;
+    double AreaTo(Point const& p) const { return HvPoint2_AdetB(along_, p - centre_); }
+
+    Point centre_;
+    Point along_;
     double scale_;
 };
 
-}  // namespace
-
-void ScanConvert(HvPoint2<float> const& p0, HvPoint2<float> const& p1, HvPoint2<float> const& p2,
-                 double half, HvUByteRaster& raster, unsigned char value, HvFloatRaster& distance,
-                 RectFillMode mode)
+/// Leaves the distances of the modes from RectFillRadial on.
+void FillDistances(Quadrilateral const& shape, Point const& p0, Point const& p1, Point const& p2,
+                   double half, HvFloatRaster& distance, RectFillMode mode)
 {
-    Quadrilateral const shape{Point(p0), Point(p1), Point(p2)};
-    if (!shape.IsFinite() || !std::isfinite(half) || mode == RectFillNothing) {
-        return;
-    }
-    if (mode == RectFillPlain || mode == RectFillTouched) {
-        ForEachRow(shape, half, mode == RectFillTouched, raster.width, raster.height,
-                   [&](int y, HvPixelSpan const& span) {
-                       unsigned char* const row =
-                           raster.data + static_cast<std::ptrdiff_t>(y) * raster.width;
-                       std::fill(row + span.first, row + span.last + 1, value);
-                   });
-        return;
-    }
-
-    Point const origin(p0);
-    Point const width = Point(p1) - origin;
-    Point const height = Point(p2) - origin;
-    Point const centre = (Point(p1) + Point(p2)) * 0.5;
-    Point const scaleAt(std::floor(origin.x), std::floor(origin.y));
+    Point const width = p1 - p0;
+    Point const height = p2 - p0;
+    Point const centre = (p1 + p2) * 0.5;
+    Point const scaleAt(std::floor(p0.x), std::floor(p0.y));
     CentreLine const alongWidth(centre, width, height, scaleAt);
     CentreLine const alongHeight(centre, height, width, scaleAt);
     bool const touched = mode == RectFillLinearTouched || mode == RectFillLinearThin;
@@ -191,4 +173,35 @@ void ScanConvert(HvPoint2<float> const& p0, HvPoint2<float> const& p1, HvPoint2<
                 }
             }
         });
+}
+
+}  // namespace
+
+void ScanConvert(HvPoint2<float> const& p0, HvPoint2<float> const& p1, HvPoint2<float> const& p2,
+                 double half, HvUByteRaster& raster, unsigned char value, HvFloatRaster& distance,
+                 RectFillMode mode)
+{
+    Quadrilateral const shape{Point(p0), Point(p1), Point(p2)};
+    if (!shape.IsFinite() || !std::isfinite(half)) {
+        return;
+    }
+    switch (mode) {
+    case RectFillPlain:
+    case RectFillTouched:
+        ForEachRow(shape, half, mode == RectFillTouched, raster.width, raster.height,
+                   [&](int y, HvPixelSpan const& span) {
+                       unsigned char* const row =
+                           raster.data + static_cast<std::ptrdiff_t>(y) * raster.width;
+                       std::fill(row + span.first, row + span.last + 1, value);
+                   });
+        break;
+    case RectFillNothing:
+        break;
+    case RectFillRadial:
+    case RectFillLinear:
+    case RectFillLinearTouched:
+    case RectFillLinearThin:
+        FillDistances(shape, Point(p0), Point(p1), Point(p2), half, distance, mode);
+        break;
+    }
 }

@@ -235,18 +235,198 @@ TEST(scan_convert_oval, TakesAnyNumbersAndRasters)
     }
 }
 
-TEST(scan_convert_oval, BrushBeyondARasterIsRefused)
+TEST(scan_convert_oval, HugeEllipseCoversTheRaster)
 {
-    HvUByteRaster raster(8, 8, 7);
-    HvFloatRaster distance(8, 8, kFar);
-    for (int const radius : {40000, 2147483647}) {
-        EXPECT_THROW(ScanConvert(Point(1, 1), Point(6, 1), Point(1, 6), 0.5, raster, 9, distance,
-                                 radius, OvalFillBrushed),
-                     std::bad_alloc);
+    for (float const r : {1e6F, 1e9F, 1e15F, 1e17F, 1e30F, 1e38F}) {
+        HvUByteRaster raster(7, 5, 7);
+        HvFloatRaster distance(7, 5, kFar);
+        ScanConvert(Point(-r, -r), Point(r, -r), Point(-r, r), 0.5, raster, 9, distance, 0,
+                    OvalFillPlain);
+        EXPECT_EQ(raster.AllPixelValuesAre(9), 1) << r;
+        // Sheared, so that the rows' spans do not lie about the same column.
+        HvUByteRaster sheared(7, 5, 7);
+        ScanConvert(Point(-r, -r), Point(r, -r * 0.5F), Point(-r, r * 0.5F), 0.5, sheared, 9,
+                    distance, 0, OvalFillPlain);
+        EXPECT_EQ(sheared.AllPixelValuesAre(9), 1) << r;
+        FillDistanceRaster(Point(-r, -r), Point(r, -r), Point(-r, r), 0.5, distance);
+        EXPECT_LT(*std::max_element(distance.data, distance.data + 35), 1e-5F) << r;
+        HvUByteRaster isothetic(7, 5, 7);
+        ScanConvertIsothetic(Point(-r, -r), Point(r, -r), Point(-r, r), 0.5, isothetic, 9, distance,
+                             0, OvalFillPlain);
+        EXPECT_EQ(isothetic.AllPixelValuesAre(9), 1) << r;
     }
-    EXPECT_EQ(raster.AllPixelValuesAre(7), 1);
-    RefuseEachAllocation([&] {
-        ScanConvertIsothetic(Point(1, 1), Point(6, 1), Point(1, 6), 0.5, raster, 9, distance, 2,
-                             OvalFillBrushed);
-    });
+}
+
+TEST(scan_convert_oval, HalfAxisOfTheLimitIsScanned)
+{
+    // Half axes along x of about 1e-4 beside a sample point in column 3, and 2 along y.
+    float const limit = 9.999999747378752e-05F;
+    auto const scannedRows = [](float halfWidth, int mode) {
+        HvUByteRaster raster(1, 6, 7);
+        HvFloatRaster unused(1, 1, kFar);
+        // About x = 0, sampled at 0, so that the axis is as exact as it is small.
+        ScanConvert(Point(-halfWidth, 1), Point(halfWidth, 1), Point(-halfWidth, 5), 0.0, raster, 9,
+                    unused, 0, static_cast<OvalFillMode>(mode));
+        return std::count(raster.data, raster.data + 6, 9);
+    };
+    float const below = std::nextafter(limit, 0.0F);
+    EXPECT_EQ(scannedRows(limit, 0), 5);
+    EXPECT_EQ(scannedRows(below, 0), 0);
+    EXPECT_EQ(scannedRows(below, 1), 0);
+    EXPECT_EQ(scannedRows(below, 2), 5);
+    EXPECT_EQ(scannedRows(0.0F, 2), 0);
+}
+
+TEST(scan_convert_oval, IsotheticHalfAxisOfTheLimitMakesNoRun)
+{
+    // Half height 2: about pixel 3 the ellipse reaches 2 rows each way, the run floor(2 - 0.5) = 1.
+    auto const scannedRows = [](float halfWidth) {
+        HvUByteRaster raster(1, 7, 7);
+        HvFloatRaster unused(1, 1, kFar);
+        ScanConvertIsothetic(Point(-halfWidth, 1), Point(halfWidth, 1), Point(-halfWidth, 5), 0.5,
+                             raster, 9, unused, 0, OvalFillPlain);
+        return std::count(raster.data, raster.data + 7, 9);
+    };
+    float const limit = 9.999999747378752e-05F;
+    EXPECT_EQ(scannedRows(limit), 5);
+    EXPECT_EQ(scannedRows(std::nextafter(limit, 0.0F)), 3);
+    EXPECT_EQ(scannedRows(0.0F), 3);
+}
+
+RC_GTEST_PROP(scan_convert_oval, IsotheticAgreesWithWholeOffsets, ())
+{
+    // Quarters: all products are exact in 64 bits, in units of an eighth.
+    int const left = PickInRange(-40, 80);
+    int const top = PickInRange(-40, 80);
+    int const width = PickInRange(1, 120);
+    int const height = PickInRange(1, 120);
+    bool const alongY = PickInRange(0, 2) == 1;
+    auto const quarters = [](int n) { return static_cast<float>(n) / 4.0F; };
+    Point const p0(quarters(left), quarters(top));
+    Point const right(quarters(left + width), quarters(top));
+    Point const bottom(quarters(left), quarters(top + height));
+    HvUByteRaster raster(16, 12, 7);
+    HvFloatRaster unused(1, 1, kFar);
+    ScanConvertIsothetic(p0, alongY ? bottom : right, alongY ? right : bottom, 0.5, raster, 9,
+                         unused, 0, OvalFillPlain);
+    HvFloatRaster distance(16, 12, 2.0F);
+    FillDistanceRasterIsothetic(p0, alongY ? bottom : right, alongY ? right : bottom, 0.5,
+                                distance);
+    // floor(mean + 0.5), the mean being (2 left + width) eighths.
+    auto const centreX = static_cast<int>(std::floor((2 * left + width + 4) / 8.0));
+    auto const centreY = static_cast<int>(std::floor((2 * top + height + 4) / 8.0));
+    for (int y = 0; y < 12; ++y) {
+        for (int x = 0; x < 16; ++x) {
+            long long const i = (x - centreX) * 8LL * height;
+            long long const j = (y - centreY) * 8LL * width;
+            long long const limit = 1LL * width * height;
+            bool const isInside = i * i + j * j <= limit * limit;
+            RC_ASSERT((raster.data[y * 16 + x] == 9) == isInside);
+            double const d = std::hypot((x - centreX) * 8.0 / width, (y - centreY) * 8.0 / height);
+            double const expected = isInside ? std::min(d, 1.0) : 2.0;
+            RC_ASSERT(std::fabs(distance.data[y * 16 + x] - expected) < 1e-6);
+        }
+    }
+}
+
+TEST(scan_convert_oval, DistanceLowersOnlyWhatIsAboveAndEndsAtOne)
+{
+    // The circle of radius 4 about (4, 4).
+    HvFloatRaster distance(8, 8, 0.5F);
+    distance.data[0] = kFar;
+    FillDistanceRaster(Point(0, 0), Point(8, 0), Point(0, 8), 0.5, distance);
+    for (int y = 0; y < 8; ++y) {
+        for (int x = 0; x < 8; ++x) {
+            if (x == 0 && y == 0) {
+                continue;  // outside
+            }
+            double const d = std::hypot(x - 3.5, y - 3.5) / 4.0;
+            EXPECT_FLOAT_EQ(distance.data[y * 8 + x], static_cast<float>(std::min(d, 0.5)));
+        }
+    }
+    EXPECT_EQ(distance.data[0], kFar);
+    // A sample point just outside of the curve counts, with 1: its form is below 1.000001.
+    HvFloatRaster point(1, 1, kFar);
+    FillDistanceRaster(Point(0.5F, -1.5F), Point(0.5F, 2.5F), Point(-3.5000008F, -1.5F), 0.5,
+                       point);
+    EXPECT_LE(point.data[0], 1.0F);
+    EXPECT_GT(point.data[0], 0.999999F);
+}
+
+TEST(scan_convert_oval, SamplePointMovesWithHalf)
+{
+    for (double const half : {0.0, 0.25, 0.5, -3.0}) {
+        HvUByteRaster raster(12, 12, 7);
+        HvFloatRaster unused(1, 1, kFar);
+        ScanConvert(Point(2, 1), Point(9, 3), Point(1, 8), half, raster, 9, unused, 0,
+                    OvalFillPlain);
+        for (int y = 0; y < 12; ++y) {
+            for (int x = 0; x < 12; ++x) {
+                long double const form =
+                    FormAt(Point(2, 1), Point(9, 3), Point(1, 8), x + half, y + half);
+                EXPECT_EQ(raster.data[y * 12 + x], form <= 1.000001L ? 9 : 7)
+                    << half << ' ' << x << ' ' << y;
+            }
+        }
+    }
+}
+
+TEST(scan_convert_oval, BrushMayBeOfAnyRadius)
+{
+    // Half axes 2 and 1 about pixel (4, 3): the spans 4, 2 to 6, 4.
+    int const ends[][2] = {{4, 2}, {2, 3}, {6, 3}, {4, 4}};
+    for (int const radius : {-2147483647 - 1, -1, 0, 1, 5, 1 << 20, 2147483647}) {
+        HvUByteRaster raster(8, 6, 7);
+        HvFloatRaster distance(20, 30, kFar);
+        AllocationCounter const counter;
+        ScanConvertIsothetic(Point(2, 2), Point(6, 2), Point(2, 4), 0.5, raster, 9, distance,
+                             radius, OvalFillBrushed);
+        EXPECT_EQ(counter.Allocations(), 0);
+        for (int y = 0; y < 30; ++y) {
+            for (int x = 0; x < 20; ++x) {
+                float nearest = kFar;
+                for (auto const& end : ends) {
+                    double const d = std::hypot(x - end[0], y - end[1]);
+                    nearest = d <= radius ? std::min(nearest, static_cast<float>(d)) : nearest;
+                }
+                EXPECT_EQ(distance.data[y * 20 + x], nearest) << radius << ' ' << x << ' ' << y;
+            }
+        }
+    }
+}
+
+TEST(scan_convert_oval, BrushReachesInFromEndsBesideTheRaster)
+{
+    // Half axes 2 and 0.5: one span from 7 to 11, of which the raster shows 7.
+    HvUByteRaster raster(8, 3, 7);
+    HvFloatRaster distance(8, 3, kFar);
+    ScanConvertIsothetic(Point(7, 0.5F), Point(11, 0.5F), Point(7, 1.5F), 0.5, raster, 9, distance,
+                         4, OvalFillBrushed);
+    EXPECT_EQ(std::count(raster.data, raster.data + 24, 9), 1);
+    EXPECT_EQ(raster.data[8 + 7], 9);
+    for (int x = 0; x < 8; ++x) {
+        double const left = std::abs(x - 7);
+        EXPECT_EQ(distance.data[8 + x], left <= 4 ? static_cast<float>(left) : kFar) << x;
+    }
+    // From beside the right end alone.
+    HvFloatRaster beside(8, 3, kFar);
+    ScanConvertIsothetic(Point(9, 0.5F), Point(13, 0.5F), Point(9, 1.5F), 0.5, raster, 9, beside, 4,
+                         OvalFillBrushed);
+    EXPECT_EQ(beside.data[8 + 7], 2.0F);
+    EXPECT_EQ(beside.data[8 + 4], kFar);
+    EXPECT_EQ(std::count(raster.data, raster.data + 24, 9), 1);
+}
+
+TEST(scan_convert_oval, ModesAboveTheBrushLeaveTheValueAlone)
+{
+    HvUByteRaster plain(12, 12, 7);
+    HvUByteRaster other(12, 12, 7);
+    HvFloatRaster distance(12, 12, kFar);
+    Point const p0(2, 1);
+    Point const p1(9, 3);
+    Point const p2(1, 8);
+    ScanConvert(p0, p1, p2, 0.5, plain, 9, distance, 3, OvalFillPlain);
+    ScanConvert(p0, p1, p2, 0.5, other, 9, distance, 3, static_cast<OvalFillMode>(2));
+    EXPECT_TRUE(std::equal(plain.data, plain.data + 144, other.data));
+    EXPECT_EQ(*std::min_element(distance.data, distance.data + 144), kFar);
 }
