@@ -133,6 +133,8 @@ public:
         }
         a_ = std::fabs(double(p1.x) - double(p0.x)) * 0.5;
         b_ = std::fabs(double(p2.y) - double(p0.y)) * 0.5;
+        perA_ = a_ > 0.0 ? 1.0 / a_ : 0.0;
+        perB_ = b_ > 0.0 ? 1.0 / b_ : 0.0;
         centre_ = Point(std::floor((double(p1.x) + double(p2.x)) * 0.5 + 0.5),
                         std::floor((double(p1.y) + double(p2.y)) * 0.5 + 0.5));
     }
@@ -166,8 +168,8 @@ public:
     /// 0 in the centre, 1 on the curve and beyond.
     double DistanceAt(double x, double y) const
     {
-        double const i = a_ > 0.0 ? (x - centre_.x) / a_ : 0.0;
-        double const j = b_ > 0.0 ? (y - centre_.y) / b_ : 0.0;
+        double const i = (x - centre_.x) * perA_;
+        double const j = (y - centre_.y) * perB_;
         return std::min(1.0, std::sqrt(i * i + j * j));
     }
 
@@ -186,6 +188,8 @@ private:
     Point centre_;
     double a_;
     double b_;
+    double perA_;  // of an offset along x, its part of a; 0 when there is no a
+    double perB_;
 };
 
 /// The disc of distances that is stamped on both ends of a span. They are computed where the disc

@@ -35,10 +35,12 @@ struct Side {
     Point low;
     Point high;
 
-    /// Where the side crosses `y`, which lies between its ends.
+    /// Where the side crosses `y`, which lies between its ends. Of ordinary coordinates the product
+    /// is exact, and so is a crossing that double can hold: a sample point on a side is found to be
+    /// on it.
     double At(double y) const
     {
-        double const x = low.x + (y - low.y) * ((high.x - low.x) / (high.y - low.y));
+        double const x = low.x + (y - low.y) * (high.x - low.x) / (high.y - low.y);
         // Rounding stays within the ends.
         return std::min(std::max(x, std::min(low.x, high.x)), std::max(low.x, high.x));
     }

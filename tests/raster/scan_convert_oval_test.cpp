@@ -259,7 +259,7 @@ TEST(scan_convert_oval, HugeEllipseCoversTheRaster)
 
 TEST(scan_convert_oval, HalfAxisOfTheLimitIsScanned)
 {
-    // Half axes along x of about 1e-4 beside a sample point in column 3, and 2 along y.
+    // Half axes of about 1e-4 along x and of 2 along y.
     float const limit = 9.999999747378752e-05F;
     auto const scannedRows = [](float halfWidth, int mode) {
         HvUByteRaster raster(1, 6, 7);

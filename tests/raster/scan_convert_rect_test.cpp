@@ -13,9 +13,12 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -42,6 +45,64 @@ std::string Scanned(Point const& p0, Point const& p1, Point const& p2, RectFillM
     HvFloatRaster distance(6, 4, kFar);
     ScanConvert(p0, p1, p2, 0.5, raster, 9, distance, mode);
     return Picture(raster);
+}
+
+using Wide = long double;
+using WidePoint = std::array<Wide, 2>;
+
+/// What of a polygon lies on or above `limit` along an axis, `sign` 1, or on or below it, -1.
+std::vector<WidePoint> ClipAt(std::vector<WidePoint> const& polygon, std::size_t axis, int sign,
+                              Wide limit)
+{
+    std::vector<WidePoint> clipped;
+    for (std::size_t i = 0; i < polygon.size(); ++i) {
+        WidePoint const& a = polygon[i];
+        WidePoint const& b = polygon[(i + 1) % polygon.size()];
+        Wide const da = sign * (a[axis] - limit);
+        Wide const db = sign * (b[axis] - limit);
+        if (da >= 0) {
+            clipped.push_back(a);
+        }
+        if ((da >= 0) != (db >= 0)) {
+            Wide const t = da / (da - db);
+            clipped.push_back({a[0] + t * (b[0] - a[0]), a[1] + t * (b[1] - a[1])});
+        }
+    }
+    return clipped;
+}
+
+/// Whether the parallelogram has a point in the closed square from (left, top), of side 1, grown by
+/// `margin` on each side.
+bool Meets(Point const& p0, Point const& p1, Point const& p2, double left, double top,
+           double margin)
+{
+    std::vector<WidePoint> polygon = {{p0.x, p0.y},
+                                      {p1.x, p1.y},
+                                      {Wide(p1.x) + p2.x - p0.x, Wide(p1.y) + p2.y - p0.y},
+                                      {p2.x, p2.y}};
+    polygon = ClipAt(polygon, 0, 1, left - margin);
+    polygon = ClipAt(polygon, 0, -1, left + 1 + margin);
+    polygon = ClipAt(polygon, 1, 1, top - margin);
+    polygon = ClipAt(polygon, 1, -1, top + 1 + margin);
+    return !polygon.empty();
+}
+
+/// The distance from the centre line along `side`, 1 at the whole corner, at most 1; -1 where that
+/// gives no scale.
+double DistanceFromCentreLine(Point const& p0, Point const& p1, Point const& p2, Point const& side,
+                              int x, int y)
+{
+    auto const height = [&](Wide px, Wide py) {
+        Wide const cx = (Wide(p1.x) + p2.x) / 2;
+        Wide const cy = (Wide(p1.y) + p2.y) / 2;
+        return (Wide(side.x) * (py - cy) - Wide(side.y) * (px - cx)) /
+               std::hypot(Wide(side.x), Wide(side.y));
+    };
+    Wide const scale = height(std::floor(p0.x), std::floor(p0.y));
+    if (scale == 0) {
+        return -1.0;
+    }
+    return static_cast<double>(std::min(Wide(1), std::fabs(height(x, y) / scale)));
 }
 
 }  // namespace
@@ -214,4 +275,141 @@ RC_GTEST_PROP(scan_convert_rect, NeighboursShareNoPixel, ())
     for (int i = 0; i < 400; ++i) {
         RC_ASSERT(first.data[i] == 0 || second.data[i] == 0);
     }
+}
+
+RC_GTEST_PROP(scan_convert_rect, TouchedPixelsMeetTheParallelogram, ())
+{
+    // Lines and points too.
+    auto const coordinate = [] { return static_cast<float>(PickInRange(-16, 49)) / 4.0F; };
+    Point const p0(coordinate(), coordinate());
+    Point const p1 = PickInRange(0, 8) == 0 ? p0 : Point(coordinate(), coordinate());
+    Point const p2 = PickInRange(0, 8) == 0 ? p0 : Point(coordinate(), coordinate());
+    double const half = PickInRange(0, 5) / 4.0;
+    HvUByteRaster raster(8, 8, 7);
+    HvFloatRaster linear(8, 8, 2.0F);
+    HvFloatRaster thin(8, 8, 2.0F);
+    ScanConvert(p0, p1, p2, half, raster, 9, linear, RectFillTouched);
+    ScanConvert(p0, p1, p2, half, raster, 9, linear, RectFillLinearTouched);
+    ScanConvert(p0, p1, p2, half, raster, 9, thin, RectFillLinearThin);
+    // A pixel is touched when the shape reaches into its square, and is not when it stays off; what
+    // only meets its boundary may be either, and coordinates of quarters come no nearer than this.
+    constexpr double kMargin = 1e-6;
+    for (int y = 0; y < 8; ++y) {
+        for (int x = 0; x < 8; ++x) {
+            bool const isFilled = raster.data[y * 8 + x] == 9;
+            RC_ASSERT(isFilled || !Meets(p0, p1, p2, x + half, y + half, -kMargin));
+            RC_ASSERT(!isFilled || Meets(p0, p1, p2, x + half, y + half, kMargin));
+            RC_ASSERT((linear.data[y * 8 + x] <= 1.0F) == isFilled);
+            RC_ASSERT(thin.data[y * 8 + x] == linear.data[y * 8 + x]);
+        }
+    }
+}
+
+RC_GTEST_PROP(scan_convert_rect, TouchedPixelsHoldThePointsOfTheParallelogram, ())
+{
+    // Each point of the shape, also one on its sides, lies in the square of a touched pixel, whose
+    // left and lower sides belong to it.
+    auto const eighths = [](int low, int high) {
+        return static_cast<float>(PickInRange(low, high)) / 8.0F;
+    };
+    Point const p0(eighths(0, 32), eighths(0, 32));
+    Point const u(eighths(-32, 32), eighths(-32, 32));
+    Point const v(eighths(-32, 32), eighths(-32, 32));
+    HvUByteRaster raster(16, 16, 7);
+    HvFloatRaster unused(1, 1, kFar);
+    // Moved into the raster.
+    Point const origin = p0 + Point(6, 6);
+    ScanConvert(origin, origin + u, origin + v, 0.5, raster, 9, unused, RectFillTouched);
+    for (int i = 0; i <= 4; ++i) {
+        for (int j = 0; j <= 4; ++j) {
+            Point const p =
+                origin + u * (static_cast<float>(i) / 4.0F) + v * (static_cast<float>(j) / 4.0F);
+            int const x = static_cast<int>(std::floor(p.x - 0.5F));
+            int const y = static_cast<int>(std::floor(p.y - 0.5F));
+            if (x >= 0 && x < 16 && y >= 0 && y < 16) {
+                RC_ASSERT(raster.data[y * 16 + x] == 9);
+            }
+        }
+    }
+}
+
+RC_GTEST_PROP(scan_convert_rect, DistancesAreThoseFromTheCentreLines, ())
+{
+    auto const coordinate = [] { return static_cast<float>(PickInRange(-16, 49)) / 4.0F; };
+    Point const p0(coordinate(), coordinate());
+    Point const p1(coordinate(), coordinate());
+    Point const p2(coordinate(), coordinate());
+    HvUByteRaster raster(8, 8, 7);
+    HvFloatRaster radial(8, 8, 2.0F);
+    HvFloatRaster linear(8, 8, 0.5F);
+    ScanConvert(p0, p1, p2, 0.5, raster, 9, radial, RectFillPlain);
+    ScanConvert(p0, p1, p2, 0.5, raster, 8, radial, RectFillRadial);
+    ScanConvert(p0, p1, p2, 0.5, raster, 8, linear, RectFillLinear);
+    for (int y = 0; y < 8; ++y) {
+        for (int x = 0; x < 8; ++x) {
+            std::size_t const i = static_cast<std::size_t>(y) * 8 + static_cast<std::size_t>(x);
+            RC_ASSERT(raster.data[i] == 7 || raster.data[i] == 9);
+            if (raster.data[i] == 7) {
+                RC_ASSERT(radial.data[i] == 2.0F);
+                RC_ASSERT(linear.data[i] == 0.5F);
+                continue;
+            }
+            double const u = DistanceFromCentreLine(p0, p1, p2, p1 - p0, x, y);
+            double const v = DistanceFromCentreLine(p0, p1, p2, p2 - p0, x, y);
+            double const expected = std::max(u < 0 ? 1.0 : u, v < 0 ? 1.0 : v);
+            RC_ASSERT(std::fabs(radial.data[i] - expected) < 1e-6);
+            RC_ASSERT(std::fabs(linear.data[i] - std::min(u < 0 ? 1.0 : u, 0.5)) < 1e-6);
+        }
+    }
+}
+
+TEST(scan_convert_rect, ACollapsedWidthLeavesTheHeight)
+{
+    // The line from (2.75, 1) to (2.75, 5) is its own centre line.
+    HvUByteRaster raster(6, 6, 7);
+    HvFloatRaster distance(6, 6, kFar);
+    ScanConvert(Point(2.75F, 1), Point(2.75F, 1), Point(2.75F, 5), 0.5, raster, 9, distance,
+                RectFillLinearTouched);
+    for (int y = 0; y < 6; ++y) {
+        for (int x = 0; x < 6; ++x) {
+            // Column floor(2.75 - 0.5), rows floor(1 - 0.5) to floor(5 - 0.5). Both its corner and
+            // floor(p0) are 0.75 from the line.
+            bool const isTouched = x == 2 && y <= 4;
+            EXPECT_EQ(distance.data[y * 6 + x], isTouched ? 1.0F : kFar) << x << ' ' << y;
+        }
+    }
+    // A point has no line.
+    HvFloatRaster point(6, 6, kFar);
+    ScanConvert(Point(2.75F, 1.5F), Point(2.75F, 1.5F), Point(2.75F, 1.5F), 0.5, raster, 9, point,
+                RectFillLinearThin);
+    EXPECT_EQ(point.data[6 + 2], 1.0F);
+    EXPECT_EQ(std::count(point.data, point.data + 36, kFar), 35);
+    EXPECT_EQ(raster.AllPixelValuesAre(7), 1);
+}
+
+TEST(scan_convert_rect, NumbersWithoutANameLeaveEverything)
+{
+    for (int const mode : {-1, 7, 2147483647}) {
+        HvUByteRaster raster(6, 4, 7);
+        HvFloatRaster distance(6, 4, kFar);
+        ScanConvert(Point(0, 0), Point(6, 0), Point(0, 4), 0.5, raster, 9, distance,
+                    static_cast<RectFillMode>(mode));
+        EXPECT_EQ(raster.AllPixelValuesAre(7), 1) << mode;
+        EXPECT_EQ(*std::min_element(distance.data, distance.data + 24), kFar) << mode;
+    }
+}
+
+TEST(scan_convert_rect, EachModeIsCutToItsOwnRaster)
+{
+    HvUByteRaster bytes(3, 9, 7);
+    HvFloatRaster distance(8, 2, kFar);
+    Point const p0(1, 1);
+    Point const p1(7, 1);
+    Point const p2(1, 7);
+    ScanConvert(p0, p1, p2, 0.5, bytes, 9, distance, RectFillPlain);
+    EXPECT_EQ(std::count(bytes.data, bytes.data + 27, 9), 2 * 6);
+    EXPECT_EQ(std::count(distance.data, distance.data + 16, kFar), 16);
+    ScanConvert(p0, p1, p2, 0.5, bytes, 8, distance, RectFillRadial);
+    EXPECT_EQ(std::count(bytes.data, bytes.data + 27, 9), 2 * 6);
+    EXPECT_EQ(std::count(distance.data, distance.data + 16, kFar), 16 - 6);
 }
