@@ -430,3 +430,26 @@ TEST(scan_convert_oval, ModesAboveTheBrushLeaveTheValueAlone)
     EXPECT_TRUE(std::equal(plain.data, plain.data + 144, other.data));
     EXPECT_EQ(*std::min_element(distance.data, distance.data + 144), kFar);
 }
+
+TEST(scan_convert_oval, TakesAnySamplePoint)
+{
+    double const greatest = std::numeric_limits<double>::max();
+    for (double const half : {1e300, -1e300, greatest, -greatest, 2147483648.0, -9007199254740993.0,
+                              std::numeric_limits<double>::denorm_min(), -0.0}) {
+        HvUByteRaster raster(5, 5, 7);
+        HvFloatRaster distance(5, 5, kFar);
+        ScanConvert(Point(1, 1), Point(4, 1), Point(1, 4), half, raster, 9, distance, 2147483647,
+                    OvalFillBrushed);
+        FillDistanceRaster(Point(1, 1), Point(4, 1), Point(1, 4), half, distance);
+        bool const isFarOff = std::fabs(half) > 1.0;
+        EXPECT_EQ(raster.AllPixelValuesAre(7), isFarOff) << half;
+        EXPECT_EQ(*std::min_element(distance.data, distance.data + 25) == kFar, isFarOff) << half;
+        // The isothetic scan lies about a pixel, wherever that is sampled; a run may be of any
+        // length.
+        HvUByteRaster isothetic(5, 5, 7);
+        ScanConvertIsothetic(Point(0, 2), Point(4, 2), Point(0, 2), half, isothetic, 9, distance, 1,
+                             OvalFillPlain);
+        EXPECT_EQ(isothetic.data[2 * 5 + 2], 9) << half;
+        EXPECT_EQ(std::count(isothetic.data, isothetic.data + 10, 9), 0) << half;
+    }
+}

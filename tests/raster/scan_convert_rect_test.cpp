@@ -413,3 +413,21 @@ TEST(scan_convert_rect, EachModeIsCutToItsOwnRaster)
     EXPECT_EQ(std::count(bytes.data, bytes.data + 27, 9), 2 * 6);
     EXPECT_EQ(std::count(distance.data, distance.data + 16, kFar), 16 - 6);
 }
+
+TEST(scan_convert_rect, TakesAnySamplePoint)
+{
+    double const greatest = std::numeric_limits<double>::max();
+    for (double const half : {1e300, -1e300, greatest, -greatest, 2147483648.0, -9007199254740993.0,
+                              std::numeric_limits<double>::denorm_min(), -0.0}) {
+        for (int mode = 0; mode <= 6; ++mode) {
+            HvUByteRaster raster(5, 4, 7);
+            HvFloatRaster distance(5, 4, kFar);
+            ScanConvert(Point(1, 1), Point(4, 1), Point(1, 3), half, raster, 9, distance,
+                        static_cast<RectFillMode>(mode));
+            bool const isFarOff = std::fabs(half) > 1.0;
+            EXPECT_EQ(raster.AllPixelValuesAre(7), isFarOff || mode > 1) << half << ' ' << mode;
+            float const least = *std::min_element(distance.data, distance.data + 20);
+            EXPECT_EQ(least == kFar, isFarOff || mode < 3) << half << ' ' << mode;
+        }
+    }
+}
