@@ -78,9 +78,8 @@ public:
     }
 
     /// The first and last whole x whose sample point in the row at `y` is inside; `first` above
-    /// `last` when there is none. The roots of the form tell them up to rounding, which is at most
-    /// a pixel; the form itself decides. So far out that it does not see a pixel any more, the
-    /// roots stay within one.
+    /// `last` when there is none. They are where the form's roots lie, which are as exact as the
+    /// form itself.
     void GetSpan(double y, double half, double& first, double& last) const
     {
         Point const start = alongY_ * (y - centre_.y);
@@ -94,19 +93,8 @@ public:
             last = -1.0;
             return;
         }
-        auto const isInside = [&](double x) { return kInsideForm >= FormAt(x + half, y); };
         first = std::ceil(centre_.x + low - half);
         last = std::floor(centre_.x + high - half);
-        if (isInside(first - 1.0)) {
-            first -= 1.0;
-        } else if (!isInside(first)) {
-            first += 1.0;
-        }
-        if (isInside(last + 1.0)) {
-            last += 1.0;
-        } else if (!isInside(last)) {
-            last -= 1.0;
-        }
     }
 
 private:
@@ -155,14 +143,9 @@ public:
         }
         double const j = y - centre_.y;
         double const t = j / b_;
-        double reach = std::floor(a_ * std::sqrt(std::max(0.0, 1.0 - t * t)));
-        // The root may have been rounded across a whole number.
-        if (IsInside(reach + 1.0, j)) {
-            reach += 1.0;
-        } else if (reach > 0.0 && !IsInside(reach, j)) {
-            reach -= 1.0;
-        }
-        return reach;
+        double const reach = std::floor(a_ * std::sqrt(std::max(0.0, 1.0 - t * t)));
+        // A whole number on the curve may have been rounded to just below itself.
+        return IsInside(reach + 1.0, j) ? reach + 1.0 : reach;
     }
 
     /// 0 in the centre, 1 on the curve and beyond.

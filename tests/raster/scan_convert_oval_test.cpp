@@ -154,6 +154,29 @@ TEST(scan_convert_oval, IsotheticCoversWholeOffsetsInTheEllipse)
                                ".....#....\n..........\n..........\n");
 }
 
+TEST(scan_convert_oval, IsotheticCoversWholeOffsetsOnTheCurve)
+{
+    // Half axes a and b have (a 3/5, b 4/5) on the curve, and (a 4/5, b 3/5).
+    for (int a = 5; a <= 60; a += 5) {
+        for (int b = 5; b <= 60; b += 5) {
+            HvUByteRaster raster(121, 121, 7);
+            HvFloatRaster unused(1, 1, kFar);
+            auto const left = static_cast<float>(60 - a);
+            auto const top = static_cast<float>(60 - b);
+            auto const right = static_cast<float>(60 + a);
+            ScanConvertIsothetic(Point(left, top), Point(right, top),
+                                 Point(left, static_cast<float>(60 + b)), 0.5, raster, 9, unused, 0,
+                                 OvalFillPlain);
+            for (int const k : {3, 4}) {
+                unsigned char const* const row = raster.data + (60 - b / 5 * (7 - k)) * 121;
+                EXPECT_EQ(row[60 + a / 5 * k], 9) << a << ' ' << b << ' ' << k;
+                EXPECT_EQ(row[60 - a / 5 * k], 9) << a << ' ' << b << ' ' << k;
+                EXPECT_EQ(row[60 + a / 5 * k + 1], 7) << a << ' ' << b << ' ' << k;
+            }
+        }
+    }
+}
+
 TEST(scan_convert_oval, IsotheticTakesTheWidthAlongEitherAxis)
 {
     HvUByteRaster raster(40, 40, 7);
@@ -291,6 +314,36 @@ TEST(scan_convert_oval, IsotheticHalfAxisOfTheLimitMakesNoRun)
     EXPECT_EQ(scannedRows(limit), 5);
     EXPECT_EQ(scannedRows(std::nextafter(limit, 0.0F)), 3);
     EXPECT_EQ(scannedRows(0.0F), 3);
+}
+
+RC_GTEST_PROP(scan_convert_oval, ThinEllipseAgreesWithTheForm, ())
+{
+    // Slivers of any direction, some of them far longer than the raster.
+    auto const coordinate = [] { return static_cast<float>(PickInRange(-2000, 2000)) / 4.0F; };
+    auto const offset = [] { return static_cast<float>(PickInRange(-64, 65)) / 512.0F; };
+    Point const p0(coordinate(), coordinate());
+    Point const p1 = Point(16, 16) - p0 + Point(offset(), offset());
+    Point const p2 = p0 + Point(offset(), offset());
+    long double const area = std::fabs(HvPoint2_ABdetCD(p0, p1, p0, p2));
+    RC_PRE(area > 0.125L);
+    HvUByteRaster raster(16, 16, 7);
+    HvFloatRaster unused(1, 1, kFar);
+    ScanConvert(p0, p1, p2, 0.5, raster, 9, unused, 0, OvalFillPlain);
+    // With sides of length L and l the form's terms are up to (L l / area)^2 times as large as the
+    // form is near the curve, and each is rounded a few times; so are the roots.
+    long double const terms = HvPoint2_LengthAB(p0, p1) * HvPoint2_LengthAB(p0, p2) / area;
+    long double const margin = 1e-14L * (terms * terms + HvPoint2_LengthAB(p0, p1) / area);
+    double const centreY = (double(p1.y) + p2.y) / 2;
+    double const reach = std::hypot(double(p1.y) - p0.y, double(p2.y) - p0.y) / 2;
+    for (int y = 0; y < 16; ++y) {
+        bool const isRow = std::fabs(y + 0.5 - centreY) < reach;
+        for (int x = 0; x < 16; ++x) {
+            long double const form = FormAt(p0, p1, p2, x + 0.5, y + 0.5);
+            if (std::fabs(form - 1.000001L) > margin) {
+                RC_ASSERT((raster.data[y * 16 + x] == 9) == (form <= 1.000001L && isRow));
+            }
+        }
+    }
 }
 
 RC_GTEST_PROP(scan_convert_oval, IsotheticAgreesWithWholeOffsets, ())
