@@ -79,7 +79,8 @@ HV_API void ScanConvert(HvPoint2<float> const& p0, HvPoint2<float> const& p1,
 /// Scans an ellipse whose axes lie along x and y, symmetrically about one pixel: that of the corner
 /// nearest to its centre, (floor(centre.x + 0.5), floor(centre.y + 0.5)). Covered are the pixels at
 /// whole offsets (i, j) from that one with (i / a)^2 + (j / b)^2 <= 1 for half axes a and b, which
-/// is tested without division. p1 lies along x from p0 or, as then p2 does, along y.
+/// is tested without division. Either of p1 and p2 may be the one along x: when p1 - p0 and p2 - p0
+/// lean by less than 1e-4 from y and x, p2 is.
 ///
 /// Without width or height, that is with a or b below 1e-4, it is a run of floor(a - half) or
 /// floor(b - half) pixels each way from that pixel, which is always covered.

@@ -363,25 +363,41 @@ RC_GTEST_PROP(scan_convert_rect, DistancesAreThoseFromTheCentreLines, ())
     }
 }
 
+TEST(scan_convert_rect, ASlantedSideMeetsSamplePointsExactly)
+{
+    // The side from (15, 0) to (0, 11) passes through the middle of pixel (7, 5), though 15 / 11 is
+    // no double: to its right the pixel is inside, to its left it is not.
+    for (float const offset : {4.0F, -4.0F}) {
+        HvUByteRaster raster(20, 11, 7);
+        HvFloatRaster unused(1, 1, kFar);
+        ScanConvert(Point(15, 0), Point(0, 11), Point(15 + offset, 0), 0.5, raster, 9, unused,
+                    RectFillPlain);
+        EXPECT_EQ(raster.data[5 * 20 + 7], offset > 0.0F ? 9 : 7);
+        EXPECT_EQ(raster.data[5 * 20 + 6], offset > 0.0F ? 7 : 9);
+        EXPECT_EQ(raster.data[5 * 20 + 8], offset > 0.0F ? 9 : 7);
+    }
+}
+
 TEST(scan_convert_rect, ACollapsedWidthLeavesTheHeight)
 {
-    // The line from (2.75, 1) to (2.75, 5) is its own centre line.
-    HvUByteRaster raster(6, 6, 7);
-    HvFloatRaster distance(6, 6, kFar);
-    ScanConvert(Point(2.75F, 1), Point(2.75F, 1), Point(2.75F, 5), 0.5, raster, 9, distance,
+    // The line from (2.75, 1) to (2.75, 5) is its own centre line, 0.75 from floor(p0). Sampled so
+    // that a pixel's square begins one to the left of and below its corner, it lies in column
+    // floor(2.75 + 1) and in the rows floor(1 + 1) to floor(5 + 1).
+    HvUByteRaster raster(6, 8, 7);
+    HvFloatRaster distance(6, 8, kFar);
+    ScanConvert(Point(2.75F, 1), Point(2.75F, 1), Point(2.75F, 5), -1.0, raster, 9, distance,
                 RectFillLinearTouched);
-    for (int y = 0; y < 6; ++y) {
+    for (int y = 0; y < 8; ++y) {
         for (int x = 0; x < 6; ++x) {
-            // Column floor(2.75 - 0.5), rows floor(1 - 0.5) to floor(5 - 0.5). Both its corner and
-            // floor(p0) are 0.75 from the line.
-            bool const isTouched = x == 2 && y <= 4;
-            EXPECT_EQ(distance.data[y * 6 + x], isTouched ? 1.0F : kFar) << x << ' ' << y;
+            bool const isTouched = x == 3 && y >= 2 && y <= 6;
+            EXPECT_FLOAT_EQ(distance.data[y * 6 + x], isTouched ? 0.25F / 0.75F : kFar);
         }
     }
     // A point has no line.
     HvFloatRaster point(6, 6, kFar);
     ScanConvert(Point(2.75F, 1.5F), Point(2.75F, 1.5F), Point(2.75F, 1.5F), 0.5, raster, 9, point,
                 RectFillLinearThin);
+    // Its square begins at (2.5, 1.5).
     EXPECT_EQ(point.data[6 + 2], 1.0F);
     EXPECT_EQ(std::count(point.data, point.data + 36, kFar), 35);
     EXPECT_EQ(raster.AllPixelValuesAre(7), 1);
