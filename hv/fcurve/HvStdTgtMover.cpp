@@ -168,19 +168,35 @@ int HvStdTgtMoverImpl::Update(Point const& handle, int keepContinuity, int keepL
     if (curve_.IsReadOnly()) {
         return 1;
     }
-    if (!usable_ || !HvStdEdit_IsSide(side_) || !HvStdEdit_AreFinite(handle) ||
-        index_ >= curve_.impl_->NumKeys() || curve_.impl_->Parameter(index_) != parameter_) {
+    if (!usable_ || index_ >= curve_.impl_->NumKeys() ||
+        curve_.impl_->Parameter(index_) != parameter_) {
         return 0;
     }
     if (firstUpdate_) {
-        double x = parameter_;
-        curve_.SetConstraint(x, static_cast<HvBaseFCurve::KeyConstraint>(kClearedAtFirstUpdate), 0,
-                             0);
-        firstUpdate_ = false;
+        ClearDerivingConstraints(invalid);
     }
-    return side_ == HvBaseFCurve::Left
-               ? UpdateLeft(handle, keepContinuity, keepLengthContinuity, scale, invalid)
-               : UpdateRight(handle, keepContinuity, keepLengthContinuity, scale, invalid);
+    switch (side_) {
+    case HvBaseFCurve::Left:
+        return UpdateLeft(handle, keepContinuity, keepLengthContinuity, scale, invalid);
+    case HvBaseFCurve::Right:
+        return UpdateRight(handle, keepContinuity, keepLengthContinuity, scale, invalid);
+    }
+    return 0;
+}
+
+/// Clears for the first update, also where that refuses then: the shape that the constraints gave
+/// is to be drawn anew.
+void HvStdTgtMoverImpl::ClearDerivingConstraints(HvExtent2<double>& invalid)
+{
+    HvStdFCurveImpl& impl = *curve_.impl_;
+    unsigned short const word = impl.ConstraintWord(index_);
+    HvExtent2<double> extent = invalid;
+    impl.ComputeKeyExtent(parameter_, extent);
+    impl.SetConstraints(index_, kClearedAtFirstUpdate, false);
+    if (impl.ConstraintWord(index_) != word) {
+        invalid = extent;
+    }
+    firstUpdate_ = false;
 }
 
 int HvStdTgtMoverImpl::UpdateLeft(Point const& handle, int keepContinuity, int keepLengthContinuity,
@@ -221,7 +237,7 @@ int HvStdTgtMoverImpl::Drag(Point const& handle, Wishes const& wishes, HvExtent2
 }
 
 /// Where the locks of the key let the dragged handle go; false when they hold it, or the point is
-/// no number.
+/// not finite.
 bool HvStdTgtMoverImpl::FindCandidate(Point const& wanted, unsigned short word, double scale,
                                       Point& candidate) const
 {
@@ -230,13 +246,14 @@ bool HvStdTgtMoverImpl::FindCandidate(Point const& wanted, unsigned short word, 
     Point const& key = keyDragged_;
     Point const start = start_.dragged - key;
     Point const towards = wanted - key;
-    if (directionLocked && lengthLocked) {
+    if ((directionLocked && lengthLocked) || !HvStdEdit_AreFinite(wanted)) {
         return false;
     }
     if (lengthLocked) {
         // The length that is kept is the one seen in the view.
-        double const length = std::hypot(start.x, scale * start.y);
-        double const wantedLength = std::hypot(towards.x, scale * towards.y);
+        double const seen = kHvGeometryTolerance > std::fabs(1 - scale) ? 1 : scale;
+        double const length = std::hypot(start.x, seen * start.y);
+        double const wantedLength = std::hypot(towards.x, seen * towards.y);
         candidate = wantedLength > 0 ? key + towards * (length / wantedLength) : working_.dragged;
     } else if (!directionLocked) {
         candidate = wanted;
@@ -342,7 +359,7 @@ HvPoint2<double> HvStdTgtMoverImpl::FollowingDirection(Point const& dragged,
     auto const seen = [&wishes](Point const& v) { return Point(v.x, wishes.scale * v.y); };
     Point const startDragged = start_.dragged - keyDragged_;
     Point const startOpposite = start_.opposite - keyOpposite_;
-    if (!wishes.continuity) {
+    if (!wishes.continuity && wishes.lengthContinuity) {
         return seen(startOpposite);
     }
     unsigned short const word = curve_.impl_->ConstraintWord(index_);
@@ -360,8 +377,8 @@ HvPoint2<double> HvStdTgtMoverImpl::FollowingDirection(Point const& dragged,
     Point const from = seen(startDragged);
     Point const to = seen(dragged);
     double const turnCosine = Dot(from, to) / (HvPoint2_Length(from) * HvPoint2_Length(to));
-    double const turn = std::copysign(std::acos(std::min(1.0, std::max(-1.0, turnCosine))),
-                                      from.x * to.y - from.y * to.x);
+    double const size = std::acos(std::min(1.0, std::max(-1.0, turnCosine)));
+    double const turn = from.x * to.y - from.y * to.x < 0 ? -size : size;
     Point const opposite = seen(startOpposite);
     constexpr double kRightAngle = 1.5707963267948966;
     double const angle = std::atan2(opposite.y, opposite.x) + turn;
@@ -428,7 +445,7 @@ void HvStdTgtMoverImpl::Store(Handles const& handles, bool farToo, HvExtent2<dou
         invalid.Augment(Turned(wanted));
     };
 
-    AugmentByKey(invalid);
+    impl.ComputeKeyExtent(parameter_, invalid);
     write(index_, isLeft, current.dragged, handles.dragged);
     if (hasNear_) {
         write(isLeft ? index_ - 1 : index_ + 1, !isLeft, current.nearHandle, handles.nearHandle);
@@ -439,24 +456,8 @@ void HvStdTgtMoverImpl::Store(Handles const& handles, bool farToo, HvExtent2<dou
             write(isLeft ? index_ + 1 : index_ - 1, isLeft, current.farHandle, handles.farHandle);
         }
     }
-    AugmentByKey(invalid);
+    impl.ComputeKeyExtent(parameter_, invalid);
     working_ = Current();
-}
-
-/// Augments by the control points in use of the segments beside the key, and by its handles.
-void HvStdTgtMoverImpl::AugmentByKey(HvExtent2<double>& invalid) const
-{
-    HvStdFCurveImpl const& impl = *curve_.impl_;
-    invalid.Augment(impl.keys[index_].leftHandle);
-    invalid.Augment(impl.keys[index_].rightHandle);
-    unsigned int const first = index_ == 0 ? 0 : index_ - 1;
-    for (unsigned int i = first; i <= index_ && i + 1 < impl.NumKeys(); ++i) {
-        Point P[4];
-        impl.BezierCubicSetupUsingEvaluatedTangents(i, i + 1, P);
-        for (Point const& point : P) {
-            invalid.Augment(point);
-        }
-    }
 }
 
 HvStdTgtMover::HvStdTgtMover(HvStdFCurve& curve, double x, HvBaseFCurve::KeySide side,

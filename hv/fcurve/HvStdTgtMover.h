@@ -38,14 +38,14 @@ public:
     /// Moves the handle towards `handle`, a point of the curve's space; every step starts from the
     /// handles as they were at construction.
     ///
-    /// @param keepContinuity        when not 0, the opposite handle turns along: onto the line of
-    /// the
-    ///                              dragged one, or, where the two formed an angle, keeping it.
+    /// @param keepContinuity  when not 0, the opposite handle turns along: onto the line of the
+    ///     dragged one, or, where the two formed an angle, keeping it.
     /// @param keepLengthContinuity  when not 0, the opposite handle takes the dragged one's length.
-    /// @param scale                 what the view multiplies y by, against x; lengths and angles
-    /// are
-    ///                              kept as they look there. Not finite or not above 0 counts as 1.
-    /// @param invalid               is augmented by what must be drawn anew, in the curve's space.
+    /// @param scale    what the view multiplies y by, against x; lengths and angles are kept as
+    /// they
+    ///                 look there. Not finite or not above 0 counts as 1.
+    /// @param invalid  is augmented by what must be drawn anew between the keys, in the curve's
+    ///                 space.
     /// @return  1 when done; 1 also, with nothing changed, on a read-only curve. 0, with no handle
     ///          changed, when both locks hold the handle, no length of the handles makes the
     ///          segments valid, `handle` is not finite, or the key is no longer where it was.

@@ -59,6 +59,7 @@ private:
     };
 
     Point Turned(Point const& P) const { return Point(sign_ * P.x, P.y); }
+    void ClearDerivingConstraints(HvExtent2<double>& invalid);
     int Drag(Point const& handle, Wishes const& wishes, HvExtent2<double>& invalid);
     bool FindCandidate(Point const& wanted, unsigned short word, double scale,
                        Point& candidate) const;
@@ -71,7 +72,6 @@ private:
     Point FollowingDirection(Point const& dragged, Wishes const& wishes) const;
     Handles Current() const;
     void Store(Handles const& handles, bool farToo, HvExtent2<double>& invalid);
-    void AugmentByKey(HvExtent2<double>& invalid) const;
 
     HvStdFCurve& curve_;
     KeySide side_;
