@@ -97,6 +97,23 @@ TEST(HvStdTgtMover, LengthLockKeepsTheLengthSeenInTheView)
     ExpectNear(LeftOf(curve), -2.5 / std::sqrt(2.0), 1.25 / std::sqrt(2.0));
 }
 
+TEST(HvStdTgtMover, LengthLockTakesAScaleOfAlmostOneAsOne)
+{
+    double const scale = 1 + 0.9e-7;
+    StdCurve curve = Around({-1, 1}, {1, 0}, Word::kTangentLengthLocked);
+    EXPECT_EQ(DragTo(curve, kLeft, {2, 1}, 0, 0, scale), 1);
+    EXPECT_NEAR(LeftOf(curve).x, -std::sqrt(2.0), kRounding);
+}
+
+TEST(HvStdTgtMover, LengthLockIsCutWhereTheDragPassesTheKey)
+{
+    // Towards (3, 4) the handle of 5 would end 3 to the right of its key.
+    StdCurve curve = Around({-3, 4}, {1, 0}, Word::kTangentLengthLocked);
+    curve.Impl().keys[0].rightHandle = Point(0, 0);
+    EXPECT_EQ(DragTo(curve, kLeft, {6, 5}), 1);
+    ExpectNear(LeftOf(curve), 0, 4);
+}
+
 TEST(HvStdTgtMover, DirectionLockProjectsOnTheLineOfTheHandle)
 {
     // (-1, 3) on the line of (-1, 1): t = 4/2.
@@ -166,6 +183,27 @@ TEST(HvStdTgtMover, HandleThatNothingFitsIsRefusedAndLeavesBothSides)
     ExpectRefused(curve, [&] { return DragTo(curve, kLeft, {-2, 3}, 1); });
 }
 
+TEST(HvStdTgtMover, RefusalOnTheFarSideLeavesTheNearNeighbourToo)
+{
+    // The left neighbour could give way; but the right handle, 5 long in a span of 3, meets
+    // one that reaches back by 9.
+    StdCurve curve = Around({-1, 0}, {5, 0});
+    curve.Impl().keys[0].rightHandle = Point(2.9, 0);
+    curve.Impl().keys[2].leftHandle = Point(-3, 1);
+    ExpectRefused(curve, [&] { return DragTo(curve, kLeft, {-0.5, 1}, 1); });
+    EXPECT_EQ(DragTo(curve, kLeft, {-0.5, 1}), 1) << "alone it may go there";
+    EXPECT_LT(curve.Impl().keys[0].rightHandle.x, 2.9);
+}
+
+TEST(HvStdTgtMover, LocksOfTheNeighboursAreNotAsked)
+{
+    StdCurve curve = Around({-1, 0}, {1, 0});
+    curve.Impl().keys[0].rightHandle = Point(2.9, 5.8);
+    Lock(curve, 0, Word::kAllLocked);
+    EXPECT_EQ(DragTo(curve, kLeft, {-0.5, 1}), 1);
+    EXPECT_LT(curve.Impl().keys[0].rightHandle.x, 2.9);
+}
+
 TEST(HvStdTgtMover, SolversGiveTheBoundaryOfWhatIsValid)
 {
     ExpectProperty("both squeezed roots are valid, and what lies outside them is not", [] {
@@ -196,8 +234,28 @@ TEST(HvStdTgtMover, SolversGiveTheBoundaryOfWhatIsValid)
             }
         }
     });
-    double r0 = 7;
-    double r1 = 8;
+    double r0 = 0;
+    double r1 = 0;
+    // (b + 0)*1 + 3*b = 1 + b*b, (4 -+ sqrt(12)) / 2.
+    EXPECT_EQ(ValidHandleAbscissaFromRight(0, 1, 3, r0, r1), 1);
+    double const squeeze = 1e-6 * std::sqrt(12.0);
+    EXPECT_NEAR(r0, 2 - std::sqrt(3.0) + squeeze, kRounding);
+    EXPECT_NEAR(r1, 2 + std::sqrt(3.0) - squeeze, kRounding);
+    // c*c - 2*c + 4 - 3*2 = 0, 1 -+ sqrt(3).
+    EXPECT_EQ(ValidHandleAbscissaFromLeft(0, 2, 3, r0, r1), 1);
+    EXPECT_NEAR(r0, 1 - std::sqrt(3.0) + squeeze, kRounding);
+    EXPECT_NEAR(r1, 1 + std::sqrt(3.0) - squeeze, kRounding);
+    // A sum of the roots below 1e-7 counts as none, -+sqrt(b*(3 - b)): these lie too far to the
+    // left by half of it, which only the third squeeze makes up for.
+    EXPECT_EQ(ValidHandleAbscissaFromLeft(0, 5e-8, 3, r0, r1), 1);
+    EXPECT_NEAR(r1, std::sqrt(5e-8 * (3 - 5e-8)) * (1 - 2e-4), kRounding);
+    EXPECT_NEAR(r0, -r1, kRounding);
+    // Both at once, when the handle on the other side stands at its key.
+    EXPECT_EQ(ValidHandleAbscissaFromLeft(0, 0, 3, r0, r1), 1);
+    EXPECT_EQ(r0, 0);
+    EXPECT_EQ(r1, 0);
+    r0 = 7;
+    r1 = 8;
     EXPECT_EQ(ValidHandleAbscissaFromRight(0, -1.1, 3, r0, r1), 0);
     EXPECT_EQ(ValidHandleAbscissaFromLeft(0, 4.1, 3, r0, r1), 0);
     EXPECT_EQ(ValidHandleAbscissaFromRight(0, std::nan(""), 3, r0, r1), 0);
@@ -216,6 +274,13 @@ TEST(HvStdTgtMover, CollinearHandlesStayOnOneLine)
     ExpectNear(RightOf(curve), 0.6 * length, -0.8 * length);
     EXPECT_EQ(DragTo(curve, kRight, {3.75, 2}, 1), 1);  // (0.75, 1)
     ExpectNear(LeftOf(curve), -1.5, -2);
+}
+
+TEST(HvStdTgtMover, FollowingHandleKeepsTheLengthSeenInTheView)
+{
+    StdCurve curve = Around({-1, 0}, {1, 0});
+    EXPECT_EQ(DragTo(curve, kLeft, {2.4, 0.6}, 1, 0, 2), 1);  // seen as (-0.6, -0.8)
+    ExpectNear(RightOf(curve), 0.6, 0.4);
 }
 
 TEST(HvStdTgtMover, LengthContinuityCopiesTheLength)
@@ -246,6 +311,54 @@ TEST(HvStdTgtMover, KinkKeepsItsAngleUpToTheVertical)
     StdCurve down = Around({-root, -root}, {1, 0});
     EXPECT_EQ(DragTo(down, kLeft, {2.999, 2}, 1), 1);
     ExpectNear(RightOf(down), 0, -1);
+}
+
+TEST(HvStdTgtMover, VerticalHandleDraggedThroughItsKeyTurnsCounterclockwise)
+{
+    // A half turn has no side of its own; counterclockwise takes (1, 0) up to the vertical. On the
+    // other side of the key the picture is the mirrored one.
+    StdCurve curve = Around({0, 1}, {1, 0});
+    EXPECT_EQ(DragTo(curve, kLeft, {3, -1}, 1), 1);
+    ExpectNear(RightOf(curve), 0, 1);
+    StdCurve other = Around({-1, 0}, {0, 1});
+    EXPECT_EQ(DragTo(other, kRight, {3, -1}, 1), 1);
+    ExpectNear(LeftOf(other), 0, 1);
+}
+
+TEST(HvStdTgtMover, KinkIsMeasuredInTheView)
+{
+    // With y doubled the handles start at (-1, 0) and (1, 1), at 135 degrees, and the left one is
+    // dragged to (-0.6, -0.8): the right one turns along, from (1, 1) to (0.6 - 0.8, ...), past the
+    // vertical; dragged by half of that, by atan(1/2), to (1 - 0.5, 1 + 0.5) * 2 / sqrt(5).
+    StdCurve past = Around({-1, 0}, {1, 0.5});
+    EXPECT_EQ(DragTo(past, kLeft, {2.4, 0.6}, 1, 0, 2), 1);
+    ExpectNear(RightOf(past), 0, std::sqrt(0.5));
+    StdCurve half = Around({-1, 0}, {1, 0.5});
+    EXPECT_EQ(DragTo(half, kLeft, {2, 0.75}, 1, 0, 2), 1);
+    double const unit = 1 / std::sqrt(5.0);
+    ExpectNear(RightOf(half), unit, 1.5 * unit);
+}
+
+TEST(HvStdTgtMover, HandleOfNoLengthHasNoAngleToKeep)
+{
+    StdCurve curve = Around({0, 0}, {1, 0});
+    EXPECT_EQ(DragTo(curve, kLeft, {2.4, 0.2}, 1), 1);
+    ExpectNear(RightOf(curve), 0.6, 0.8);
+}
+
+TEST(HvStdTgtMover, FoldedHandlesAreStraightened)
+{
+    StdCurve curve = Around({0, 1}, {0, 1});
+    EXPECT_EQ(DragTo(curve, kLeft, {2.4, 1.8}, 1), 1);
+    ExpectNear(RightOf(curve), 0.6, -0.8);
+}
+
+TEST(HvStdTgtMover, RightHandleMirrorsToTheLeft)
+{
+    StdCurve curve = Around({-1, 1}, {1, 1}, Word::kMirroredTangents);
+    EXPECT_EQ(DragTo(curve, kRight, {3.6, 0.2}, 1), 1);
+    double const length = std::sqrt(2.0);
+    ExpectNear(LeftOf(curve), -0.6 * length, -0.8 * length);
 }
 
 TEST(HvStdTgtMover, MirroredTangentsMirror)
@@ -303,6 +416,11 @@ TEST(HvStdTgtMover, CandidatesAreTheHandlesThatGoTogether)
     q = Point(4.5, -1);
     right.CandidateQ2FromCandidateP1(q, 1, 1, 1, &p);
     ExpectNear(p, 1.5, 3);
+    // Asked to keep nothing, the direction is kept and the length is that of the start.
+    q = Point(1.5, 3);
+    left.CandidateP1FromCandidateQ2(q, 1, 0, 0, &p);
+    double const length = std::hypot(0.6, 0.6);
+    ExpectNear(p, 3 + 0.6 * length, 1 - 0.8 * length);
 }
 
 // Life.
@@ -336,6 +454,20 @@ TEST(HvStdTgtMover, FirstUpdateClearsWhatWasSetSince)
     Lock(curve, 1, Word::kFlatTangents);
     EXPECT_EQ(mover.Update({2, 2}, 0, 0, 1, invalid), 1);
     EXPECT_TRUE(curve.Impl().keys[1].constraints.HasAny(Word::kFlatTangents));
+}
+
+TEST(HvStdTgtMover, FirstUpdateClearsAndRedrawsAlsoWhereItRefuses)
+{
+    unsigned short const locks = Word::kTangentDirectionLocked | Word::kTangentLengthLocked;
+    StdCurve curve = Around({-1, -1}, {1, 1}, locks);
+    HvStdTgtMover mover(curve, 3, kLeft, 0);
+    Lock(curve, 1, Word::kAutomaticTangents);
+    Point const automatic = curve.Impl().GetEvaluatedLeftTgt(1);
+    HvExtent2<double> invalid;
+    EXPECT_EQ(mover.Update({2, 2}, 0, 0, 1, invalid), 0);
+    EXPECT_EQ(curve.Impl().keys[1].constraints.word, locks);
+    EXPECT_TRUE(invalid.Contains(automatic));
+    EXPECT_TRUE(invalid.Contains(curve.Impl().keys[1].leftHandle));
 }
 
 TEST(HvStdTgtMover, ReadOnlyCurveAnswersOneAndChangesNothing)

@@ -6,6 +6,8 @@
 #ifndef TESTS_SUPPORT_DRAG_REPLAY_H
 #define TESTS_SUPPORT_DRAG_REPLAY_H
 
+#include "drawn_curve.h"
+
 #include <hv/fcurve/HvBaseFCurve.h>
 #include <hv/fcurve/HvStdFCurve.h>
 #include <hv/foundation/HvDoubleArray.h>
@@ -16,6 +18,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// The mouse steps of a drag: each the whole translation since its start.
@@ -26,7 +29,9 @@ using DragSteps = std::vector<HvPoint2<double>>;
 ///
 ///  - keys stand in rising order, and every cubic segment runs forward;
 ///  - a key of locked parameter stands where it stood, and if its value is locked too, it has it;
-///  - where the picture of the curve in the view has changed, both pictures lie in `invalid`.
+///  - where the values of the curve in the view have changed, old and new lie in `invalid`, and
+///  what
+///    is drawn outside is the same.
 ///
 ///     DragReplay replay(curve, viewLeft, viewRight);
 ///     std::string const fault = replay.Play(steps, [&](HvPoint2<double> t, auto& invalid) {
@@ -35,7 +40,8 @@ using DragSteps = std::vector<HvPoint2<double>>;
 class DragReplay {
 public:
     DragReplay(HvBaseFCurve const& curve, double viewLeft, double viewRight)
-        : curve_(curve), left_(viewLeft), right_(viewRight), locked_(LockedKeys()), seen_(Picture())
+        : curve_(curve), left_(viewLeft), right_(viewRight), locked_(LockedKeys()),
+          seen_(Picture()), drawn_(curve, viewLeft, viewRight)
     {
     }
 
@@ -62,7 +68,11 @@ public:
         std::string fault = OrderFault();
         fault = fault.empty() ? SegmentFault() : fault;
         fault = fault.empty() ? LockFault() : fault;
-        fault = fault.empty() ? PictureFault(invalid) : fault;
+        HvExtent2<double> wider = invalid;
+        wider.min = wider.min - HvPoint2<double>(kSlack, kSlack);
+        wider.max = wider.max + HvPoint2<double>(kSlack, kSlack);
+        fault = fault.empty() ? ValueFault(wider) : fault;
+        fault = fault.empty() ? DrawingFault(wider) : fault;
         return fault;
     }
 
@@ -170,19 +180,16 @@ private:
         return std::string();
     }
 
-    std::string PictureFault(HvExtent2<double> const& invalid)
+    std::string ValueFault(HvExtent2<double> const& invalid)
     {
         std::vector<double> const before = seen_;
         seen_ = Picture();
-        HvExtent2<double> wider = invalid;
-        wider.min = wider.min - HvPoint2<double>(kSlack, kSlack);
-        wider.max = wider.max + HvPoint2<double>(kSlack, kSlack);
         for (int k = 0; k < kSamples; ++k) {
             double const x = SampleAt(k);
             double const was = before[static_cast<std::size_t>(k)];
             double const is = seen_[static_cast<std::size_t>(k)];
             bool const isSame = std::fabs(is - was) <= kSameValue * (1 + std::fabs(was));
-            if (!isSame && !(wider.Contains({x, was}) && wider.Contains({x, is}))) {
+            if (!isSame && !(invalid.Contains({x, was}) && invalid.Contains({x, is}))) {
                 std::ostringstream text;
                 text << "changed outside the extent at " << x << " from " << was << " to " << is
                      << "; the extent is (" << invalid.min.x << ", " << invalid.min.y << ") to ("
@@ -193,11 +200,26 @@ private:
         return std::string();
     }
 
+    std::string DrawingFault(HvExtent2<double> const& invalid)
+    {
+        DrawnCurve const before = std::move(drawn_);
+        drawn_ = DrawnCurve(curve_, left_, right_);
+        HvPoint2<double> where;
+        if (before.DiffersOutside(invalid, drawn_, where) ||
+            drawn_.DiffersOutside(invalid, before, where)) {
+            std::ostringstream text;
+            text << "drawn otherwise outside the extent, at (" << where.x << ", " << where.y << ")";
+            return text.str();
+        }
+        return std::string();
+    }
+
     HvBaseFCurve const& curve_;
     double left_;
     double right_;
     std::vector<LockedKey> locked_;
     std::vector<double> seen_;
+    DrawnCurve drawn_;
 };
 
 #endif
