@@ -8,8 +8,9 @@
 // writes an animated picture, curve_editor_replay.svg unless told otherwise, and the frames at the
 // recorded places of the mouse side by side, curve_editor_replay_sheet.svg: a drag a row.
 //
-// Each tool is made at the press of the button and gets the whole way of the mouse since then, at
-// every step; the curve changes at once. Yellow is what the tool asks to be drawn anew.
+// A tool is made at the press of the button. At every step it is told the whole way of the mouse
+// since then, the tangent mover the place of its handle, and changes the curve at once. Yellow is
+// what it asks to be drawn anew.
 
 #include <hv/hv.h>
 
@@ -28,8 +29,8 @@ using Frames = std::vector<std::string>;
 
 constexpr int kWidth = 400;
 constexpr int kHeight = 240;
-constexpr double kFlatness = 0.2;  // pixels
-constexpr int kStepsBetween = 3;   // mouse steps from one recorded place to the next
+constexpr double kFlatness = 0.2;      // pixels
+constexpr unsigned kStepsBetween = 3;  // mouse steps from one recorded place to the next
 Extent const kView(-1, -3.5, 13, 6.5);
 // What the view multiplies y by, against x: lengths and angles of handles are judged by eye.
 constexpr double kViewScale = (kHeight / 10.0) / (kWidth / 14.0);
@@ -128,7 +129,7 @@ bool Play(HvStdFCurve const& curve, char const* title, std::vector<Point> const&
     Extent region;
     for (std::size_t k = 0; k < mouse.size(); ++k) {
         Point const next = mouse[k + 1 < mouse.size() ? k + 1 : k];
-        for (int part = 0; part < kStepsBetween; ++part) {
+        for (unsigned part = 0; part < kStepsBetween; ++part) {
             Extent invalid;
             if (step(mouse[k] + (next - mouse[k]) * (double(part) / kStepsBetween), invalid,
                      region) == 0) {
@@ -193,34 +194,36 @@ bool PlayTangentMover(Frames& frames)
 }
 
 // Shows one frame after another, for a tenth of a second each, for ever.
-void WriteFilm(std::ostream& out, Frames const& frames)
+std::string Film(Frames const& frames)
 {
+    std::ostringstream out;
     double const count = static_cast<double>(frames.size());
     out << "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 400 240' width='800' height='480'"
            " font-family='sans-serif' font-size='13'>\n";
-    for (std::size_t i = 0; i < frames.size(); ++i) {
-        double const at = static_cast<double>(i);
+    for (unsigned i = 0; i < frames.size(); ++i) {
         out << "<g visibility='" << (i == 0 ? "visible" : "hidden")
             << "'><animate attributeName='visibility' values='hidden;visible;hidden' keyTimes='0;"
-            << at / count << ';' << (at + 1) / count << "' calcMode='discrete' dur='" << count / 10
+            << i / count << ';' << (i + 1) / count << "' calcMode='discrete' dur='" << count / 10
             << "s' repeatCount='indefinite'/>\n"
             << frames[i] << "</g>\n";
     }
     out << "</svg>\n";
+    return out.str();
 }
 
-// The frames at the recorded places, all at once.
-void WriteSheet(std::ostream& out, Frames const& frames, int columns)
+// The frames at the recorded places, eight in a row.
+std::string Sheet(Frames const& frames)
 {
-    int const count = static_cast<int>(frames.size()) / kStepsBetween;
-    out << "<svg xmlns='http://www.w3.org/2000/svg' width='" << columns * kWidth / 2 << "' height='"
-        << count / columns * kHeight / 2 << "' font-family='sans-serif' font-size='13'>\n";
-    for (int i = 0; i < count; ++i) {
-        out << "<svg x='" << i % columns * kWidth / 2 << "' y='" << i / columns * kHeight / 2
+    std::ostringstream out;
+    out << "<svg xmlns='http://www.w3.org/2000/svg' width='1600' height='480'"
+           " font-family='sans-serif' font-size='13'>\n";
+    for (unsigned i = 0; i * kStepsBetween < frames.size(); ++i) {
+        out << "<svg x='" << i % 8 * 200 << "' y='" << i / 8 * 120
             << "' width='200' height='120' viewBox='0 0 400 240'>\n"
-            << frames[static_cast<std::size_t>(i * kStepsBetween)] << "</svg>\n";
+            << frames[i * kStepsBetween] << "</svg>\n";
     }
     out << "</svg>\n";
+    return out.str();
 }
 
 }  // namespace
@@ -230,10 +233,10 @@ int main(int argc, char** argv)
     Frames frames;
     bool const isPlayed =
         PlayKeyMover(frames) &&
-        PlayStretcher(frames, "stretcher with ripple: the rest follows", Extent(3, 0, 9.5, 6), 3, 1,
-                      {{0, 0}, {1, 0}, {2, 0}, {3, 0}, {1, 0}, {-2, 0}, {-4, 0}, {0, 0}}) &&
+        PlayStretcher(frames, "stretcher with ripple: the rest follows", Extent(3, 0, 9.5, 5.5), 3,
+                      1, {{0, 0}, {1, 0}, {2, 0}, {3, 0}, {1, 0}, {-2, 0}, {-4, 0}, {0, 0}}) &&
         PlayStretcher(
-            frames, "stretcher: flipped about 5", Extent(3.5, 0, 6.5, 6), 5, 0,
+            frames, "stretcher: flipped about 5", Extent(3.5, 0, 6.5, 5.5), 5, 0,
             {{0, 0}, {-0.5, 0}, {-1, 0}, {-1.7, 0}, {-2.4, 0}, {-3, 0}, {-4, 0}, {0, 0}}) &&
         PlayTangentMover(frames);
     if (!isPlayed) {
@@ -241,18 +244,15 @@ int main(int argc, char** argv)
         return 1;
     }
 
-    char const* const filmName = argc > 1 ? argv[1] : "curve_editor_replay.svg";
-    char const* const sheetName = argc > 2 ? argv[2] : "curve_editor_replay_sheet.svg";
-    std::ofstream film(filmName);
-    WriteFilm(film, frames);
-    std::ofstream sheet(sheetName);
-    WriteSheet(sheet, frames, 8);
-    for (auto const& [file, name] : {std::pair(&film, filmName), std::pair(&sheet, sheetName)}) {
-        if (!file->flush()) {
+    char const* const film = argc > 1 ? argv[1] : "curve_editor_replay.svg";
+    char const* const sheet = argc > 2 ? argv[2] : "curve_editor_replay_sheet.svg";
+    for (auto const& [name, text] :
+         {std::pair(film, Film(frames)), std::pair(sheet, Sheet(frames))}) {
+        if (!(std::ofstream(name) << text << std::flush)) {
             std::fprintf(stderr, "curve_editor_replay: cannot write %s\n", name);
             return 1;
         }
     }
-    std::printf("%zu frames in %s\n", frames.size(), filmName);
+    std::printf("%zu frames in %s\n", frames.size(), film);
     return 0;
 }
