@@ -170,3 +170,20 @@ TEST(svg_painter, RoundCornersAreRoundHoweverSharp)
     EXPECT_EQ(PixelOf(back, 5, 4), 0x000000);
     EXPECT_EQ(PixelOf(back, 7, 1), 0xFFFFFF);
 }
+
+TEST(svg_painter, EndsThatMeetHaveRoundCapsUnlessTheyAreClosed)
+{
+    // Both ends at (4, 4), the outline to the left of them: only a cap covers the pixel at their
+    // right.
+    std::string const out = "<path d='M4 4L1 3.5V4.5L4 4";
+    std::string const bevel =
+        "fill='none' stroke='black' stroke-width='4' stroke-linejoin='bevel' ";
+    std::string const round = "' " + bevel + "stroke-linecap='round'/>";
+    std::string const butt = "' " + bevel + "/>";
+    EXPECT_EQ(PixelOf(Document(out + round), 4, 4), 0x000000);
+    EXPECT_NE(PixelOf(Document(out + butt), 4, 4), 0x000000);
+    EXPECT_NE(PixelOf(Document(out + "Z" + round), 4, 4), 0x000000);
+    // A line without a length is a dot.
+    EXPECT_EQ(PixelOf(Document("<path d='M4 4h0" + round), 4, 4), 0x000000);
+    EXPECT_EQ(PixelOf(Document("<path d='M4 4h0" + butt), 4, 4), 0xFFFFFF);
+}

@@ -18,8 +18,9 @@ namespace {
 
 /// Strokes are joined wherever their sides part by more than this, in pixels.
 constexpr double kJointGap = 0.01;
-/// The join style of HvGC for round corners.
+/// The styles of HvGC for round corners and ends.
 constexpr int kRoundJoin = 2;
+constexpr int kRoundCap = 0;
 /// How far the handles of a quarter of a circle reach, as a share of its radius.
 constexpr float kQuarterCircle = 0.55228475F;
 /// How far beyond its outline a fill may cover pixels: its right end counts.
@@ -58,29 +59,43 @@ HvPath2f ClosedOutline(HvPath2f const& outline)
     return closed;
 }
 
-/// Appends a disc at every corner of a path. The library turns a round join only up to 120 degrees
-/// and bevels sharper ones; SVG knows no such limit. The discs run as the rings of a stroke do, so
-/// that by winding they add to it.
-void AppendRoundCorners(HvPath2f const& path, HvGC const& gc, HvPath2f& outline)
+/// Appends a disc of the stroke's width around a point of the path. Discs run as the rings of a
+/// stroke do, so that by winding they add to it.
+void AppendDisc(HvPoint2<float> const& point, HvGC const& gc, HvPath2f& outline)
 {
     auto const radius = static_cast<float>(gc.strokeWidth / 2.0);
+    HvPoint2<float> const c = gc.transform.Map(point);
+    HvPoint2<float> direction(radius, 0.0F);
+    outline.Moveto(c + direction);
+    for (int quarter = 0; quarter < 4; ++quarter) {
+        HvPoint2<float> const next(direction.y, -direction.x);
+        outline.Curveto(c + direction + next * kQuarterCircle,
+                        c + next + direction * kQuarterCircle, c + next);
+        direction = next;
+    }
+    outline.Closeto();
+}
+
+/// Completes what SVG rounds and the library does not. The library turns a round join only up to
+/// 120 degrees and bevels sharper ones: all corners get a disc. It also joins the ends of an open
+/// subpath that meet, where SVG puts two caps: round ones make a disc, too.
+void AppendRoundParts(HvPath2f const& path, HvGC const& gc, HvPath2f& outline)
+{
     unsigned int first = 0;
     unsigned int last = 0;
     HvPath2fIter subpaths(path);
     while (subpaths.GetNextSubPathIndices(first, last) != 0) {
-        unsigned int const start =
-            path.IsSubpathClosed(first) != 0 ? first : path.EndOfSegment(first);
-        for (unsigned int node = start; node < last; node = path.EndOfSegment(node + 1)) {
-            HvPoint2<float> const c = gc.transform.Map(path.GetPoint(node));
-            HvPoint2<float> direction(radius, 0.0F);
-            outline.Moveto(c + direction);
-            for (int quarter = 0; quarter < 4; ++quarter) {
-                HvPoint2<float> const next(direction.y, -direction.x);
-                outline.Curveto(c + direction + next * kQuarterCircle,
-                                c + next + direction * kQuarterCircle, c + next);
-                direction = next;
-            }
-            outline.Closeto();
+        bool const isClosed = path.IsSubpathClosed(first) != 0;
+        bool const isMeeting = last > first && path.GetPoint(first) == path.GetPoint(last);
+        if (isClosed ? gc.joinStyle == kRoundJoin : isMeeting && gc.capStyle == kRoundCap) {
+            AppendDisc(path.GetPoint(first), gc, outline);
+        }
+        if (gc.joinStyle != kRoundJoin) {
+            continue;
+        }
+        for (unsigned int node = path.EndOfSegment(first); node < last;
+             node = path.EndOfSegment(node + 1)) {
+            AppendDisc(path.GetPoint(node), gc, outline);
         }
     }
 }
@@ -160,9 +175,7 @@ private:
         gc.miterLimit = element.style.miterLimit;
         HvPath2f outline(1u);
         element.outline.GetStrokeOutline(gc, outline);
-        if (gc.joinStyle == kRoundJoin) {
-            AppendRoundCorners(element.outline, gc, outline);
-        }
+        AppendRoundParts(element.outline, gc, outline);
         HvGC strokeGc;
         strokeGc.flatness = kJointGap;
         outline.AAFill(strokeGc, coverage_, nullptr);
