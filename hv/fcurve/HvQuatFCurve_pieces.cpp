@@ -203,6 +203,11 @@ int HvQuatFCurve::Cut(double from, double to, HvBaseFCurve& removed)
     }
     piece.Unlock(-kHvMaxDouble, from, 0, 1);
     piece.Unlock(to, kHvMaxDouble, 1, 0);
+    // Both ends of the piece, before a cut at one of them bends the curve at the other.
+    HvPoint3<double> const start = impl_->AnglesHeldAt(from);
+    HvPoint3<double> const end = impl_->AnglesHeldAt(to);
+    piece.impl_->Curve().SetKey(from, start, 0.0);
+    piece.impl_->Curve().SetKey(to, end, 0.0);
     if (!kept.RemoveTail(from) || !tail.RemoveHead(to) || !kept.Append(tail) ||
         !piece.RemoveHead(from) || !piece.RemoveTail(to)) {
         return 0;

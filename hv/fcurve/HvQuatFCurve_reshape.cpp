@@ -36,41 +36,39 @@ void DropUserData(HvBaseFCurve& curve, HvQuatCurve const& old, HvQuatCurve const
 
 // Resampling.
 
-/// A key of the rotation at x, or the old one that stands nearer than kHvResampleKeyDistance.
-HvQuatKey SampleAt(HvQuatFCurveImpl const& impl, double x)
+/// A key of the rotation that `shape` has at x.
+HvQuatKey KeyAt(HvQuatFCurveImpl const& shape, double x)
 {
-    unsigned int i;
-    if (impl.FindKey(x, kHvResampleKeyDistance, i) &&
-        std::fabs(impl.Parameter(i) - x) < kHvResampleKeyDistance) {
-        return impl.Curve().GetKey(i);
-    }
-    return HvQuatKey(x, impl.AnglesHeldAt(x), 0.0f, 0.0f, 0.0f, 0);
+    return HvQuatKey(x, shape.AnglesHeldAt(x), 0.0f, 0.0f, 0.0f, 0);
 }
 
-/// The keys of `impl` with samples at `from`, every `step` and `to`; those between them go unless
-/// `keepExisting`. Throws std::bad_alloc before it starts for more samples than an array holds.
-KeyList Resampled(HvQuatFCurveImpl const& impl, double from, double to, double step,
-                  bool keepExisting)
+/// The keys of `old` with samples of `shape` at `from`, every `step` and `to`; those between them
+/// go unless `keepExisting`. Throws std::bad_alloc before it starts for more samples than an array
+/// holds.
+KeyList Resampled(HvQuatFCurveImpl const& shape, HvQuatFCurveImpl const& old, double from,
+                  double to, double step, bool keepExisting)
 {
     unsigned int const count = HvResample_CountSteps(from, to, step);
     KeyList keys(kKeyListCapacity);
-    for (unsigned int i = 0; i < impl.NumKeys(); ++i) {
-        double const p = impl.Parameter(i);
+    for (unsigned int i = 0; i < old.NumKeys(); ++i) {
+        double const p = old.Parameter(i);
         if (keepExisting || p < from || p > to) {
-            keys.Add(impl.Curve().GetKey(i));
+            keys.Add(old.Curve().GetKey(i));
         }
     }
     auto const addExact = [&](double x) {
         unsigned int i;
-        keys.Add(impl.FindKey(x, 0, i) ? impl.Curve().GetKey(i)
-                                       : HvQuatKey(x, impl.AnglesHeldAt(x), 0.0f, 0.0f, 0.0f, 0));
+        keys.Add(old.FindKey(x, 0, i) ? old.Curve().GetKey(i) : KeyAt(shape, x));
     };
     addExact(from);
     double before = from;
     for (unsigned int k = 1; k <= count; ++k) {
         double const x = from + step * k;
         if (x - before >= kHvResampleKeyDistance && to - x >= kHvResampleKeyDistance) {
-            keys.Add(SampleAt(impl, x));
+            unsigned int i;
+            bool const isKey = old.FindKey(x, kHvResampleKeyDistance, i) != 0 &&
+                               std::fabs(old.Parameter(i) - x) < kHvResampleKeyDistance;
+            keys.Add(isKey ? old.Curve().GetKey(i) : KeyAt(shape, x));
             before = x;
         }
     }
@@ -272,7 +270,7 @@ int HvQuatFCurve::ResampleSequence(double from, double to, double step, int keep
             return 0;
         }
         KeyList const keys =
-            Resampled(work, intervals.from[i], intervals.to[i], step, keepExisting != 0);
+            Resampled(*impl_, work, intervals.from[i], intervals.to[i], step, keepExisting != 0);
         work.Curve().SetKeys(keys.Data(), keys.Count());
     }
     DropUserData(*this, impl_->Curve(), work.Curve());
@@ -288,10 +286,12 @@ unsigned int HvQuatFCurve::ReduceNumKeys(double from, double to, double toleranc
         !(tolerance >= 0)) {
         return 0;
     }
-    HvQuatFCurve work(*this);
-    work.CreateNonModifyingKey(from, 1);
-    work.CreateNonModifyingKey(to, 1);
-    HvQuatCurve& curve = work.impl_->Curve();
+    HvQuatCurve curve(impl_->Curve());
+    for (double const end : {from, to}) {
+        if (curve.FindKey(end, 0.0) == HvQuatCurve::kNoKey) {
+            curve.SetKey(KeyAt(*impl_, end), 0.0);
+        }
+    }
     unsigned int const first = curve.FindKey(from, 0.0);
     unsigned int const last = curve.FindKey(to, 0.0);
     if (first + 1 < last) {

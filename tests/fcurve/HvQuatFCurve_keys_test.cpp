@@ -236,9 +236,7 @@ std::vector<Edit> Edits()
         {"ScaleParameterAxis", [](Q& c) { return c.ScaleParameterAxis(2); }},
         {"MirrorParameters", [](Q& c) { return c.MirrorParameters(); }},
         {"ScaleAndOffsetParameters",
-         [](Q& c) {
-             return c.ScaleAndOffsetParameters(0, 9, 0, 2, 1, 0, 0, C::LeftHandle, 0);
-         }},
+         [](Q& c) { return c.ScaleAndOffsetParameters(0, 9, 0, 2, 1, 0, 0, C::LeftHandle, 0); }},
         // These refuse a read-only curve alone.
         {"CreateNonModifyingKey", [](Q& c) { return c.CreateNonModifyingKey(3, 0); }},
         {"SetValueWhenNoKeys", [](Q& c) { return c.SetValueWhenNoKeys(5); }},

@@ -333,7 +333,8 @@ TEST(HvQuatFCurve, SnapsAsItIs)
     Trio const trio = MakeTrio();
     std::unique_ptr<C> const same(trio.z->SnapShot(-20, 30, C::ConstantExtrapolation));
     std::unique_ptr<C> const inside(trio.z->SnapShot(4.5, 1.5, C::CycleExtrapolation));
-    std::unique_ptr<C> const kept(trio.z->SnapShot(-20, 30, static_cast<C::ExtrapolationMethod>(0)));
+    std::unique_ptr<C> const kept(
+        trio.z->SnapShot(-20, 30, static_cast<C::ExtrapolationMethod>(0)));
     ASSERT_TRUE(same && inside && kept);
     for (double t = -20; t <= 30; t += 0.37) {
         EXPECT_EQ(same->Eval(t, 0), trio.z->Eval(t, 0));

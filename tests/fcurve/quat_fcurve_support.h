@@ -9,6 +9,7 @@
 #include "user_data_samples.h"
 
 #include <hv/fcurve/HvQuatFCurve.h>
+#include <hv/foundation/HvDoubleArray.h>
 #include <hv/rotation/HvQuatCurve.h>
 #include <hv/rotation/HvQuatCurveLock.h>
 #include <tests/support/curve_image.h>
@@ -31,10 +32,10 @@ struct Trio {
     std::unique_ptr<HvQuatFCurve> z = std::make_unique<HvQuatFCurve>(curve, 2u);
 };
 
-inline HvQuatKey KeyOf(double time, double x, double y, double z)
+inline HvQuatKey KeyOf(double time, double x, double y, double z, int spins = 0)
 {
     HvPoint3<double> const angles(x * kDegree, y * kDegree, z * kDegree);
-    return HvQuatKey(time, angles, 0.0f, 0.0f, 0.0f, 0);
+    return HvQuatKey(time, angles, 0.0f, 0.0f, 0.0f, spins);
 }
 
 /// Keys at 1, 2, 4 and 5, with user data of the y component on 1 and 4.

@@ -37,6 +37,9 @@ constexpr int kDeepestJump = 64;
 constexpr double kFinestPart = 1e-6;
 /// Values nearer than this join, degrees: the same angle found on two ways.
 constexpr double kJoinDegrees = 1e-6;
+/// An angle jumps by more than this inside a segment: by a turn, or near half a turn when it goes
+/// over to the other triple of angles of the same rotation.
+constexpr double kLeastJumpDegrees = 1.0;
 /// Most pieces outside of the keys. A view of so many shows none of them; what it would take is
 /// refused like memory that is not there.
 constexpr double kMostPieces = 1048576;
@@ -146,11 +149,19 @@ void Drawing::AddSpan(Sample const& a, Sample const& b, double tolerance, int de
         return;
     }
     if (IsNear(a, b, middle, tolerance)) {
-        double const left = a.x + 0.25 * (b.x - a.x);
-        double const right = a.x + 0.75 * (b.x - a.x);
-        if (IsNear(a, b, {left, Value(left)}, tolerance) &&
-            IsNear(a, b, {right, Value(right)}, tolerance)) {
-            LineTo({b.x, b.y});
+        double const leftX = a.x + 0.25 * (b.x - a.x);
+        double const rightX = a.x + 0.75 * (b.x - a.x);
+        Sample const left{leftX, Value(leftX)};
+        Sample const right{rightX, Value(rightX)};
+        if (IsNear(a, b, left, tolerance) && IsNear(a, b, right, tolerance)) {
+            // The line through a narrow span is near a jump in it as well.
+            double const step = std::max({std::fabs(left.y - a.y), std::fabs(middle.y - left.y),
+                                          std::fabs(right.y - middle.y), std::fabs(b.y - right.y)});
+            if (step > kLeastJumpDegrees && step > 0.75 * std::fabs(b.y - a.y)) {
+                AddSteepSpan(a, b);
+            } else {
+                LineTo({b.x, b.y});
+            }
             return;
         }
     }
@@ -177,7 +188,7 @@ void Drawing::AddSteepSpan(Sample a, Sample b)
         (std::fabs(middle.y - a.y) > std::fabs(b.y - middle.y) ? b : a) = middle;
     }
     double const rest = std::fabs(b.y - a.y);
-    if (rest > kJoinDegrees && rest > 0.5 * height) {
+    if (rest > kLeastJumpDegrees && rest > 0.5 * height) {
         LineTo({b.x, a.y});
         JumpTo({b.x, b.y});
     }
