@@ -117,7 +117,7 @@ unsigned int HvQuatFCurve::WriteToBuffer(void* buffer) const
     unsigned int const size = GetBufferSize();
     HvQuatCurve const& curve = impl_->Curve();
     HvByteWriter writer(buffer);
-    writer.WriteUInt32(size - kCurveArchiveLengthSize);
+    writer.WriteUInt32(size - kHvArchiveLengthSize);
     writer.WriteUInt32(kVersion);
     writer.WriteUInt32(Quaternion);
     writer.WriteUInt32(impl_->component);

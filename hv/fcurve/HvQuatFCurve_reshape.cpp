@@ -234,10 +234,12 @@ int HvQuatFCurve::MirrorParameters()
 }
 
 int HvQuatFCurve::ScaleAndOffsetParameters(double from, double to, double pivot, double scale,
-                                           double offset, int, int, RegionHandle, int selectedOnly)
+                                           double offset, int rippleLeft, int rippleRight,
+                                           RegionHandle handle, int selectedOnly)
 {
     Writer const lock(*this);
-    HvCurveRescale const rescale{from, to, pivot, scale, offset, selectedOnly};
+    HvCurveRescale const rescale{from,       to,          pivot,  scale,       offset,
+                                 rippleLeft, rippleRight, handle, selectedOnly};
     if (impl_->IsReadOnly() ||
         AreAnyParametersLockedInInterval(-kHvMaxDouble, kHvMaxDouble, 0, 0) ||
         !rescale.IsPossible()) {
