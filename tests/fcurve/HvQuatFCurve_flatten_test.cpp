@@ -163,7 +163,7 @@ TEST(HvQuatFCurve_flatten, ShowsAJumpWhereTheAngleJumps)
     curve.GetQuatCurve()->SetKey(KeyOf(0, 0, 0, 10, 1), 0.0);
     curve.GetQuatCurve()->SetKey(KeyOf(4, 0, 0, 70), 0.0);
     Polyline const line = Drawn(curve, 0, 4, 0.01);
-    EXPECT_EQ(line.NumJumps(), 2u) << "the end of a run and the start of the jump";
+    EXPECT_EQ(line.NumJumps(), 1u);
     for (unsigned int i = 0; i + 1 < line.points.Size(); ++i) {
         double const step = std::abs(line.points[i + 1].y - line.points[i].y);
         bool const isJump = line.flags[i] == 0 && line.flags[i + 1] != 0;
