@@ -89,6 +89,7 @@
 #include <hv/fcurve/HvFCurveShell.h>
 #include <hv/fcurve/HvFCurveStretcher.h>
 #include <hv/fcurve/HvIntegerFCurve.h>
+#include <hv/fcurve/HvQuatFCurve.h>
 #include <hv/fcurve/HvRawFCurve.h>
 #include <hv/fcurve/HvSingleValueFCurve.h>
 #include <hv/fcurve/HvStdFCurve.h>

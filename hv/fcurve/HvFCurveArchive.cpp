@@ -6,6 +6,7 @@
 #include <hv/fcurve/HvBooleanFCurve.h>
 #include <hv/fcurve/HvFCurveArchive.h>
 #include <hv/fcurve/HvIntegerFCurve.h>
+#include <hv/fcurve/HvQuatFCurve.h>
 #include <hv/fcurve/HvRawFCurve.h>
 #include <hv/fcurve/HvStdFCurve.h>
 #include <hv/fcurve/internal/curve_archive.h>
@@ -65,6 +66,8 @@ unsigned int Create(HvByteReader& body, HvBaseFCurve** curve)
                         curve);
     case HvBaseFCurve::Raw:
         return ReadInto(std::make_unique<HvRawFCurve>(0.0), body, curve);
+    case HvBaseFCurve::Quaternion:
+        return ReadInto(std::make_unique<HvQuatFCurve>(0u), body, curve);
     default:
         body.FailAs(ahead);
         return 0;

@@ -8,8 +8,6 @@
 
 #include <hv/fcurve/HvBaseFCurve.h>
 
-class HvCurveReader;
-
 /// The shell of a curve: it owns one implementation object, and each slot takes the locks, checks
 /// what stands in the way and calls the implementation, which knows nothing of locks. Nobody uses
 /// this base by name; what the operations do is told in HvBaseFCurve.
@@ -72,6 +70,9 @@ public:
     void EvalMany(double const* parameters, unsigned int n, double* values, int clamp) const;
 
 protected:
+    class Reader;
+    class Writer;
+
     /// Takes over `impl`.
     explicit HvFCurveShell(Impl* impl);
     /// Copies the implementation and the user data of `other`, under its lock.
@@ -93,7 +94,7 @@ protected:
 private:
     friend struct HvCurveToolAccess;
 
-    HvFCurveShell(HvFCurveShell const& other, HvCurveReader const& lockOnOther);
+    HvFCurveShell(HvFCurveShell const& other, Reader const& lockOnOther);
 };
 
 #endif

@@ -38,18 +38,23 @@ HvQuatCurve& HvQuatCurve::operator=(HvQuatCurve const& other)
 {
     if (this != &other) {
         HvQuatCurve copy(other);
-        valueWhenNoKeys_ = copy.valueWhenNoKeys_;
-        cachedValue_ = copy.cachedValue_;
-        cachedParameter_ = copy.cachedParameter_;
-        keys_.swap(copy.keys_);
-        spline_.swap(copy.spline_);
-        extrapolationMethod_ = copy.extrapolationMethod_;
-        readOnly_ = copy.readOnly_;
-        selected_ = copy.selected_;
-        rotOrder_ = copy.rotOrder_;
-        isAscending_ = copy.isAscending_;
+        Swap(copy);
     }
     return *this;
+}
+
+void HvQuatCurve::Swap(HvQuatCurve& other) noexcept
+{
+    std::swap(valueWhenNoKeys_, other.valueWhenNoKeys_);
+    std::swap(cachedValue_, other.cachedValue_);
+    std::swap(cachedParameter_, other.cachedParameter_);
+    keys_.swap(other.keys_);
+    spline_.swap(other.spline_);
+    std::swap(extrapolationMethod_, other.extrapolationMethod_);
+    std::swap(readOnly_, other.readOnly_);
+    std::swap(selected_, other.selected_);
+    std::swap(rotOrder_, other.rotOrder_);
+    std::swap(isAscending_, other.isAscending_);
 }
 
 HvQuatCurve::~HvQuatCurve()

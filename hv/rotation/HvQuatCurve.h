@@ -41,9 +41,9 @@ class HvQuatSpline;
 /// builds, in O(keys) and with two allocations; then Eval allocates nothing. Every operation that
 /// changes a key's time or angles, a whole key, the list of keys or the rotation order drops it:
 /// SetRotOrder to another order, all SetKey, SetParameter, SetKeyValue, Shift, Scale and all
-/// Remove... that are not refused. It is not dropped by locks, selection, constraint data, the
-/// read-only flag, the value when no keys, the extrapolation method, nor by SetKey or SetKeyValue
-/// on a key whose value is locked, which change nothing.
+/// Remove... that are not refused, SetKeys. It is not dropped by locks, selection, constraint data,
+/// the read-only flag, the value when no keys, the extrapolation method, nor by SetKey or
+/// SetKeyValue on a key whose value is locked, which change nothing.
 ///
 /// The last result. The curve keeps the result of the last Eval, and answers an Eval of the same
 /// parameter with it as long as the spline stands. SetExtrapolationMethod leaves both: a parameter
@@ -74,6 +74,8 @@ public:
     /// Copies keys, flags and settings, the spline and the last result; not the count of owners.
     HvQuatCurve(HvQuatCurve const& other);
     HvQuatCurve& operator=(HvQuatCurve const& other);
+    /// Exchanges all that a copy would copy; each side keeps its owners and its lock.
+    void Swap(HvQuatCurve& other) noexcept;
     /// Does not look at the count of owners.
     ~HvQuatCurve();
 
@@ -147,6 +149,9 @@ public:
     /// Replaces key `i` whole, whatever its locks. Refuses a time that is not strictly between the
     /// neighbours'.
     int SetKey(unsigned int i, HvQuatKey const& key);
+    /// Replaces all keys by `n` others, in the order in which they stand, whatever their locks.
+    /// Refuses a time that is not finite. Cost: O(n).
+    int SetKeys(HvQuatKey const* keys, unsigned int n);
     /// Takes Eval(t), replaces one component of it and sets the result as the first SetKey.
     unsigned int SetKey(double t, unsigned int component, double degrees, double tolerance);
 

@@ -210,6 +210,21 @@ int HvQuatCurve::SetKey(unsigned int i, HvQuatKey const& key)
     return 1;
 }
 
+int HvQuatCurve::SetKeys(HvQuatKey const* keys, unsigned int n)
+{
+    if (n > kMostKeys) {
+        throw std::bad_alloc();
+    }
+    if (!std::all_of(keys, keys + n, [](HvQuatKey const& k) { return std::isfinite(k.time); })) {
+        return 0;
+    }
+    Keys replacement(keys, keys + n);
+    keys_.swap(replacement);
+    UpdateOrder();
+    Invalidate();
+    return 1;
+}
+
 unsigned int HvQuatCurve::SetKey(double t, unsigned int component, double degrees, double tolerance)
 {
     return SetKey(t, HvQuatDegrees_With(EvalForEdit(t), component, degrees), tolerance);

@@ -518,3 +518,22 @@ TEST(HvQuatCurve_keys, HostileNumbersComeToAnEnd)
         }
     }
 }
+
+TEST(HvQuatCurve_keys, AreReplacedAllAtOnceInTheOrderInWhichTheyStand)
+{
+    HvQuatCurve curve = CurveOf({0, 1, 2});
+    curve.SetValueLock(1, 1);
+    HvQuatKey const keys[] = {HvQuatKey(5, {1, 2, 3}, 0.5f, 0, 0, 2), HvQuatKey(4, {}, 0, 0, 0, 0)};
+    curve.Eval(1);
+    EXPECT_EQ(curve.SetKeys(keys, 2), 1);
+    EXPECT_EQ(KeysOf(curve), (std::vector<HvQuatKey>{keys[0], keys[1]}));
+    EXPECT_EQ(curve.IsValid(), 0);
+    EXPECT_TRUE(WasStale(curve));
+    EXPECT_EQ(curve.SetKeys(keys, 1), 1);
+    EXPECT_EQ(curve.IsValid(), 1);
+    HvQuatKey const bad[] = {keys[0], HvQuatKey(INFINITY, {}, 0, 0, 0, 0)};
+    EXPECT_EQ(curve.SetKeys(bad, 2), 0);
+    EXPECT_EQ(curve.GetNumKeys(), 1u);
+    EXPECT_EQ(curve.SetKeys(nullptr, 0), 1);
+    EXPECT_EQ(curve.GetNumKeys(), 0u);
+}

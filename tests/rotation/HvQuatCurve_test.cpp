@@ -381,3 +381,25 @@ TEST(HvQuatCurve, RefusedMemoryLeavesAllAsItWas)
                   [](HvQuatCurve&, bool completed) { EXPECT_TRUE(completed); }),
               0);
 }
+
+TEST(HvQuatCurve, SwapExchangesAllButOwners)
+{
+    HvQuatCurve a = CurveOf({0, 1, 2});
+    HvQuatCurve b = CurveOf({5});
+    b.SetRotOrder(HvQuat::ZYX);
+    b.SetReadOnlyConstraint(1);
+    b.SetSelected(1);
+    b.SetExtrapolationMethod(3);
+    b.SetValueWhenNoKeys(Angles(1, 2, 3));
+    Angles const atHalf = a.Eval(0.5);
+    a.Swap(b);
+    EXPECT_EQ(a.GetNumKeys(), 1u);
+    EXPECT_EQ(a.GetRotOrder(), HvQuat::ZYX);
+    EXPECT_EQ(a.IsReadOnly(), 1);
+    EXPECT_EQ(a.IsSelected(), 1);
+    EXPECT_EQ(a.GetExtrapolationMethod(), 3u);
+    EXPECT_EQ(a.GetValueWhenNoKeys(), Angles(1, 2, 3));
+    EXPECT_EQ(b.Eval(0.5), atHalf);
+    EXPECT_EQ(b.GetRotOrder(), HvQuat::XYZ);
+    EXPECT_EQ(b.GetExtrapolationMethod(), 1u);
+}

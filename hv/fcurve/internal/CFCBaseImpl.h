@@ -73,6 +73,18 @@ public:
     /// Exchanges keys and fields; each side keeps its hint slot.
     void Swap(CFCBaseImpl& other) noexcept;
 
+    // Fields as the shell asks for them: not every kind keeps them in its implementation.
+
+    T ValueWhenNoKeys() const { return valueWhenNoKeys; }
+    HvBaseFCurve::ExtrapolationMethod Method() const
+    {
+        return static_cast<HvBaseFCurve::ExtrapolationMethod>(extrapolation);
+    }
+    bool IsReadOnly() const { return readOnly != 0; }
+    void SetReadOnly(bool on) { readOnly = on ? 1 : 0; }
+    bool IsCurveSelected() const { return selected != 0; }
+    void SetCurveSelected(bool on) { selected = on ? 1 : 0; }
+
     unsigned int NumKeys() const { return this->keys.Count(); }
     double Parameter(unsigned int i) const { return this->keys[i].parameter; }
     double FirstParameter() const { return Parameter(0); }

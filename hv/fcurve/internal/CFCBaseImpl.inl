@@ -8,6 +8,7 @@
 #define HV_FCURVE_INTERNAL_CFCBASEIMPL_INL
 
 #include <hv/fcurve/internal/CFCBaseImpl.h>
+#include <hv/fcurve/internal/cycle_span.h>
 #include <hv/platform/thread_local_slots.h>
 
 #include <algorithm>
@@ -372,18 +373,7 @@ void CFCBaseImpl<T, K, S>::RepairOrder()
 template <class T, class K, class S>
 double CFCBaseImpl<T, K, S>::FoldIntoKeyRange(double p) const
 {
-    if (!Cycles()) {
-        return p;
-    }
-    double const a = FirstParameter();
-    double const b = LastParameter();
-    double q = p;
-    if (p > b) {
-        q = std::fmod(p - a, b - a) + a;
-    } else if (a > p) {
-        q = b - std::fmod(a - p, b - a);
-    }
-    return q > b ? b : a > q ? a : q;
+    return Cycles() ? HvCycle_Fold(p, FirstParameter(), LastParameter()) : p;
 }
 
 template <class T, class K, class S>

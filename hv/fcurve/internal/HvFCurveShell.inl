@@ -10,7 +10,7 @@
 #include <hv/fcurve/HvFCurveShell.h>
 #include <hv/fcurve/internal/CFCBaseImpl.h>
 #include <hv/fcurve/internal/CFCKeyStoreMemSize.h>
-#include <hv/fcurve/internal/HvCurveGuards.h>
+#include <hv/fcurve/internal/HvFCurveShellGuards.h>
 #include <hv/foundation/HvBoolArray.h>
 #include <hv/foundation/HvDoubleArray.h>
 #include <hv/foundation/HvPoint2dArray.h>
@@ -28,13 +28,12 @@ HvFCurveShell<Impl>::HvFCurveShell(Impl* impl) : impl_(impl)
 }
 
 template <class Impl>
-HvFCurveShell<Impl>::HvFCurveShell(HvFCurveShell const& other)
-    : HvFCurveShell(other, HvCurveReader(other))
+HvFCurveShell<Impl>::HvFCurveShell(HvFCurveShell const& other) : HvFCurveShell(other, Reader(other))
 {
 }
 
 template <class Impl>
-HvFCurveShell<Impl>::HvFCurveShell(HvFCurveShell const& other, HvCurveReader const&)
+HvFCurveShell<Impl>::HvFCurveShell(HvFCurveShell const& other, Reader const&)
     : HvBaseFCurve(other), impl_(new Impl(*other.impl_))
 {
 }
@@ -45,6 +44,9 @@ HvFCurveShell<Impl>& HvFCurveShell<Impl>::operator=(HvFCurveShell const& other)
     if (this != &other) {
         HvCurveWriter const lock(*this);
         HvCurveReader const lockOnOther(other);
+        // Shared keys come after every section: who holds them waits for no curve.
+        HvKeysLock<Impl> const keys(*impl_);
+        HvKeysLock<Impl> const keysOfOther(*other.impl_);
         Impl copy(*other.impl_);
         HvBaseFCurve::operator=(other);
         impl_->Swap(copy);
@@ -73,7 +75,7 @@ HvFCurveShell<Impl>::~HvFCurveShell()
 template <class Impl>
 int HvFCurveShell<Impl>::GetKeyParameter(unsigned int index, double& parameter) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     if (index >= impl_->NumKeys()) {
         return 0;
     }
@@ -84,14 +86,14 @@ int HvFCurveShell<Impl>::GetKeyParameter(unsigned int index, double& parameter) 
 template <class Impl>
 int HvFCurveShell<Impl>::GetKeyIndex(double parameter, unsigned int& index) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     return impl_->FindKey(parameter, 0, index);
 }
 
 template <class Impl>
 unsigned int HvFCurveShell<Impl>::GetNumKeys() const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     return impl_->NumKeys();
 }
 
@@ -99,7 +101,7 @@ template <class Impl>
 int HvFCurveShell<Impl>::GetKeyValues(double parameter, double& left, double& right,
                                       double tolerance) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     unsigned int i;
     if (!impl_->FindKey(parameter, tolerance, i)) {
         return 0;
@@ -112,7 +114,7 @@ int HvFCurveShell<Impl>::GetKeyValues(double parameter, double& left, double& ri
 template <class Impl>
 int HvFCurveShell<Impl>::GetKeyValuesByIndex(unsigned int index, double& left, double& right) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     if (index >= impl_->NumKeys()) {
         return 0;
     }
@@ -126,10 +128,10 @@ unsigned int HvFCurveShell<Impl>::GetKeyParameters(double from, double to,
                                                    HvDoubleArray& parameters, int openAtFrom,
                                                    int openAtTo, int selectedOnly) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     unsigned int i;
     unsigned int last;
-    if (impl_->NumKeys() == 0 || (selectedOnly && !impl_->selected) ||
+    if (impl_->NumKeys() == 0 || (selectedOnly && !impl_->IsCurveSelected()) ||
         !impl_->GetKeyIndicesInClosedInterval(from, to, i, last)) {
         return 0;
     }
@@ -155,7 +157,7 @@ unsigned int HvFCurveShell<Impl>::GetKeyParameters(double from, double to,
 template <class Impl>
 unsigned int HvFCurveShell<Impl>::GetAllKeyParameters(HvDoubleArray& parameters) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     unsigned int const n = impl_->NumKeys();
     parameters.Reserve(HvArrayCapacity_GrownSize(parameters.Size(), n));
     for (unsigned int i = 0; i < n; ++i) {
@@ -168,11 +170,11 @@ template <class Impl>
 unsigned int HvFCurveShell<Impl>::CollectKeys(HvDoubleArray& parameters, HvDoubleArray& leftValues,
                                               HvDoubleArray& rightValues, int selectedOnly) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     unsigned int count = 0;
     try {
         for (unsigned int i = 0; i < impl_->NumKeys(); ++i) {
-            if (selectedOnly == 0 || (impl_->selected && impl_->IsSelected(i))) {
+            if (selectedOnly == 0 || (impl_->IsCurveSelected() && impl_->IsSelected(i))) {
                 parameters.Add(impl_->Parameter(i));
                 leftValues.Add(static_cast<double>(impl_->LeftValueOf(i)));
                 rightValues.Add(static_cast<double>(impl_->RightValueOf(i)));
@@ -194,22 +196,23 @@ unsigned int HvFCurveShell<Impl>::CollectKeys(HvDoubleArray& parameters, HvDoubl
 template <class Impl>
 int HvFCurveShell<Impl>::IsKeySelected(unsigned int index) const
 {
-    HvCurveReader const lock(*this);
-    return impl_->selected && index < impl_->NumKeys() && impl_->IsSelected(index) ? 1 : 0;
+    Reader const lock(*this);
+    return impl_->IsCurveSelected() && index < impl_->NumKeys() && impl_->IsSelected(index) ? 1 : 0;
 }
 
 template <class Impl>
 int HvFCurveShell<Impl>::IsKeySelected(double parameter) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     unsigned int i;
-    return impl_->selected && impl_->FindKey(parameter, 0, i) && impl_->IsSelected(i) ? 1 : 0;
+    return impl_->IsCurveSelected() && impl_->FindKey(parameter, 0, i) && impl_->IsSelected(i) ? 1
+                                                                                               : 0;
 }
 
 template <class Impl>
 int HvFCurveShell<Impl>::SetKeySelected(unsigned int index, int on)
 {
-    HvCurveWriter const lock(*this);
+    Writer const lock(*this);
     if (index >= impl_->NumKeys()) {
         return 0;
     }
@@ -220,7 +223,7 @@ int HvFCurveShell<Impl>::SetKeySelected(unsigned int index, int on)
 template <class Impl>
 int HvFCurveShell<Impl>::SetKeySelected(double parameter, int on)
 {
-    HvCurveWriter const lock(*this);
+    Writer const lock(*this);
     unsigned int i;
     if (!impl_->FindKey(parameter, 0, i)) {
         return 0;
@@ -232,23 +235,23 @@ int HvFCurveShell<Impl>::SetKeySelected(double parameter, int on)
 template <class Impl>
 int HvFCurveShell<Impl>::IsSelected() const
 {
-    HvCurveReader const lock(*this);
-    return impl_->selected ? 1 : 0;
+    Reader const lock(*this);
+    return impl_->IsCurveSelected() ? 1 : 0;
 }
 
 template <class Impl>
 int HvFCurveShell<Impl>::SetSelected(int on)
 {
-    HvCurveWriter const lock(*this);
-    impl_->selected = on ? 1 : 0;
+    Writer const lock(*this);
+    impl_->SetCurveSelected(on != 0);
     return 1;
 }
 
 template <class Impl>
 int HvFCurveShell<Impl>::HasSelectedKeys() const
 {
-    HvCurveReader const lock(*this);
-    if (!impl_->selected) {
+    Reader const lock(*this);
+    if (!impl_->IsCurveSelected()) {
         return 0;
     }
     for (unsigned int i = 0; i < impl_->NumKeys(); ++i) {
@@ -264,7 +267,7 @@ int HvFCurveShell<Impl>::HasSelectedKeys() const
 template <class Impl>
 int HvFCurveShell<Impl>::IsKeyParameter(double parameter, double tolerance) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     unsigned int i;
     return impl_->FindKey(parameter, tolerance, i);
 }
@@ -272,7 +275,7 @@ int HvFCurveShell<Impl>::IsKeyParameter(double parameter, double tolerance) cons
 template <class Impl>
 int HvFCurveShell<Impl>::GetNextKeyParameter(double parameter, double& next, int inclusive) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     if (impl_->NumKeys() == 0) {
         return 0;
     }
@@ -290,7 +293,7 @@ template <class Impl>
 int HvFCurveShell<Impl>::GetPrevKeyParameter(double parameter, double& previous,
                                              int inclusive) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     if (impl_->NumKeys() == 0) {
         return 0;
     }
@@ -308,7 +311,7 @@ int HvFCurveShell<Impl>::GetPrevKeyParameter(double parameter, double& previous,
 template <class Impl>
 int HvFCurveShell<Impl>::GetNearestKeyParameter(double parameter, double& nearest) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     unsigned int const n = impl_->NumKeys();
     if (n == 0) {
         return 0;
@@ -330,7 +333,7 @@ template <class Impl>
 int HvFCurveShell<Impl>::GetNearestKeyParameterInCenteredInterval(double& parameter,
                                                                   double tolerance) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     unsigned int i;
     if (!impl_->FindKey(parameter, tolerance, i)) {
         return 0;
@@ -344,7 +347,7 @@ int HvFCurveShell<Impl>::GetNearestKeyParameterInCenteredInterval(double& parame
 template <class Impl>
 int HvFCurveShell<Impl>::GetSmallestKeyParameter(double& parameter) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     if (impl_->NumKeys() == 0) {
         return 0;
     }
@@ -355,22 +358,22 @@ int HvFCurveShell<Impl>::GetSmallestKeyParameter(double& parameter) const
 template <class Impl>
 int HvFCurveShell<Impl>::IsSmallestKeyParameter(double parameter) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     return impl_->NumKeys() != 0 && impl_->FirstParameter() == parameter ? 1 : 0;
 }
 
 template <class Impl>
 double HvFCurveShell<Impl>::GetMinusInfinityVal() const
 {
-    HvCurveReader const lock(*this);
-    return static_cast<double>(impl_->NumKeys() == 0 ? impl_->valueWhenNoKeys
+    Reader const lock(*this);
+    return static_cast<double>(impl_->NumKeys() == 0 ? impl_->ValueWhenNoKeys()
                                                      : impl_->LeftValueOf(0));
 }
 
 template <class Impl>
 int HvFCurveShell<Impl>::GetLargestKeyParameter(double& parameter) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     if (impl_->NumKeys() == 0) {
         return 0;
     }
@@ -381,15 +384,15 @@ int HvFCurveShell<Impl>::GetLargestKeyParameter(double& parameter) const
 template <class Impl>
 int HvFCurveShell<Impl>::IsLargestKeyParameter(double parameter) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     return impl_->NumKeys() != 0 && impl_->LastParameter() == parameter ? 1 : 0;
 }
 
 template <class Impl>
 double HvFCurveShell<Impl>::GetPlusInfinityVal() const
 {
-    HvCurveReader const lock(*this);
-    return static_cast<double>(impl_->NumKeys() == 0 ? impl_->valueWhenNoKeys
+    Reader const lock(*this);
+    return static_cast<double>(impl_->NumKeys() == 0 ? impl_->ValueWhenNoKeys()
                                                      : impl_->RightValueOf(impl_->NumKeys() - 1));
 }
 
@@ -398,7 +401,7 @@ double HvFCurveShell<Impl>::GetPlusInfinityVal() const
 template <class Impl>
 double HvFCurveShell<Impl>::Eval(double parameter, int clamp) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     return EvalNoLock(parameter, clamp);
 }
 
@@ -406,7 +409,7 @@ template <class Impl>
 void HvFCurveShell<Impl>::EvalMany(double const* parameters, unsigned int n, double* values,
                                    int clamp) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     for (unsigned int i = 0; i < n; ++i) {
         values[i] = EvalNoLock(parameters[i], clamp);
     }
@@ -417,7 +420,7 @@ unsigned int HvFCurveShell<Impl>::Flatten(HvTransfo4 const& transfo, double tole
                                           HvPoint2dArray& points, HvPointTagArray& tags,
                                           int clamp) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     return impl_->Flatten(transfo, tolerance, points, tags, clamp);
 }
 
@@ -426,7 +429,7 @@ int HvFCurveShell<Impl>::FlattenFromTo(HvExtent2<double> const& extent, HvTransf
                                        double tolerance, HvPoint2dArray& points,
                                        HvPointTagArray& tags, HvBoolArray& flags, int) const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     try {
         impl_->FlattenFromTo(extent, transfo, tolerance, points, tags, flags);
         return 1;
@@ -442,24 +445,26 @@ int HvFCurveShell<Impl>::FlattenFromTo(HvExtent2<double> const& extent, HvTransf
 template <class Impl>
 HvBaseFCurve::ExtrapolationMethod HvFCurveShell<Impl>::GetExtrapolationMethod() const
 {
-    HvCurveReader const lock(*this);
-    return static_cast<ExtrapolationMethod>(impl_->extrapolation);
+    Reader const lock(*this);
+    return impl_->Method();
 }
 
 template <class Impl>
 double HvFCurveShell<Impl>::FoldParameter(double parameter) const
 {
     // Takes the access lock too, although it only reads: the contract says so for every kind.
-    HvCurveWriter const lock(*this);
+    Writer const lock(*this);
     return impl_->FoldParameter(parameter);
 }
 
-// Constraints. The three questions take no lock: who asks holds the curve already.
+// Constraints. The three questions take no lock of the curve: who asks holds it already. Keys that
+// other curves share may be asked for all the same.
 
 template <class Impl>
 int HvFCurveShell<Impl>::AreAnyValuesLockedInInterval(double from, double to, int openAtFrom,
                                                       int openAtTo) const
 {
+    HvKeysLock<Impl> const keys(*impl_);
     return impl_->HasConstraintInInterval(CFCKeyConstraint::kValueLocked, true, from, to,
                                           openAtFrom, openAtTo);
 }
@@ -468,6 +473,7 @@ template <class Impl>
 int HvFCurveShell<Impl>::AreAnyParametersLockedInInterval(double from, double to, int openAtFrom,
                                                           int openAtTo) const
 {
+    HvKeysLock<Impl> const keys(*impl_);
     return impl_->HasConstraintInInterval(CFCKeyConstraint::kParameterLocked, true, from, to,
                                           openAtFrom, openAtTo);
 }
@@ -476,6 +482,7 @@ template <class Impl>
 int HvFCurveShell<Impl>::AreAnyKeysLockedInInterval(double from, double to, int openAtFrom,
                                                     int openAtTo) const
 {
+    HvKeysLock<Impl> const keys(*impl_);
     return impl_->HasConstraintInInterval(Impl::kEveryLock, true, from, to, openAtFrom, openAtTo);
 }
 
@@ -484,30 +491,30 @@ int HvFCurveShell<Impl>::AreAnyKeysLockedInInterval(double from, double to, int 
 template <class Impl>
 int HvFCurveShell<Impl>::SetReadOnlyConstraint(int on)
 {
-    HvCurveWriter const lock(*this);
-    impl_->readOnly = on ? 1 : 0;
+    Writer const lock(*this);
+    impl_->SetReadOnly(on != 0);
     return 1;
 }
 
 template <class Impl>
 int HvFCurveShell<Impl>::IsReadOnly() const
 {
-    HvCurveReader const lock(*this);
-    return impl_->readOnly ? 1 : 0;
+    Reader const lock(*this);
+    return impl_->IsReadOnly() ? 1 : 0;
 }
 
 template <class Impl>
 int HvFCurveShell<Impl>::IsDefautlBezierTangentConstraintOn() const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     return impl_->defaultBezierTangentConstraint ? 1 : 0;
 }
 
 template <class Impl>
 int HvFCurveShell<Impl>::SetAsTimeFCurve(bool on)
 {
-    HvCurveWriter const lock(*this);
-    if (impl_->readOnly || (impl_->timeCurve != 0) == on) {
+    Writer const lock(*this);
+    if (impl_->IsReadOnly() || (impl_->timeCurve != 0) == on) {
         return 0;
     }
     impl_->timeCurve = on ? 1 : 0;
@@ -517,14 +524,14 @@ int HvFCurveShell<Impl>::SetAsTimeFCurve(bool on)
 template <class Impl>
 int HvFCurveShell<Impl>::IsTimeFCurve() const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     return impl_->timeCurve ? 1 : 0;
 }
 
 template <class Impl>
 unsigned long HvFCurveShell<Impl>::GetDynamicMemSize() const
 {
-    HvCurveReader const lock(*this);
+    Reader const lock(*this);
     return HvBaseFCurve::GetDynamicMemSize() + XQGetDynamicMemSize<typename Impl::Store>(*impl_);
 }
 

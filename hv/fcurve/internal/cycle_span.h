@@ -11,6 +11,18 @@
 #include <cmath>
 #include <new>
 
+/// p folded into the key range [a, b] of a cycle.
+inline double HvCycle_Fold(double p, double a, double b)
+{
+    double q = p;
+    if (p > b) {
+        q = std::fmod(p - a, b - a) + a;
+    } else if (a > p) {
+        q = b - std::fmod(a - p, b - a);
+    }
+    return q > b ? b : a > q ? a : q;
+}
+
 /// Cycles `first` to `last`, the key range itself being number 0. Whole numbers kept as double,
 /// because a narrow key range in a wide interval is repeated more often than an integer counts.
 struct HvCycleSpan {

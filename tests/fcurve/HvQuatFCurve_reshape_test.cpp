@@ -1,0 +1,181 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// The quaternion curve kind: the parameter axis, resampling and reducing.
+
+#include "quat_fcurve_support.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using C = HvBaseFCurve;
+
+TEST(HvQuatFCurve_reshape, MovesAndScalesTheAxis)
+{
+    Trio const trio = MakeTrio();
+    EXPECT_EQ(trio.y->ShiftParameters(10), 1);
+    EXPECT_EQ(TimesOf(*trio.x), (std::vector<double>{11, 12, 14, 15}));
+    EXPECT_EQ(trio.y->HasUserData(14.0), 1);
+    EXPECT_EQ(trio.y->ScaleParameterAxis(2), 1);
+    EXPECT_EQ(TimesOf(*trio.x), (std::vector<double>{22, 24, 28, 30}));
+    EXPECT_EQ(trio.y->HasUserData(28.0), 1);
+    EXPECT_EQ(trio.y->ScaleParameterAxis(0), 0);
+    ExpectNear(ValuesOf(*trio.x), {10, 40, -30, 20});
+    EXPECT_EQ(HvQuatFCurve(0u).ShiftParameters(1), 1);
+    EXPECT_EQ(HvQuatFCurve(0u).MirrorParameters(), 1);
+}
+
+TEST(HvQuatFCurve_reshape, MirrorsTheAxis)
+{
+    Trio const trio = MakeTrio();
+    HvQuatKey key = trio.curve->GetKey(1);
+    key.spins = 3;
+    key.bias = 0.25f;
+    trio.curve->SetKey(1u, key);
+    std::string const image = QuatImage(*trio.y);
+    EXPECT_EQ(trio.y->MirrorParameters(), 1);
+    EXPECT_EQ(TimesOf(*trio.x), (std::vector<double>{1, 2, 4, 5}));
+    ExpectNear(ValuesOf(*trio.x), {20, -30, 40, 10});
+    EXPECT_EQ(trio.curve->GetKey(2).bias, -0.25f);
+    EXPECT_EQ(trio.curve->GetKey(1).spins, 3) << "from 2 to 4 as before";
+    EXPECT_EQ(TextIn(trio.y->GetUserDataSet(5), 1), "one");
+    EXPECT_EQ(TextIn(trio.y->GetUserDataSet(2), 1), "four");
+    EXPECT_EQ(trio.y->MirrorParameters(), 1);
+    std::string const again = QuatImage(*trio.y);
+    EXPECT_EQ(trio.curve->GetKey(1).bias, 0.25f);
+    EXPECT_EQ(trio.curve->GetKey(1).spins, 3);
+}
+
+TEST(HvQuatFCurve_reshape, MirrorsTheRotationOfTwoKeys)
+{
+    // Two keys turn at constant speed, with or without spins, so the mirrored curve is the mirror.
+    for (int const spins : {0, 1}) {
+        HvQuatFCurve curve(2u);
+        curve.GetQuatCurve()->SetKey(KeyOf(0, 0, 0, 10, spins), 0.0);
+        curve.GetQuatCurve()->SetKey(KeyOf(4, 0, 0, 70), 0.0);
+        HvQuatFCurve mirrored(curve);
+        ASSERT_EQ(mirrored.MirrorParameters(), 1);
+        for (double t = 0; t <= 4; t += 0.125) {
+            double const d = (mirrored.Eval(t, 0) - curve.Eval(4 - t, 0)) / 360;
+            EXPECT_NEAR(d, std::round(d), 1e-9) << t;
+        }
+    }
+}
+
+TEST(HvQuatFCurve_reshape, RescalesAllKeysOrNone)
+{
+    Trio const trio = MakeTrio();
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(1, 5, 1, 2, 3, 0, 0, C::LeftHandle, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{4, 6, 10, 12}));
+    EXPECT_EQ(TextIn(trio.y->GetUserDataSet(10), 1), "four");
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(4, 6, 1, 2, 3, 0, 0, C::LeftHandle, 0), 0);
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(4, 12, 1, 1, 0, 0, 0, C::LeftHandle, 0), 1);
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(4, 12, 1, 1e-8, 0, 0, 0, C::LeftHandle, 0), 0);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{4, 6, 10, 12}));
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(4, 12, 0, -1, 0, 0, 0, C::LeftHandle, 0), 1);
+    ExpectNear(ValuesOf(*trio.x), {20, -30, 40, 10});
+}
+
+TEST(HvQuatFCurve_reshape, SamplesTheRotation)
+{
+    Trio const trio = MakeTrio();
+    HvQuatFCurve const before(*trio.z);
+    EXPECT_EQ(trio.y->ResampleSequence(1.5, 4, 1, 0, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 1.5, 2.5, 3.5, 4, 5}));
+    for (double const t : {1.0, 1.5, 2.5, 3.5, 4.0, 5.0}) {
+        EXPECT_NEAR(trio.z->Eval(t, 0), before.Eval(t, 0), 1e-9);
+    }
+    EXPECT_EQ(trio.y->HasUserData(1.0), 1);
+    EXPECT_EQ(trio.y->HasUserData(4.0), 1);
+    EXPECT_EQ(trio.y->ResampleSequence(1, 5, 9, 1, 0), 1) << "old keys stay";
+    EXPECT_EQ(trio.y->GetNumKeys(), 6u);
+    EXPECT_EQ(trio.y->ResampleSequence(1, 5, 9, 0, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 5}));
+    EXPECT_EQ(trio.y->HasUserData(4.0), 0);
+    EXPECT_EQ(trio.y->ResampleSequence(3, 3, 1, 0, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 3, 5}));
+    EXPECT_EQ(trio.y->ResampleSequence(5, 1, 1, 0, 0), 0);
+    EXPECT_THROW(trio.y->ResampleSequence(1, 5, 1e-300, 0, 0), std::bad_alloc);
+}
+
+TEST(HvQuatFCurve_reshape, TakesKeysBesideASampleForIt)
+{
+    Trio const trio = MakeTrio();
+    EXPECT_EQ(trio.y->ResampleSequence(1, 5, 1 + 5e-8, 0, 0), 1);
+    std::vector<double> const times = TimesOf(*trio.y);
+    ASSERT_EQ(times.size(), 5u);
+    EXPECT_EQ(times[1], 2) << "5e-8 beside the sample";
+    EXPECT_EQ(times[2], 1 + 2 * (1 + 5e-8)) << "1e-7 beside nothing";
+    EXPECT_EQ(times[3], 1 + 3 * (1 + 5e-8)) << "1.5e-7 beside the key at 4";
+}
+
+TEST(HvQuatFCurve_reshape, SamplesACycleWhereItLies)
+{
+    Trio const trio = MakeTrio();
+    trio.x->SetExtrapolationMethod(C::CycleExtrapolation);
+    EXPECT_EQ(trio.y->ResampleSequence(5.5, 8, 1, 0, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 1.5, 2.5, 3.5, 4, 5}));
+}
+
+TEST(HvQuatFCurve_reshape, DropsWhatConstantSpeedGives)
+{
+    HvQuatFCurve curve(2u);
+    for (int i = 0; i <= 20; ++i) {
+        curve.GetQuatCurve()->SetKey(KeyOf(i, 0, 0, 8.0 * i), 0.0);
+    }
+    curve.SetUserDataSet(SetOf(1, "seven"), 7);
+    EXPECT_EQ(curve.ReduceNumKeys(0, 20, 0), 19u);
+    EXPECT_EQ(TimesOf(curve), (std::vector<double>{0, 20}));
+    EXPECT_EQ(curve.HasUserData(), 0);
+    for (double t = 0; t <= 20; t += 0.3) {
+        EXPECT_NEAR(curve.Eval(t, 0), 8 * t, 1e-9);
+    }
+}
+
+TEST(HvQuatFCurve_reshape, StaysWithinTheToleranceWhereItDrops)
+{
+    Trio const trio;
+    for (int i = 0; i <= 60; ++i) {
+        double const t = i * 0.1;
+        trio.curve->SetKey(
+            KeyOf(t, 40 * std::sin(t), 30 * std::cos(1.3 * t), 20 * t + 5 * std::sin(3 * t)), 0.0);
+    }
+    HvQuatFCurve const before[] = {HvQuatFCurve(*trio.x), HvQuatFCurve(*trio.y),
+                                   HvQuatFCurve(*trio.z)};
+    HvQuatFCurve const* const after[] = {trio.x.get(), trio.y.get(), trio.z.get()};
+    std::vector<double> const times = TimesOf(*trio.x);
+    unsigned int const removed = trio.y->ReduceNumKeys(0, 6, 0.01);
+    EXPECT_GT(removed, 20u);
+    EXPECT_EQ(trio.y->GetNumKeys(), 61 - removed);
+    double low = 1e9;
+    double high = -1e9;
+    for (double const z : ValuesOf(before[2])) {
+        low = std::min(low, z);
+        high = std::max(high, z);
+    }
+    for (double const t : times) {
+        for (int c = 0; c < 3; ++c) {
+            EXPECT_NEAR(after[c]->Eval(t, 0), before[c].Eval(t, 0), 0.01 * (high - low) + 1e-9);
+        }
+    }
+}
+
+TEST(HvQuatFCurve_reshape, KeepsKeysThatHaveAShapeOrALock)
+{
+    HvQuatFCurve curve(2u);
+    for (int i = 0; i <= 6; ++i) {
+        HvQuatKey key = KeyOf(i, 0, 0, 9.0 * i);
+        key.tension = i == 2 ? 0.5f : 0.0f;
+        key.parameterLocked = i == 4;
+        curve.GetQuatCurve()->SetKey(key, 0.0);
+    }
+    curve.ReduceNumKeys(0, 6, 10);
+    EXPECT_EQ(TimesOf(curve), (std::vector<double>{0, 2, 4, 6}));
+    EXPECT_EQ(curve.ReduceNumKeys(0, 6, -1), 0u);
+    EXPECT_EQ(curve.ReduceNumKeys(6, 0, 1), 0u);
+    EXPECT_EQ(HvQuatFCurve(0u).ReduceNumKeys(0, 1, 1), 0u);
+}
+
+}  // namespace
