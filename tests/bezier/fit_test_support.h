@@ -84,32 +84,37 @@ struct FittedChain : HvBezierSink {
     }
 };
 
-/// The distance of a point from a cubic: the nearest of many places, and a search around it.
+/// The distance of a point from a cubic: of many places those that are nearer than their
+/// neighbours, and a search around each.
 inline double DistanceFrom(Point2 const* cubic, Point2 const& p)
 {
-    constexpr int kPlaces = 48;
+    constexpr int kPlaces = 64;
     auto const at = [&](double u) {
         double const v = 1 - u;
         return Length(cubic[0] * (v * v * v) + cubic[1] * (3 * u * v * v) +
                       cubic[2] * (3 * u * u * v) + cubic[3] * (u * u * u) - p);
     };
-    int best = 0;
-    double least = at(0.0);
-    for (int k = 1; k <= kPlaces; ++k) {
-        double const d = at(double(k) / kPlaces);
-        if (d < least) {
-            least = d;
-            best = k;
+    double distances[kPlaces + 1];
+    for (int k = 0; k <= kPlaces; ++k) {
+        distances[k] = at(double(k) / kPlaces);
+    }
+    double least = std::min(distances[0], distances[kPlaces]);
+    for (int k = 0; k <= kPlaces; ++k) {
+        int const before = std::max(k - 1, 0);
+        int const after = std::min(k + 1, kPlaces);
+        if (distances[k] > distances[before] || distances[k] > distances[after]) {
+            continue;
         }
+        double low = double(before) / kPlaces;
+        double high = double(after) / kPlaces;
+        for (int step = 0; step < 40; ++step) {
+            double const a = low + (high - low) / 3;
+            double const b = high - (high - low) / 3;
+            (at(a) < at(b) ? high : low) = at(a) < at(b) ? b : a;
+        }
+        least = std::min(least, at(0.5 * (low + high)));
     }
-    double low = std::max(best - 1, 0) / double(kPlaces);
-    double high = std::min(best + 1, kPlaces) / double(kPlaces);
-    for (int k = 0; k < 50; ++k) {
-        double const a = low + (high - low) / 3;
-        double const b = high - (high - low) / 3;
-        (at(a) < at(b) ? high : low) = at(a) < at(b) ? b : a;
-    }
-    return std::min(least, at(0.5 * (low + high)));
+    return least;
 }
 
 /// The greatest distance of a point from the chain.

@@ -62,9 +62,10 @@ private:
 
     void ChooseSamples(unsigned int first, unsigned int last, unsigned int most);
     bool Solve(HvFitTangents const& tangents, Handles& handles) const;
+    bool SolveAcross(HvFitTangents const& tangents, Handles& handles) const;
     Handles ThirdsOfChord(HvFitTangents const& tangents) const;
     void SetHandles(Handles const& handles);
-    double MoveToFeet(double tolerance);
+    double MoveToFeet(double tolerance, double& sumOfSquares);
     double MoveToFoot(HvPoint2<double> const& p, double tolerance, double& u) const;
     HvPoint2<double> At(double u) const;
     bool StaysNear(HvPoint2<double> const& a, HvPoint2<double> const& b, double from, double to,
