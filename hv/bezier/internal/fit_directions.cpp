@@ -158,8 +158,16 @@ Vector HvFitDirections::Direction(std::int64_t at, std::int64_t direction, std::
     xx -= mean.x * mean.x / n;
     xy -= mean.x * mean.y / n;
     yy -= mean.y * mean.y / n;
-    double const angle = 0.5 * std::atan2(2.0 * xy, xx - yy);
-    Vector const axis(std::cos(angle), std::sin(angle));
+    // The axis of twice the angle is (xx - yy, 2 xy); half way to it from the first axis, or from
+    // the second one where that is nearer, lies the main axis.
+    double const difference = xx - yy;
+    double const size = std::sqrt(difference * difference + 4.0 * xy * xy);
+    if (!(size > 0.0)) {
+        return away;
+    }
+    double const c = difference / size;
+    double const s = 2.0 * xy / size;
+    Vector const axis = c >= 0.0 ? Vector(1.0 + c, s) : Vector(s, 1.0 - c);
     return HvPoint2_AdotB(axis, away) < 0.0 ? -axis : axis;
 }
 

@@ -15,7 +15,7 @@
 namespace {
 
 /// For most stretches: it finds whether a cubic would do, and most would not.
-constexpr HvFitEffort kTrial = {4, 64, 6.0};
+constexpr HvFitEffort kTrial = {4, 48, 5.0};
 /// For a run as a whole, which is one cubic when it was drawn as one: the parameters then need more
 /// rounds.
 constexpr HvFitEffort kWholeRun = {64, 256, 1e6};
@@ -26,8 +26,10 @@ constexpr unsigned int kLeastInnerPointsOfFreeEnd = 3;
 constexpr unsigned int kLengthSteps = 16;
 /// So many points before the end of a stretch may end it in its place.
 constexpr unsigned int kMostPlacesBefore = 7;
-/// Runs of more cubics are long enough for their errors to be even already.
-constexpr unsigned int kMostEvenedCubics = 16;
+/// Runs of more cubics are long enough for their errors to be even already, and those of more
+/// points would take too long.
+constexpr unsigned int kMostEvenedCubics = 8;
+constexpr unsigned int kMostEvenedPoints = 1000;
 /// Halvings of the tolerance's range in the search of the smallest one.
 constexpr int kEveningRounds = 4;
 
@@ -111,7 +113,7 @@ void HvOutlineFitter::FitRun(Run const& run)
     unsigned int const before = cubics_.Size();
     FitRun(run, tolerance_, std::numeric_limits<unsigned int>::max(), cubics_);
     unsigned int const count = (cubics_.Size() - before) / 3;
-    if (count < 2 || count > kMostEvenedCubics) {
+    if (count < 2 || count > kMostEvenedCubics || run.last - run.first > kMostEvenedPoints) {
         return;
     }
     double low = 0.0;
