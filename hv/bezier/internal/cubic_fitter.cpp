@@ -271,7 +271,7 @@ bool HvCubicFitter::SolveAcross(HvFitTangents const& tangents, Handles& handles)
         Point const d = Point(points_[samples_[i]]) - p0 - chord * (b2 + u * u * u);
         Point const along =
             coefficients_[0] + (coefficients_[1] * 2.0 + coefficients_[2] * (3.0 * u)) * u;
-        double const length = HvPoint2_Length(along);
+        double const length = std::sqrt(SquaredLength(along));
         Point const t = length > 0.0 ? along * (1.0 / length) : Point();
         auto const weighted = [&](Point const& p) {
             return p - t * (HvPoint2_AdotB(t, p) * (1.0 - kAlongWeight));

@@ -28,6 +28,13 @@ Vector Unit(Vector const& v)
     return length > 0.0 ? v * (1.0 / length) : Vector();
 }
 
+/// Whether a turn from `a` to `b` has a negative cosine, or one whose square is below the limit.
+bool IsTurn(Vector const& a, Vector const& b, double cosSquared)
+{
+    double const dot = HvPoint2_AdotB(a, b);
+    return dot < 0.0 || dot * dot < cosSquared * HvPoint2_AdotB(a, a) * HvPoint2_AdotB(b, b);
+}
+
 }  // namespace
 
 HvFitDirections::HvFitDirections(HvPoint2fArray const& points, HvDoubleArray const& lengths,
@@ -90,26 +97,25 @@ bool HvFitDirections::IsCornerAtSeam() const
 double HvFitDirections::Sharpness(std::int64_t at) const
 {
     Vector const here = Point(at);
-    if (!IsTurn(here - Point(at - 1), Point(at + 1) - here)) {
+    if (!IsTurn(here - Point(at - 1), Point(at + 1) - here, cornerCosSquared_)) {
         return 0.0;
     }
     std::int64_t const mostBefore = isClosed_ ? steps_ / 2 : at;
     std::int64_t const mostAfter = isClosed_ ? steps_ / 2 : steps_ - at;
     std::int64_t const stepsBefore = StepsInReach(at, -1, std::max<std::int64_t>(mostBefore, 1));
     std::int64_t const stepsAfter = StepsInReach(at, 1, std::max<std::int64_t>(mostAfter, 1));
+    // Chords that turn clearly less spare the directions, which noise moves less than chords.
+    if (!IsTurn(here - Point(at - stepsBefore), Point(at + stepsAfter) - here,
+                0.5 * (1.0 + cornerCosSquared_))) {
+        return 0.0;
+    }
     Vector const in = -Direction(at, -1, stepsBefore);
     Vector const out = Direction(at, 1, stepsAfter);
-    if (!IsTurn(in, out)) {
+    if (!IsTurn(in, out, cornerCosSquared_)) {
         return 0.0;
     }
     // 1e-9 above a straight run: with a threshold above 1 even that is a corner.
     return std::max(1.0 - HvPoint2_AdotB(Unit(in), Unit(out)), kDegenerateShare);
-}
-
-bool HvFitDirections::IsTurn(Vector const& a, Vector const& b) const
-{
-    double const dot = HvPoint2_AdotB(a, b);
-    return dot < 0.0 || dot * dot < cornerCosSquared_ * HvPoint2_AdotB(a, a) * HvPoint2_AdotB(b, b);
 }
 
 /// Steps from a point until the reach is left, 1 to `most`. Found by doubling and halving, so that

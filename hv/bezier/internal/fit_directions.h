@@ -45,7 +45,6 @@ private:
     HvPoint2<double> Point(std::int64_t i) const;
     double Length(std::int64_t i) const;
     double Sharpness(std::int64_t at) const;
-    bool IsTurn(HvPoint2<double> const& a, HvPoint2<double> const& b) const;
     std::int64_t StepsInReach(std::int64_t at, std::int64_t direction, std::int64_t most) const;
     HvPoint2<double> Direction(std::int64_t at, std::int64_t direction, std::int64_t steps) const;
     Moments MomentsAround(std::int64_t at, std::int64_t before, std::int64_t after) const;
