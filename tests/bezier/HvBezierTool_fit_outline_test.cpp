@@ -305,6 +305,9 @@ TEST(HvBezierTool_fit_outline, WildPointsKeepTheTolerance)
         }
         for (double const share : {0.05, 0.5, 4.0}) {
             CheckBothFits(points, share * scale);
+            // A loop between two points would be longer than the way from one to the other.
+            double const length = LengthsOf(points)[points.Size() - 1];
+            EXPECT_LE(LengthOf(OpenFitOf(points, share * scale)), 1.3 * length);
         }
     }
 }
