@@ -16,10 +16,14 @@
 #include <hv/foundation/HvPoint2dArray.h>
 #include <hv/foundation/HvPoint2fArray.h>
 
-/// Flattens Bezier curves of degree 0 to 8 and holds the working state of that.
+class HvBezierSink;
+class HvDoubleArray;
+
+/// Flattens Bezier curves of degree 0 to 8 and holds the working state of that; fits cubics to
+/// points.
 ///
 /// A scratch object for one thread at a time; any number of curves may be flattened with it, one
-/// after the other. Nothing is owned and nothing allocated but what the output arrays need.
+/// after the other. Nothing is owned; flattening allocates nothing but what the output arrays need.
 class HV_API HvBezierTool {
 public:
     /// All state zero.
@@ -55,6 +59,83 @@ public:
     /// + 1 below degree 2, 0 above degree 8. No bound in spite of its name; the array has to grow.
     unsigned int FlatPolylineSizeUpperBound(HvPoint2<float> const* points, unsigned int start,
                                             unsigned int degree, double tolerance);
+
+    // Fitting one cubic to the points `first` to `last`. G1 stands for an end whose direction is
+    // given, C0 for one that is free; the first of the two is the start.
+
+    /// Fits a cubic by least squares over its handles; the ends are exactly those of the points.
+    ///
+    /// @param parameters     one for each point, not descending, such as the length of the polyline
+    ///                       up to it; only their proportions count. Where they are of no use, the
+    ///                       points count as evenly spaced.
+    /// @param startTangent,endTangent  unit directions along the walk at both ends. Zero or no
+    ///                       number collapses the handle.
+    /// @param tolerance      greatest distance of a point from its foot on the curve, for the
+    ///                       controls as rounded to float; 0 or more.
+    /// @param maxIterations  rounds of Newton's method that move the parameters to the feet, 0 or
+    ///                       more. Fewer are done when they gain nothing, and never more than 32.
+    /// @param cubic          the four control points; written only when the fit succeeds.
+    /// @param split          written only when it fails and there is a point between the ends: the
+    ///                       one farthest from its foot, strictly between `first` and `last`.
+    /// @return               1 when every point is within the tolerance, otherwise 0; also 0 unless
+    ///                       `first` < `last` are indices of both arrays, and for ends or a
+    ///                       tolerance that are no numbers.
+    ///
+    /// Handles that the points do not determine, and those that would lead backward, are a third
+    /// of the chord long. Between the points the curve is not watched. Cost: a round is
+    /// proportional to the points; allocates. Source: P. Schneider, "An algorithm for automatically
+    /// fitting digitized curves", Graphics Gems, 1990.
+    int SingleCurveFitG1G1(HvPoint2fArray const& points, HvDoubleArray const& parameters,
+                           unsigned int first, unsigned int last,
+                           HvPoint2<double> const& startTangent, HvPoint2<double> const& endTangent,
+                           double tolerance, unsigned int maxIterations, HvPoint2<float>* cubic,
+                           unsigned int& split);
+    /// The same with a free end.
+    int SingleCurveFitG1C0(HvPoint2fArray const& points, HvDoubleArray const& parameters,
+                           unsigned int first, unsigned int last,
+                           HvPoint2<double> const& startTangent, double tolerance,
+                           unsigned int maxIterations, HvPoint2<float>* cubic, unsigned int& split);
+    /// The same with a free start.
+    int SingleCurveFitC0G1(HvPoint2fArray const& points, HvDoubleArray const& parameters,
+                           unsigned int first, unsigned int last,
+                           HvPoint2<double> const& endTangent, double tolerance,
+                           unsigned int maxIterations, HvPoint2<float>* cubic, unsigned int& split);
+    /// The same with both ends free.
+    int SingleCurveFitC0C0(HvPoint2fArray const& points, HvDoubleArray const& parameters,
+                           unsigned int first, unsigned int last, double tolerance,
+                           unsigned int maxIterations, HvPoint2<float>* cubic, unsigned int& split);
+
+    // Fitting a polyline by a chain of cubics, as few as the tolerance allows. Neighbouring cubics
+    // join in one direction, except at corners.
+
+    /// Draws a fit of an open polyline.
+    ///
+    /// @param points            the polyline; repeated points count once.
+    /// @param cornerCosSquared  a point is a corner when the cosine of the turn is negative, or its
+    ///                          square is below this. The turn is that of the steps before and
+    ///                          after the point; where they are shorter than four tolerances, so
+    ///                          that noise may have turned them, the turn over that distance must
+    ///                          be a corner too, and of corners within two tolerances only the
+    ///                          sharpest one counts.
+    /// @param degree            3; any other draws nothing.
+    /// @param tolerance         greatest distance of a point from its foot on the curve; 0 or more.
+    /// @param flag              has no effect.
+    /// @param sink              takes the cubics, when all are known.
+    /// @param continuePath      0: a Moveto to the first point comes first. Otherwise none does.
+    /// @return                  points added: 3 for each cubic and 1 for a Moveto. 0, with nothing
+    ///                          drawn, for fewer than two points, points that are not finite, and a
+    ///                          negative tolerance or one that is no number.
+    ///
+    /// Between neighbouring points the curve stays near the step from one to the other. Points that
+    /// are all equal give one collapsed cubic. Without memory nothing is drawn, unless the sink
+    /// itself runs out of it. Cost: n log n at most for n points, about n in practice.
+    unsigned int OpenFit(HvPoint2fArray const& points, double cornerCosSquared, unsigned int degree,
+                         double tolerance, int flag, HvBezierSink& sink, int continuePath);
+    /// The same for a closed polyline, whose last point should repeat the first; otherwise it is
+    /// taken as if it did. A Moveto comes first and a Closeto last; where the two meet the curve is
+    /// smooth, unless that point is a corner.
+    unsigned int ClosedFit(HvPoint2fArray const& points, double cornerCosSquared,
+                           unsigned int degree, double tolerance, int flag, HvBezierSink& sink);
 
     // The steps of Flatten. `points` are `degree` + 1 control points of the piece at hand; the
     // output pointer that `outputIsDouble` names must be set where points are appended. Above

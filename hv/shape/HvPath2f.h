@@ -292,6 +292,16 @@ public:
     /// The length of the outline from the start of its subpath to `node`, as a fraction of the
     /// length of the subpath: 0 to 1, measured on a polyline within `tolerance`.
     double GetNodeNormalizedArcLength(unsigned int node, double tolerance) const;
+    /// Appends a fit of the samples of `source`, which may be this path, and returns the points
+    /// added.
+    ///
+    /// The samples are those of Sample, in device space, taken before anything is locked. The fit
+    /// is within `gc.flatness` of them, smooth but for the corners that `gc.cornerCosSquared`
+    /// tells; see HvBezierTool::OpenFit. A closed subpath becomes a closed subpath. An open one,
+    /// its last point added to its samples, continues from the last point of this path, without a
+    /// Moveto unless this path is empty. Samples that are not finite, and a flatness below 0, add
+    /// nothing. Locks this path, then `source`.
+    unsigned int AddFittedSamplesFromPath(HvGC const& gc, HvPath2f const& source);
 
     // Rendering. Open subpaths are not filled.
 

@@ -1,0 +1,445 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// One cubic through the ends of a stretch of points, near all of them.
+//
+// With P0 and P3 the ends of the stretch, v the first handle as seen from P0 and w the second one
+// as seen from P3, the curve is
+//
+//     Q(u) = (B0 + B1) P0 + (B2 + B3) P3 + B1 v + B2 w,     B the Bernstein polynomials at u.
+//
+// The sum of the squared differences to the points is quadratic in v and w. It depends on the
+// points only through three numbers and two vectors,
+//
+//     a = sum B1^2,  b = sum B1 B2,  c = sum B2^2,   r = sum B1 d,  s = sum B2 d,
+//
+// d being a point less the part of Q without handles. The four forms differ in what v and w may be:
+//
+//     both free            a v + b w = r,  b v + c w = s
+//     v = x T, w = -y U    a x - b (T U) y = T r,  -b (T U) x + c y = -U s
+//     v = x T, w free      (a - b^2 / c) x = T r - b/c (T s),  w = (s - b v) / c
+//     v free, w = -y U     the same from the other end
+
+#include <hv/bezier/internal/cubic_fitter.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+namespace {
+
+/// A normal matrix whose determinant is below this share of the product of its diagonal says
+/// nothing about the handles: with four digits more than rounding leaves, the handles that it gives
+/// are still good to a few digits.
+constexpr double kDegenerateShare = 1e-11;
+/// A handle shorter than this share of the chord counts as negative: its direction would be lost
+/// in rounding to float.
+constexpr double kLeastHandleShare = 1e-5;
+/// A round that leaves more than this share of the sum of squared distances ends the rounds.
+constexpr double kWorthwhileShare = 0.98;
+/// The weight of a squared difference along the curve beside one across it: enough to keep the
+/// system regular on straight stretches.
+constexpr double kAlongWeight = 0.01;
+/// Newton steps to the foot of one point; where one is not enough, the curve is about to be refused
+/// anyway.
+constexpr int kFootSteps = 5;
+/// A step that leaves more than this share of the squared distance has come to the foot, to half a
+/// percent of the distance.
+constexpr double kThereShare = 0.99;
+/// How far between two points a curve may leave their step beyond the tolerance, as a share of the
+/// step. A half circle over two steps needs 0.21; a loop between two points takes more.
+constexpr double kBulgeShare = 0.3;
+/// A step of less than the tolerance may bend nowhere, unless the curve spends this much of its
+/// parameter on it.
+constexpr double kLongPause = 0.1;
+
+using Point = HvPoint2<double>;
+
+float ToFloat(double value)
+{
+    constexpr double kGreatest = std::numeric_limits<float>::max();
+    return static_cast<float>(std::min(std::max(value, -kGreatest), kGreatest));
+}
+
+HvPoint2<float> ToFloat(Point const& p)
+{
+    return {ToFloat(p.x), ToFloat(p.y)};
+}
+
+bool IsFinite(Point const& p)
+{
+    return std::isfinite(p.x) && std::isfinite(p.y);
+}
+
+double SquaredLength(Point const& v)
+{
+    return HvPoint2_AdotB(v, v);
+}
+
+Point Usable(Point const& tangent)
+{
+    return IsFinite(tangent) ? tangent : Point();
+}
+
+/// Solves a symmetric positive system, given by its lower triangle, in place by Cholesky's method;
+/// false when it is degenerate.
+bool SolveSymmetric(double (*matrix)[4], double* right, int count)
+{
+    for (int j = 0; j < count; ++j) {
+        double const diagonal = matrix[j][j];
+        for (int k = 0; k < j; ++k) {
+            matrix[j][j] -= matrix[j][k] * matrix[j][k];
+            right[j] -= matrix[j][k] * right[k];
+        }
+        if (!(matrix[j][j] > kDegenerateShare * diagonal)) {
+            return false;
+        }
+        matrix[j][j] = std::sqrt(matrix[j][j]);
+        right[j] /= matrix[j][j];
+        for (int i = j + 1; i < count; ++i) {
+            for (int k = 0; k < j; ++k) {
+                matrix[i][j] -= matrix[i][k] * matrix[j][k];
+            }
+            matrix[i][j] /= matrix[j][j];
+        }
+    }
+    for (int j = count - 1; j >= 0; --j) {
+        for (int i = j + 1; i < count; ++i) {
+            right[j] -= matrix[i][j] * right[i];
+        }
+        right[j] /= matrix[j][j];
+    }
+    return true;
+}
+
+}  // namespace
+
+bool HvCubicFitter::Fit(unsigned int first, unsigned int last, HvFitTangents const& given,
+                        double tolerance, HvFitEffort const& effort)
+{
+    HvFitTangents tangents = given;
+    tangents.start = Usable(given.start);
+    tangents.end = Usable(given.end);
+    ChooseSamples(first, last, effort.mostSamples);
+    cubic_[0] = points_[first];
+    cubic_[3] = points_[last];
+    if (!IsFinite(Point(cubic_[0])) || !IsFinite(Point(cubic_[3]))) {
+        return false;
+    }
+    double before = std::numeric_limits<double>::infinity();
+    bool isAcross = true;
+    for (unsigned int round = 0;; ++round) {
+        Handles handles;
+        bool const isSolved =
+            (round > 0 && isAcross && SolveAcross(tangents, handles)) || Solve(tangents, handles);
+        SetHandles(isSolved ? handles : ThirdsOfChord(tangents));
+        double sumOfSquares = 0.0;
+        double const error = MoveToFeet(tolerance, sumOfSquares);
+        if (error <= tolerance) {
+            return true;
+        }
+        bool const isHopeless = !(error <= tolerance * effort.hopelessErrors);
+        bool const improves = sumOfSquares < before * kWorthwhileShare;
+        if (isHopeless || !(improves || isAcross) || round == effort.rounds) {
+            return false;
+        }
+        isAcross = isAcross && improves;
+        before = sumOfSquares;
+    }
+}
+
+/// The parameters are brought to 0 to 1; where they say nothing, the number of the point does.
+void HvCubicFitter::ChooseSamples(unsigned int first, unsigned int last, unsigned int most)
+{
+    first_ = first;
+    last_ = last;
+    worst_ = first + (last - first) / 2;
+    samples_.Chop(0);
+    places_.Chop(0);
+    unsigned int const inner = last - first - 1;
+    unsigned int const count = std::min(inner, most);
+    double const from = parameters_[first];
+    double const span = parameters_[last] - from;
+    for (unsigned int i = 0; i < count; ++i) {
+        // The middles of `count` equal parts.
+        auto const offset = (2 * std::uint64_t{i} + 1) * inner / (2 * std::uint64_t{count});
+        unsigned int const at = first + 1 + static_cast<unsigned int>(offset);
+        double u = (parameters_[at] - from) / span;
+        if (!(u >= 0.0 && u <= 1.0)) {
+            u = double(at - first) / double(last - first);
+        }
+        samples_.Add(at);
+        places_.Add(u);
+    }
+}
+
+bool HvCubicFitter::Solve(HvFitTangents const& tangents, Handles& handles) const
+{
+    Point const p0(cubic_[0]);
+    Point const chord = Point(cubic_[3]) - p0;
+    double a = 0.0;
+    double b = 0.0;
+    double c = 0.0;
+    Point r;
+    Point s;
+    for (unsigned int i = 0; i < samples_.Size(); ++i) {
+        double const u = places_[i];
+        double const v = 1.0 - u;
+        double const b1 = 3.0 * u * v * v;
+        double const b2 = 3.0 * u * u * v;
+        Point const d = Point(points_[samples_[i]]) - p0 - chord * (b2 + u * u * u);
+        a += b1 * b1;
+        b += b1 * b2;
+        c += b2 * b2;
+        r = r + d * b1;
+        s = s + d * b2;
+    }
+    Point const& t = tangents.start;
+    Point const& e = tangents.end;
+    double const least = kLeastHandleShare * HvPoint2_Length(chord);
+    double const determinant = a * c - b * b;
+    bool const isDegenerate = !(determinant > kDegenerateShare * a * c);
+    if (tangents.hasStart && tangents.hasEnd) {
+        double const te = HvPoint2_AdotB(t, e);
+        double const tt = SquaredLength(t);
+        double const ee = SquaredLength(e);
+        double const det = a * c * tt * ee - b * b * te * te;
+        if (!(det > kDegenerateShare * a * c)) {
+            return false;
+        }
+        double const tr = HvPoint2_AdotB(t, r);
+        double const es = -HvPoint2_AdotB(e, s);
+        double const x = (tr * c * ee + b * te * es) / det;
+        double const y = (a * tt * es + b * te * tr) / det;
+        handles = {t * x, e * -y};
+        return x > least && y > least;
+    }
+    if (isDegenerate) {
+        return false;
+    }
+    if (tangents.hasStart) {
+        double const x = (c * HvPoint2_AdotB(t, r) - b * HvPoint2_AdotB(t, s)) / determinant;
+        handles.start = t * x;
+        handles.end = (s - handles.start * b) * (1.0 / c);
+        return x > least;
+    }
+    if (tangents.hasEnd) {
+        double const y = (b * HvPoint2_AdotB(e, r) - a * HvPoint2_AdotB(e, s)) / determinant;
+        handles.end = e * -y;
+        handles.start = (r - handles.end * b) * (1.0 / a);
+        return y > least;
+    }
+    handles.start = (r * c - s * b) * (1.0 / determinant);
+    handles.end = (s * a - r * b) * (1.0 / determinant);
+    return true;
+}
+
+/// The same sum with the differences along the curve counting little, for places that are feet: a
+/// curve that slides along itself to a better one is not held back by them, and a few rounds do
+/// what would take dozens. Source: W. Wang, H. Pottmann, Y. Liu, "Fitting B-spline curves to point
+/// clouds by curvature-based squared distance minimization", 2006, tangent distance.
+bool HvCubicFitter::SolveAcross(HvFitTangents const& tangents, Handles& handles) const
+{
+    // The unknowns: a factor of each given direction, or both coordinates of a free handle.
+    struct Unknown {
+        bool isStart;
+        Point direction;
+    };
+    Unknown unknowns[4];
+    int count = 0;
+    auto const add = [&](bool isStart, bool isGiven, Point const& direction) {
+        if (isGiven) {
+            unknowns[count++] = {isStart, direction};
+        } else {
+            unknowns[count++] = {isStart, {1.0, 0.0}};
+            unknowns[count++] = {isStart, {0.0, 1.0}};
+        }
+    };
+    add(true, tangents.hasStart, tangents.start);
+    add(false, tangents.hasEnd, -tangents.end);
+
+    Point const p0(cubic_[0]);
+    Point const chord = Point(cubic_[3]) - p0;
+    double matrix[4][4] = {};
+    double right[4] = {};
+    for (unsigned int i = 0; i < samples_.Size(); ++i) {
+        double const u = places_[i];
+        double const v = 1.0 - u;
+        double const b1 = 3.0 * u * v * v;
+        double const b2 = 3.0 * u * u * v;
+        Point const d = Point(points_[samples_[i]]) - p0 - chord * (b2 + u * u * u);
+        Point const along =
+            coefficients_[0] + (coefficients_[1] * 2.0 + coefficients_[2] * (3.0 * u)) * u;
+        double const length = std::sqrt(SquaredLength(along));
+        Point const t = length > 0.0 ? along * (1.0 / length) : Point();
+        auto const weighted = [&](Point const& p) {
+            return p - t * (HvPoint2_AdotB(t, p) * (1.0 - kAlongWeight));
+        };
+        for (int j = 0; j < count; ++j) {
+            double const bj = unknowns[j].isStart ? b1 : b2;
+            Point const row = weighted(unknowns[j].direction) * bj;
+            right[j] += HvPoint2_AdotB(row, d);
+            for (int k = 0; k <= j; ++k) {
+                double const bk = unknowns[k].isStart ? b1 : b2;
+                matrix[j][k] += HvPoint2_AdotB(row, unknowns[k].direction) * bk;
+            }
+        }
+    }
+    if (!SolveSymmetric(matrix, right, count)) {
+        return false;
+    }
+    handles = Handles();
+    for (int j = 0; j < count; ++j) {
+        Point& handle = unknowns[j].isStart ? handles.start : handles.end;
+        handle = handle + unknowns[j].direction * right[j];
+    }
+    double const least = kLeastHandleShare * HvPoint2_Length(chord);
+    return (!tangents.hasStart || right[0] > least) &&
+           (!tangents.hasEnd || right[count - 1] > least);
+}
+
+HvCubicFitter::Handles HvCubicFitter::ThirdsOfChord(HvFitTangents const& tangents) const
+{
+    Point const third = (Point(cubic_[3]) - Point(cubic_[0])) * (1.0 / 3.0);
+    double const length = HvPoint2_Length(third);
+    return {tangents.hasStart ? tangents.start * length : third,
+            tangents.hasEnd ? tangents.end * -length : -third};
+}
+
+void HvCubicFitter::SetHandles(Handles const& handles)
+{
+    cubic_[1] = ToFloat(Point(cubic_[0]) + handles.start);
+    cubic_[2] = ToFloat(Point(cubic_[3]) + handles.end);
+    start_ = Point(cubic_[0]);
+    Point const d0 = Point(cubic_[1]) - start_;
+    Point const d1 = Point(cubic_[2]) - Point(cubic_[1]);
+    Point const d2 = Point(cubic_[3]) - Point(cubic_[2]);
+    coefficients_[0] = d0 * 3.0;
+    coefficients_[1] = (d1 - d0) * 3.0;
+    coefficients_[2] = d2 - d1 * 2.0 + d0;
+}
+
+Point HvCubicFitter::At(double u) const
+{
+    return start_ + (coefficients_[0] + (coefficients_[1] + coefficients_[2] * u) * u) * u;
+}
+
+/// Moves the places of all samples to their feet and returns the greatest distance; a point that is
+/// no number is the farthest of all.
+double HvCubicFitter::MoveToFeet(double tolerance, double& sumOfSquares)
+{
+    double greatest = 0.0;
+    for (unsigned int i = 0; i < samples_.Size(); ++i) {
+        double const d = MoveToFoot(Point(points_[samples_[i]]), tolerance, places_[i]);
+        sumOfSquares += d * d;
+        if (!(d <= greatest)) {
+            greatest = d;
+            worst_ = static_cast<unsigned int>(samples_[i]);
+            if (std::isnan(d)) {
+                break;
+            }
+        }
+    }
+    return greatest;
+}
+
+/// Newton's method for (Q - p) Q' = 0 from `u` on: one step to improve the parameter, more while
+/// the point is not within `tolerance`. A step that leads away is not taken.
+double HvCubicFitter::MoveToFoot(Point const& p, double tolerance, double& u) const
+{
+    Point gap = At(u) - p;
+    double squared = SquaredLength(gap);
+    for (int step = 0; step < kFootSteps; ++step) {
+        Point const first =
+            coefficients_[0] + (coefficients_[1] * 2.0 + coefficients_[2] * (3.0 * u)) * u;
+        Point const second = coefficients_[1] * 2.0 + coefficients_[2] * (6.0 * u);
+        double const speed = SquaredLength(first);
+        double slope = speed + HvPoint2_AdotB(gap, second);
+        if (slope < 0.5 * speed) {
+            slope = speed;
+        }
+        double const next = std::min(std::max(u - HvPoint2_AdotB(gap, first) / slope, 0.0), 1.0);
+        Point const nextGap = At(next) - p;
+        double const nextSquared = SquaredLength(nextGap);
+        if (!(nextSquared < squared)) {
+            break;
+        }
+        bool const isThere = nextSquared > kThereShare * squared;
+        u = next;
+        gap = nextGap;
+        squared = nextSquared;
+        if (isThere || squared <= tolerance * tolerance) {
+            break;
+        }
+    }
+    return std::sqrt(squared);
+}
+
+bool HvCubicFitter::Follows(unsigned int first, unsigned int last, double tolerance)
+{
+    double const squaredTolerance = tolerance * tolerance;
+    double const from = parameters_[first];
+    double const span = parameters_[last] - from;
+    // Between samples the places are those of the samples around, in proportion.
+    unsigned int sample = 0;
+    double lowParameter = 0.0;
+    double lowPlace = 0.0;
+    double highParameter = 0.0;
+    double highPlace = 0.0;
+    double share = 0.0;
+    Point before(points_[first]);
+    double placeBefore = 0.0;
+    unsigned int next = first;
+    for (unsigned int i = first + 1; i <= last; ++i) {
+        Point const p(points_[i]);
+        double const parameter = (parameters_[i] - from) / span;
+        if (i > next) {
+            lowParameter = highParameter;
+            lowPlace = highPlace;
+            bool const hasSample = sample < samples_.Size();
+            next = hasSample ? static_cast<unsigned int>(samples_[sample]) : last;
+            highParameter = (parameters_[next] - from) / span;
+            highPlace = hasSample ? places_[sample] : 1.0;
+            ++sample;
+            share = highParameter > lowParameter
+                        ? (highPlace - lowPlace) / (highParameter - lowParameter)
+                        : 0.0;
+        }
+        double u = std::min(std::max(lowPlace + (parameter - lowParameter) * share, 0.0), 1.0);
+        if (i == next) {
+            u = highPlace;
+        }
+        if (!(SquaredLength(At(u) - p) <= squaredTolerance) &&
+            !(MoveToFoot(p, tolerance, u) <= tolerance)) {
+            return false;
+        }
+        if (!StaysNear(before, p, placeBefore, u, tolerance)) {
+            return false;
+        }
+        before = p;
+        placeBefore = u;
+    }
+    return true;
+}
+
+bool HvCubicFitter::StaysNear(Point const& a, Point const& b, double from, double to,
+                              double tolerance) const
+{
+    Point const step = b - a;
+    double const squaredStep = SquaredLength(step);
+    if (squaredStep <= tolerance * tolerance && std::fabs(to - from) < kLongPause) {
+        return true;
+    }
+    double const reach = tolerance + kBulgeShare * std::sqrt(squaredStep);
+    for (double const share : {0.25, 0.5, 0.75}) {
+        Point const q = At(from + (to - from) * share) - a;
+        double const along =
+            squaredStep > 0.0 ? std::min(std::max(HvPoint2_AdotB(q, step) / squaredStep, 0.0), 1.0)
+                              : 0.0;
+        if (!(SquaredLength(q - step * along) <= reach * reach)) {
+            return false;
+        }
+    }
+    return true;
+}

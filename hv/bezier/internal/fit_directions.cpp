@@ -1,0 +1,269 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// Where a polyline turns a corner, and which way it goes elsewhere, in spite of noise.
+
+#include <hv/bezier/internal/fit_directions.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// Over how many tolerances directions are taken. Noise of 0.3 tolerances then turns them by about
+/// 6 degrees, far from what counts as a corner; a larger reach would take tight bends for corners.
+constexpr double kReachTolerances = 4.0;
+/// Corners nearer than half the reach are one; the square of the half.
+constexpr double kSameCornerShare = 0.25;
+/// Points on one side of a place that take part in a direction; more would say little more.
+constexpr std::int64_t kMostPoints = 32;
+/// Below this share of its greatest possible value a determinant means that the bend is not known.
+constexpr double kDegenerateShare = 1e-9;
+
+using Vector = HvPoint2<double>;
+
+Vector Unit(Vector const& v)
+{
+    double const length = HvPoint2_Length(v);
+    return length > 0.0 ? v * (1.0 / length) : Vector();
+}
+
+/// Whether a turn from `a` to `b` has a negative cosine, or one whose square is below the limit.
+bool IsTurn(Vector const& a, Vector const& b, double cosSquared)
+{
+    double const dot = HvPoint2_AdotB(a, b);
+    return dot < 0.0 || dot * dot < cosSquared * HvPoint2_AdotB(a, a) * HvPoint2_AdotB(b, b);
+}
+
+}  // namespace
+
+HvFitDirections::HvFitDirections(HvPoint2fArray const& points, HvDoubleArray const& lengths,
+                                 bool isClosed, double cornerCosSquared, double tolerance)
+    : points_(points), lengths_(lengths), isClosed_(isClosed),
+      steps_(std::int64_t{points.Size()} - 1), cornerCosSquared_(cornerCosSquared),
+      squaredReach_(kReachTolerances * tolerance * kReachTolerances * tolerance)
+{
+}
+
+/// The points of a closed polyline go on for ever in both directions.
+Vector HvFitDirections::Point(std::int64_t i) const
+{
+    std::int64_t const k = i < 0 ? i + steps_ : i > steps_ ? i - steps_ : i;
+    return Vector(points_[static_cast<unsigned int>(k)]);
+}
+
+double HvFitDirections::Length(std::int64_t i) const
+{
+    double const total = lengths_[static_cast<unsigned int>(steps_)];
+    return i < 0        ? lengths_[static_cast<unsigned int>(i + steps_)] - total
+           : i > steps_ ? lengths_[static_cast<unsigned int>(i - steps_)] + total
+                        : lengths_[static_cast<unsigned int>(i)];
+}
+
+void HvFitDirections::FindCorners(HvULongArray& corners) const
+{
+    unsigned int const before = corners.Size();
+    double sharpest = 0.0;
+    for (std::int64_t i = 1; i < steps_; ++i) {
+        double const sharpness = Sharpness(i);
+        if (sharpness == 0.0) {
+            continue;
+        }
+        // Of corners in one reach the sharpest one counts: with noise, a corner has several points
+        // that pass for it.
+        unsigned int const last = corners.Size() - 1;
+        auto const at = static_cast<unsigned long>(i);
+        if (corners.Size() > before &&
+            HvPoint2_SquaredLengthAB(Point(static_cast<std::int64_t>(corners[last])), Point(i)) <
+                kSameCornerShare * squaredReach_) {
+            if (sharpness > sharpest) {
+                corners[last] = at;
+                sharpest = sharpness;
+            }
+            continue;
+        }
+        corners.Add(at);
+        sharpest = sharpness;
+    }
+}
+
+bool HvFitDirections::IsCornerAtSeam() const
+{
+    return Sharpness(0) != 0.0;
+}
+
+/// How sharply the polyline turns, above 0, up to 2 for a reversal; 0 where it turns no corner: the
+/// two steps must turn one and, where they are short, the directions around them too.
+double HvFitDirections::Sharpness(std::int64_t at) const
+{
+    Vector const here = Point(at);
+    if (!IsTurn(here - Point(at - 1), Point(at + 1) - here, cornerCosSquared_)) {
+        return 0.0;
+    }
+    std::int64_t const mostBefore = isClosed_ ? steps_ / 2 : at;
+    std::int64_t const mostAfter = isClosed_ ? steps_ / 2 : steps_ - at;
+    std::int64_t const stepsBefore = StepsInReach(at, -1, std::max<std::int64_t>(mostBefore, 1));
+    std::int64_t const stepsAfter = StepsInReach(at, 1, std::max<std::int64_t>(mostAfter, 1));
+    // Chords that turn clearly less spare the directions, which noise moves less than chords.
+    if (!IsTurn(here - Point(at - stepsBefore), Point(at + stepsAfter) - here,
+                0.5 * (1.0 + cornerCosSquared_))) {
+        return 0.0;
+    }
+    Vector const in = -Direction(at, -1, stepsBefore);
+    Vector const out = Direction(at, 1, stepsAfter);
+    if (!IsTurn(in, out, cornerCosSquared_)) {
+        return 0.0;
+    }
+    // 1e-9 above a straight run: with a threshold above 1 even that is a corner.
+    return std::max(1.0 - HvPoint2_AdotB(Unit(in), Unit(out)), kDegenerateShare);
+}
+
+/// Steps from a point until the reach is left, 1 to `most`. Found by doubling and halving, so that
+/// a crowd of points costs no more than its logarithm.
+std::int64_t HvFitDirections::StepsInReach(std::int64_t at, std::int64_t direction,
+                                           std::int64_t most) const
+{
+    Vector const here = Point(at);
+    auto const isOut = [&](std::int64_t steps) {
+        return HvPoint2_SquaredLengthAB(here, Point(at + direction * steps)) >= squaredReach_;
+    };
+    std::int64_t in = 0;
+    std::int64_t out = 1;
+    while (out < most && !isOut(out)) {
+        in = out;
+        out = std::min(2 * out, most);
+    }
+    while (out - in > 1) {
+        std::int64_t const middle = in + (out - in) / 2;
+        (isOut(middle) ? out : in) = middle;
+    }
+    return out;
+}
+
+/// The main axis of the points within some steps of a point, leading away from it.
+Vector HvFitDirections::Direction(std::int64_t at, std::int64_t direction, std::int64_t steps) const
+{
+    Vector const here = Point(at);
+    Vector const away = Point(at + direction * steps) - here;
+    if (steps == 1) {
+        return away;
+    }
+    std::int64_t const count = std::min(steps, kMostPoints);
+    Vector mean;
+    double xx = 0.0;
+    double xy = 0.0;
+    double yy = 0.0;
+    for (std::int64_t k = 0; k <= count; ++k) {
+        Vector const d = Point(at + direction * (k * steps / count)) - here;
+        mean = mean + d;
+        xx += d.x * d.x;
+        xy += d.x * d.y;
+        yy += d.y * d.y;
+    }
+    double const n = static_cast<double>(count + 1);
+    xx -= mean.x * mean.x / n;
+    xy -= mean.x * mean.y / n;
+    yy -= mean.y * mean.y / n;
+    // The axis of twice the angle is (xx - yy, 2 xy); half way to it from the first axis, or from
+    // the second one where that is nearer, lies the main axis.
+    double const difference = xx - yy;
+    double const size = std::sqrt(difference * difference + 4.0 * xy * xy);
+    if (!(size > 0.0)) {
+        return away;
+    }
+    double const c = difference / size;
+    double const s = 2.0 * xy / size;
+    Vector const axis = c >= 0.0 ? Vector(1.0 + c, s) : Vector(s, 1.0 - c);
+    return HvPoint2_AdotB(axis, away) < 0.0 ? -axis : axis;
+}
+
+Vector HvFitDirections::TangentAt(unsigned int at, unsigned int from, unsigned int to) const
+{
+    return Tangent(at, std::int64_t{at} - from, std::int64_t{to} - at);
+}
+
+Vector HvFitDirections::TangentAtSeam() const
+{
+    std::int64_t const half = std::max<std::int64_t>(steps_ / 2, 1);
+    return Tangent(0, half, half);
+}
+
+/// Over the points within reach on both sides, as far as they are given, and the point itself.
+HvFitDirections::Moments HvFitDirections::MomentsAround(std::int64_t at, std::int64_t before,
+                                                        std::int64_t after) const
+{
+    Vector const here = Point(at);
+    double const length = Length(at);
+    Moments moments;
+    moments.s[0] = 1.0;
+    auto const addSide = [&](std::int64_t direction, std::int64_t most) {
+        if (most < 1) {
+            return;
+        }
+        std::int64_t const steps = StepsInReach(at, direction, most);
+        std::int64_t const count = std::min(steps, kMostPoints);
+        for (std::int64_t k = 1; k <= count; ++k) {
+            std::int64_t const i = at + direction * (k * steps / count);
+            double const s = Length(i) - length;
+            Vector const d = Point(i) - here;
+            double const ss = s * s;
+            moments.s[0] += 1.0;
+            moments.s[1] += s;
+            moments.s[2] += ss;
+            moments.s[3] += ss * s;
+            moments.s[4] += ss * ss;
+            moments.d[0] = moments.d[0] + d;
+            moments.d[1] = moments.d[1] + d * s;
+            moments.d[2] = moments.d[2] + d * ss;
+        }
+    };
+    addSide(-1, before);
+    addSide(1, after);
+    return moments;
+}
+
+/// The derivative at a point of the parabola through it that is nearest to the points around, over
+/// the length of the polyline. With one point on each side it goes through both.
+Vector HvFitDirections::Tangent(std::int64_t at, std::int64_t before, std::int64_t after) const
+{
+    Moments const m = MomentsAround(at, before, after);
+    double const determinant = m.s[2] * m.s[4] - m.s[3] * m.s[3];
+    Vector const tangent = determinant > kDegenerateShare * m.s[2] * m.s[4]
+                               ? Unit(m.d[1] * m.s[4] - m.d[2] * m.s[3])
+                               : Unit(m.d[1]);
+    if (tangent != Vector()) {
+        return tangent;
+    }
+    Vector const here = Point(at);
+    return Unit(after > 0 ? Point(at + 1) - here : here - Point(at - 1));
+}
+
+unsigned int HvFitDirections::CalmestUpTo(unsigned int at, unsigned int from) const
+{
+    unsigned int calmest = at;
+    double least = Unrest(at);
+    for (unsigned int i = at; i > from && least > 0.0;) {
+        double const unrest = Unrest(--i);
+        if (unrest < least) {
+            least = unrest;
+            calmest = i;
+        }
+    }
+    return calmest;
+}
+
+/// How far an inner point is from the nearest parabola of the points around; 0 where the steps are
+/// too long to tell.
+double HvFitDirections::Unrest(unsigned int at) const
+{
+    constexpr double kLeastPoints = 5.0;
+    Moments const m = MomentsAround(at, at, steps_ - at);
+    if (m.s[0] < kLeastPoints) {
+        return 0.0;
+    }
+    double const a = m.s[2] * m.s[4] - m.s[3] * m.s[3];
+    double const b = m.s[1] * m.s[4] - m.s[2] * m.s[3];
+    double const c = m.s[1] * m.s[3] - m.s[2] * m.s[2];
+    double const determinant = m.s[0] * a - m.s[1] * b + m.s[2] * c;
+    return HvPoint2_Length(m.d[0] * a - m.d[1] * b + m.d[2] * c) / std::fabs(determinant);
+}
