@@ -309,9 +309,8 @@ inline void SlowSoftFill(HvPoint2dArray const& points, HvPointTagArray const& ta
         }
         for (int y = 0; y < raster.height; ++y) {
             double const v = std::floor(maxCoverage * T[at(y + n)] + 0.5);
-            SlowFill_Pixel(raster, x, y) = v > 255.0  ? 255
-                                           : v >= 0.0 ? static_cast<unsigned char>(v)
-                                                      : 0;
+            double const limited = v > 255.0 ? 255.0 : (v >= 0.0 ? v : 0.0);
+            SlowFill_Pixel(raster, x, y) = static_cast<unsigned char>(limited);
         }
     }
 }

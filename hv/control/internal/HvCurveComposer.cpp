@@ -102,7 +102,7 @@ void HvCurveComposer::AddMonotone(Walk& walk, HvCurvePiece const& piece, double 
          place = driven_.Next(place, side)) {
         HvCurvePiece const driven = driven_.Piece(place, low, high);
         double const border = side == Pieces::Up ? driven.Last() : driven.First();
-        isLast = side * (toValue - border) <= kKeySnap;
+        isLast = int(side) * (toValue - border) <= kKeySnap;
         double const endValue = isLast ? toValue : border;
         double const end = isLast ? to : piece.FindValue(border, t, to);
         if (end - t > kKeySnap) {
@@ -122,11 +122,11 @@ double HvCurveComposer::Slope(double t, Pieces::Side side) const
     if (piece.GetShape() == HvCurvePiece::Constant || !std::isfinite(step)) {
         return 0;
     }
-    double const ahead = piece.Value(t + side * step);
+    double const ahead = piece.Value(t + int(side) * step);
     Pieces::Side const heading = ahead < value ? Pieces::Down : Pieces::Up;
     HvCurvePiece const driven = driven_.Piece(driven_.Find(value, heading), value, value);
-    double const from = std::min(t, t + side * step);
-    double const to = std::max(t, t + side * step);
+    double const from = std::min(t, t + int(side) * step);
+    double const to = std::max(t, t + int(side) * step);
     HvComposedSpan const span(piece, driven, from, to, piece.Value(from), piece.Value(to));
     return span.Slope(t);
 }
