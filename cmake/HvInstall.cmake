@@ -5,17 +5,18 @@
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-install(TARGETS hv EXPORT hvTargets COMPONENT library
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} NAMELINK_COMPONENT library
-  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+# Two components: what a program needs to run, and what it needs to be built.
+install(TARGETS hv EXPORT hvTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
 
 # What stands in internal/ serves the library's own sources alone.
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/hv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT library
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/hv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
   FILES_MATCHING PATTERN "*.h" PATTERN "internal" EXCLUDE)
 
 set(packageDir ${CMAKE_INSTALL_LIBDIR}/cmake/hv)
-install(EXPORT hvTargets NAMESPACE hv:: DESTINATION ${packageDir} COMPONENT library)
+install(EXPORT hvTargets NAMESPACE hv:: DESTINATION ${packageDir} COMPONENT development)
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/hvConfig.cmake.in
   ${PROJECT_BINARY_DIR}/hvConfig.cmake INSTALL_DESTINATION ${packageDir}
   NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
@@ -23,7 +24,7 @@ configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/hvConfig.cmake.in
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/hvConfigVersion.cmake
   COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/hvConfig.cmake ${PROJECT_BINARY_DIR}/hvConfigVersion.cmake
-  DESTINATION ${packageDir} COMPONENT library)
+  DESTINATION ${packageDir} COMPONENT development)
 
 # A static library leaves it to the consumer to link the threads and to know that it is static.
 if(BUILD_SHARED_LIBS)
@@ -46,4 +47,6 @@ else()
 endif()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/hv.pc.in ${PROJECT_BINARY_DIR}/hv.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/hv.pc
-  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT library)
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+include(cmake/HvPackage.cmake)

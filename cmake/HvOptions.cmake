@@ -42,6 +42,11 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 # build: no contraction to fused multiply-add, no fast math.
 add_library(hv_settings INTERFACE)
 target_compile_options(hv_settings INTERFACE -ffp-contract=off)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # Where the machine has fused multiply-add, GCC 12 joins a * b + c of neighbouring statements into
+  # one instruction that rounds once, whatever it is told about contraction.
+  target_compile_options(hv_settings INTERFACE -fno-tree-slp-vectorize)
+endif()
 target_include_directories(hv_settings INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
 if(HV_IS_MAIN)
   target_compile_options(hv_settings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)

@@ -73,6 +73,24 @@ elseif(STEP STREQUAL pkgconfig)
   run(${CXX} -std=c++20 ${CMAKE_CURRENT_LIST_DIR}/consumer.cpp -o ${build}/consumer ${flags})
   set(ENV{LD_LIBRARY_PATH} ${prefix}/lib)
   expect_output(${build}/consumer)
+elseif(STEP STREQUAL deb)
+  # The installing user's own system stays as it is: dpkg works below a folder, with a record of its
+  # own that knows of no other package.
+  file(REMOVE_RECURSE ${build})
+  file(MAKE_DIRECTORY ${build}/root/var/lib/dpkg/info ${build}/root/var/lib/dpkg/updates)
+  file(TOUCH ${build}/root/var/lib/dpkg/status)
+  run(cpack --config ${BINARY}/${KIND}/install/CPackConfig.cmake -B ${build})
+  file(GLOB packages ${build}/*.deb)
+  list(LENGTH packages count)
+  if(NOT count EQUAL 2)
+    message(FATAL_ERROR "a pair of packages was expected: ${packages}")
+  endif()
+  run(dpkg --root=${build}/root --force-depends --force-not-root --force-script-chrootless
+    --log=${build}/dpkg.log -i ${packages})
+  run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/package -B ${build}/consumer ${settings}
+    -D CMAKE_PREFIX_PATH=${build}/root/usr -D HV_WANTED_VERSION=${VERSION})
+  run(${CMAKE_COMMAND} --build ${build}/consumer --parallel 2)
+  expect_output(${build}/consumer/consumer)
 elseif(STEP STREQUAL subproject)
   run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/subproject -B ${BINARY}/subproject ${settings}
     -D HV_SOURCE=${SOURCE})

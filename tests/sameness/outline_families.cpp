@@ -57,7 +57,7 @@ void AddStroked(unsigned int item, Digest& digest)
     HvGC gc;
     gc.strokeWidth = 1 + 0.5 * item;
     gc.capStyle = static_cast<int>(item % 3);
-    gc.joinStyle = static_cast<int>(item % 4);
+    gc.joinStyle = static_cast<int>(item / 3 % 3);
     gc.miterLimit = 3;
     gc.taperStroke = static_cast<int>(item % 2);
     HvPath2f outline(0);
