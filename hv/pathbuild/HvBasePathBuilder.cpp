@@ -10,6 +10,7 @@
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvPath2f.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -19,6 +20,13 @@ constexpr unsigned int kFirstCapacity = 128;
 
 /// Highest degree of a segment of a path.
 constexpr unsigned int kMaxDegree = 8;
+
+bool AreFinite(HvPoint2<float> const* points, unsigned int count)
+{
+    return std::all_of(points, points + count, [](HvPoint2<float> const& p) {
+        return std::isfinite(p.x) && std::isfinite(p.y);
+    });
+}
 
 }  // namespace
 
@@ -120,7 +128,11 @@ void HvBasePathBuilder::FlattenAdded(unsigned int n, HvBezierTool& tool,
         path->GetSegmentIndices(i, start, end);
         HvPoint2<float> points[kMaxDegree + 1];
         path->GetPoints(start, end, points);
-        tool.Flatten(points, 0, end - start, gc->flatness, &polyline, 1);
+        if (AreFinite(points, end - start + 1)) {
+            tool.Flatten(points, 0, end - start, gc->flatness, &polyline, 1);
+        } else {
+            polyline.Add(points[end - start]);
+        }
         i = end + 1;
     }
 }

@@ -27,7 +27,8 @@ struct HvGC;
 /// built on; the path may hold other subpaths before.
 ///
 /// **Numbers.** None is refused. A point with a coordinate that is no number is as near as any
-/// other on that axis, so AddInputPoint drops it where both are none.
+/// other on that axis, so AddInputPoint drops it where both are none. A piece of the stroke whose
+/// length is not finite has no samples.
 ///
 /// **Failure.** When std::bad_alloc comes out of a call, the path is as it was and the builder may
 /// go on: what it has taken in is committed by the next call, smoothed once more than otherwise.
@@ -99,7 +100,8 @@ protected:
     /// Sends the Moveto when there is something to start with.
     void StartOutline();
     /// Makes `polyline` the outline of all segments from point `n` of the path on, with the point
-    /// where they begin; empty when the path has none.
+    /// where they begin; empty when the path has none. A segment with a number that is not finite
+    /// counts as a line, where flattening would ask for more points than there is memory.
     void FlattenAdded(unsigned int n, HvBezierTool& tool, HvPoint2fArray& polyline) const;
     /// Makes `samples` those of line[first] to line[last], which is the end of the line.
     void SampleLine(HvPoint2fArray const& line, unsigned int first, unsigned int last, int addEnd);
