@@ -44,7 +44,7 @@ template <class Builder>
 class AllBuilders : public testing::Test {
 };
 using Builders = testing::Types<OpenLinear, OpenCubic, OpenFit>;
-TYPED_TEST_SUITE(AllBuilders, Builders);
+TYPED_TEST_SUITE(AllBuilders, Builders, );
 
 void AddAll(HvBasePathBuilder& builder, std::vector<StrokePoint> const& points, int force = 0)
 {
