@@ -119,6 +119,14 @@
 #include <hv/shape/HvShapeArchive.h>
 #include <hv/shape/shape_boolean.h>
 
+#include <hv/pathbuild/HvBasePathBuilder.h>
+#include <hv/pathbuild/HvBezierFitPathBuilder.h>
+#include <hv/pathbuild/HvCubicPathBuilder.h>
+#include <hv/pathbuild/HvLinearPathBuilder.h>
+#include <hv/pathbuild/stroke_fitting.h>
+#include <hv/pathbuild/stroke_sampling.h>
+#include <hv/pathbuild/stroke_tangents.h>
+
 #include <hv/motionpath/HvMotionPath3d.h>
 #include <hv/motionpath/HvTwoSidedTangent.h>
 
