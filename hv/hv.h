@@ -54,6 +54,7 @@
 #include <hv/foundation/polyline_eval.h>
 #include <hv/foundation/polyline_interpolate.h>
 #include <hv/foundation/polyline_length.h>
+#include <hv/foundation/polyline_sample.h>
 #include <hv/foundation/raw_elements.h>
 #include <hv/foundation/saturate.h>
 
@@ -117,7 +118,12 @@
 #include <hv/shape/HvRect2f.h>
 #include <hv/shape/HvShape2f.h>
 #include <hv/shape/HvShapeArchive.h>
+#include <hv/shape/HvShapeLock.h>
 #include <hv/shape/shape_boolean.h>
+
+#include <hv/pathbuild/HvPath2fProp1d.h>
+#include <hv/pathbuild/HvPropCurveData.h>
+#include <hv/pathbuild/HvShapeFactory.h>
 
 #include <hv/motionpath/HvMotionPath3d.h>
 #include <hv/motionpath/HvTwoSidedTangent.h>
