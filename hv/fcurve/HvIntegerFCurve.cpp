@@ -59,8 +59,7 @@ int HvIntegerFCurve::SmoothSequence(double from, double to, double const* kernel
     if (impl_->readOnly || AreAnyValuesLockedInInterval(from, to, 0, 0)) {
         return 0;
     }
-    CFCSingleValue_Smooth(*impl_, from, to, kernel, kernelSize);
-    return 1;
+    return impl_->SmoothSequence(from, to, kernel, kernelSize, *this);
 }
 
 int HvIntegerFCurve::ShiftValues(double offset)

@@ -140,6 +140,5 @@ int HvRawFCurve::SmoothSequence(double from, double to, double const* kernel,
     if (impl_->readOnly) {
         return 0;
     }
-    CFCSingleValue_Smooth(*impl_, from, to, kernel, kernelSize);
-    return 1;
+    return impl_->SmoothSequence(from, to, kernel, kernelSize, *this);
 }

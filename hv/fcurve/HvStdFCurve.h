@@ -192,8 +192,9 @@ public:
     int AppendBezierCubicSegment(HvPoint2<double> const& P1, HvPoint2<double> const& P2,
                                  HvPoint2<double> const& P3);
     int AppendLinearSegment(HvPoint2<double> const& P);
-    /// Moves the last key along its line to P.x when the last segment is linear, its line passes P
-    /// within `tolerance` (in values) and no lock holds the key; otherwise AppendLinearSegment.
+    /// Moves the last key along its line to P.x when the last segment is linear and its line passes
+    /// P within `tolerance` (in values); otherwise AppendLinearSegment. Of a key that moves, a
+    /// locked parameter stays where it is and locked values stay what they are.
     int AppendOrExtendLinearSegment(HvPoint2<double> const& P, double tolerance);
     /// Holds the last right value up to P.x and jumps to P.y there.
     int AppendConstantSegment(HvPoint2<double> const& P);

@@ -45,21 +45,23 @@ bool HvStdFCurveImpl::ExtendLinearSegment(Point const& P, double tolerance, HvBa
     double const y =
         from.y + (key.leftValue - from.y) * ((P.x - from.x) / (key.parameter - from.x));
     // The line of a tiny segment may have no number there, which no tolerance makes one.
-    if (!HvStdEdit_AreFinite(y) || !(std::fabs(y - P.y) <= tolerance) ||
-        key.constraints.HasAny(CFCKeyConstraint::kParameterLocked |
-                               CFCKeyConstraint::kValueLocked)) {
+    if (!HvStdEdit_AreFinite(y) || !(std::fabs(y - P.y) <= tolerance)) {
         return false;
     }
-    HvUserDataMoves moves(curve);
-    moves.Add(key.parameter, P.x);
-    moves.Apply();
     Point const left = LeftVector(last);
     Point const right = RightVector(last);
-    key.parameter = P.x;
-    key.leftValue = y;
-    key.rightValue = y;
-    WriteLeftHandle(last, Point(P.x, y) + left);
-    key.rightHandle = Point(P.x, y) + right;
+    if (!key.constraints.HasAny(CFCKeyConstraint::kParameterLocked)) {
+        HvUserDataMoves moves(curve);
+        moves.Add(key.parameter, P.x);
+        moves.Apply();
+        key.parameter = P.x;
+    }
+    if (!key.constraints.HasAny(CFCKeyConstraint::kValueLocked)) {
+        key.leftValue = y;
+        key.rightValue = y;
+    }
+    WriteLeftHandle(last, HvStdEdit_FiniteOr(LeftPoint(last) + left, LeftPoint(last)));
+    key.rightHandle = HvStdEdit_FiniteOr(RightPoint(last) + right, RightPoint(last));
     return true;
 }
 

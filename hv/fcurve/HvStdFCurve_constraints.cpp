@@ -105,16 +105,19 @@ void HvStdFCurveImpl::FreezeHandles(unsigned int i, bool left, bool right, int c
 void HvStdFCurveImpl::FreezeTangentsInInterval(unsigned int i, unsigned int j, int leftSide,
                                                int rightSide, int constraints)
 {
-    if (i == j) {
-        bool const bothSides = !leftSide == !rightSide;
-        FreezeHandles(i, bothSides || rightSide, bothSides || leftSide, constraints);
-        return;
+    unsigned int first = i;
+    unsigned int end = j + 1;
+    if (leftSide) {
+        FreezeHandles(i, false, true, constraints);
+        ++first;
     }
-    FreezeHandles(i, !leftSide, true, constraints);
-    for (unsigned int k = i + 1; k < j; ++k) {
+    if (rightSide) {
+        FreezeHandles(j, true, false, constraints);
+        --end;
+    }
+    for (unsigned int k = first; k < end; ++k) {
         FreezeHandles(k, true, true, constraints);
     }
-    FreezeHandles(j, true, !rightSide, constraints);
 }
 
 int HvStdFCurve::SetConstraint(double& parameter, KeyConstraint constraint, int on,

@@ -153,20 +153,18 @@ private:
 
 }  // namespace
 
-/// Removes the keys marked in `dropped`, in one pass.
-void HvStdFCurveImpl::RemoveMarkedKeys(HvBoolArray const& dropped, HvBaseFCurve& curve)
+/// Replaces stretches of keys in the cubic runs from key i to key j; returns how many keys went.
+unsigned int HvStdFCurveImpl::ReduceCubicRuns(unsigned int i, unsigned int j, double tolerance,
+                                              HvBaseFCurve& curve)
 {
-    bool const hasUserData = curve.HasUserData() != 0;
-    unsigned int kept = 0;
-    for (unsigned int k = 0; k < NumKeys(); ++k) {
-        if (!dropped[k]) {
-            keys[kept++] = keys[k];
-        } else if (hasUserData) {
-            curve.RemoveKeyUserData(Parameter(k));
+    HvBoolArray dropped(0, NumKeys());
+    HvReduce_ForEachRun(*this, i, j, [&](unsigned int first, unsigned int last) {
+        if (SegmentKind(first) == HvBaseFCurve::CubicSegment) {
+            double const allowed = tolerance * HvReduce_ValueRange(*this, first, last);
+            CubicRun(*this, first, last, allowed, dropped).Reduce();
         }
-    }
-    keys.Chop(kept);
-    ReleaseSpareKeys();
+    });
+    return HvReduce_RemoveMarkedKeys(*this, dropped, curve);
 }
 
 unsigned int HvStdFCurveImpl::ReduceNumKeys(double from, double to, double tolerance,
@@ -182,24 +180,10 @@ unsigned int HvStdFCurveImpl::ReduceNumKeys(double from, double to, double toler
     CreateNonModifyingKey(from, i, curve);
     CreateNonModifyingKey(to, j, curve);
 
-    HvBoolArray dropped(0, NumKeys());
-    for (unsigned int first = i; first < j;) {
-        unsigned int last = first + 1;
-        while (last < j && SegmentKind(last) == SegmentKind(first)) {
-            ++last;
-        }
-        if (last - first > 1) {
-            double const allowed = tolerance * HvReduce_ValueRange(*this, first, last);
-            if (SegmentKind(first) == HvBaseFCurve::CubicSegment) {
-                CubicRun(*this, first, last, allowed, dropped).Reduce();
-            } else {
-                HvReduce_DropKeysOnLines(*this, first, last, allowed,
-                                         [&](unsigned int k) { dropped[k] = 1; });
-            }
-        }
-        first = last;
-    }
-    RemoveMarkedKeys(dropped, curve);
+    // Cubic runs first: what their end keys evaluate to depends on the keys of the runs beside
+    // them.
+    j -= ReduceCubicRuns(i, j, tolerance, curve);
+    Store::ReduceNumKeys(i, j, tolerance, curve);
     return before > NumKeys() ? before - NumKeys() : 0;
 }
 

@@ -42,22 +42,29 @@ bool MapParameters(HvStdFCurveImpl& curve, Map const& map)
     return true;
 }
 
-/// Shortens the handles of each segment that is not valid. A shift rounds: of keys that lie close
-/// together, far from zero, handles that just fitted may cross afterwards.
+/// The least share by which MendSegments shortens handles, one unit in the last place of 1.
+constexpr double kLeastMendShare = 0x1p-52;
+
+/// Draws the handles of each segment that is not valid towards their keys, by the first share of
+/// their length, doubled from kLeastMendShare on, that makes it so; at last they lie on the keys.
+///
+/// The test for validity compares products of parameters, and a shift rounds: of a segment on the
+/// border of what is valid, such as one whose handles reach over all of it, a shift may leave a
+/// little too much. What is taken off is of the order of that rounding, so that the shape stays.
 void MendSegments(HvStdFCurveImpl& curve)
 {
+    auto const drawn = [](HvPoint2<double> const& handle, HvPoint2<double> const& key,
+                          double share) { return handle * (1 - share) + key * share; };
     for (unsigned int i = 0; i + 1 < curve.NumKeys(); ++i) {
-        CFCStdKey& from = curve.keys[i];
-        CFCStdKey& to = curve.keys[i + 1];
-        HvPoint2<double> P[4] = {curve.KeyPoint(i, HvBaseFCurve::Right), from.rightHandle,
-                                 to.leftHandle, curve.KeyPoint(i + 1, HvBaseFCurve::Left)};
-        if (HvStdFCurve_IsCubicSegmentValid(P[0], P[1], P[2], P[3]) != 0) {
-            continue;
+        HvPoint2<double>& right = curve.keys[i].rightHandle;
+        HvPoint2<double>& left = curve.keys[i + 1].leftHandle;
+        HvPoint2<double> const shiftedRight = right;
+        HvPoint2<double> const shiftedLeft = left;
+        for (double share = kLeastMendShare;
+             !curve.IsSegmentValidWith(i, right, left) && share <= 1; share *= 2) {
+            right = drawn(shiftedRight, curve.RightPoint(i), share);
+            left = drawn(shiftedLeft, curve.LeftPoint(i + 1), share);
         }
-        RegularizeBezierCubicPoints(P);
-        bool const isMended = HvStdFCurve_IsCubicSegmentValid(P[0], P[1], P[2], P[3]) != 0;
-        from.rightHandle = isMended ? P[1] : P[0];
-        to.leftHandle = isMended ? P[2] : P[3];
     }
 }
 
@@ -165,13 +172,18 @@ int HvStdFCurve::ScaleAndShiftValues(double scale, double offset)
     auto const mappedClamp = [mapped](double clamp) {
         return std::fabs(clamp) == kHvMaxDouble ? clamp : mapped(clamp);
     };
+    // An infinite clamp stays infinite; a finite one may not become so.
+    auto const overflows = [mappedClamp](double clamp) {
+        return std::isfinite(clamp) && !std::isfinite(mappedClamp(clamp));
+    };
+    if (overflows(impl_->lowerClamp) || overflows(impl_->upperClamp) ||
+        !MapValues(*impl_, mapped)) {
+        return 0;
+    }
     double lower = mappedClamp(impl_->lowerClamp);
     double upper = mappedClamp(impl_->upperClamp);
     if (lower > upper) {
         std::swap(lower, upper);
-    }
-    if (!HvStdEdit_AreFinite(lower, upper) || !MapValues(*impl_, mapped)) {
-        return 0;
     }
     impl_->lowerClamp = lower;
     impl_->upperClamp = upper;

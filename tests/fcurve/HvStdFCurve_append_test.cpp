@@ -144,19 +144,16 @@ TEST(HvStdFCurve_append, MovedKeyKeepsItsThirdUnderTheDefaultBezierConstraint)
     ExpectNear(curve.Impl().keys[1].leftHandle, 4, 5);
 }
 
-TEST(HvStdFCurve_append, PointOffTheLineOrBehindALockedKeyIsAppended)
+TEST(HvStdFCurve_append, PointOffTheLineIsAppended)
 {
     struct Row {
         double y, tolerance;
-        unsigned short lock;
         FSKind kind;
     };
-    for (Row const& row : {Row{5.25, 0.2, 0, kLinear}, Row{5, 1, Word::kParameterLocked, kLinear},
-                           Row{5, 1, Word::kValueLocked, kLinear}, Row{5, 1, 0, kCubic},
-                           Row{5, std::nan(""), 0, kLinear}}) {
+    for (Row const& row :
+         {Row{5.25, 0.2, kLinear}, Row{5, 1, kCubic}, Row{5, std::nan(""), kLinear}}) {
         StdCurve curve = Line();
         curve.Impl().SetKind(0, row.kind);
-        Lock(curve, 1, row.lock);
         EXPECT_EQ(curve.AppendOrExtendLinearSegment({4, row.y}, row.tolerance), 1);
         EXPECT_EQ(curve.GetNumKeys(), 3u);
         EXPECT_EQ(curve.Impl().keys[1].parameter, 2);
@@ -168,6 +165,32 @@ TEST(HvStdFCurve_append, PointOffTheLineOrBehindALockedKeyIsAppended)
     StdCurve empty(0, kLinear);
     EXPECT_EQ(empty.AppendOrExtendLinearSegment({4, 1}, 9), 1);
     EXPECT_EQ(empty.GetNumKeys(), 1u);
+}
+
+TEST(HvStdFCurve_append, KeyThatExtendsItsLineMovesAsFarAsItsLocksAllow)
+{
+    // The line runs from (0, 1) to (2, 3), where the curve jumps to 5, and stands at 5 above 4.
+    struct Row {
+        unsigned short lock;
+        double parameter, leftValue;
+    };
+    for (Row const& row : {Row{Word::kParameterLocked, 2, 5}, Row{Word::kValueLocked, 4, 3},
+                           Row{Word::kParameterLocked | Word::kValueLocked, 2, 3}}) {
+        StdCurve curve = Line();
+        curve.Impl().keys[1].leftHandle = Point(1.5, 4);
+        curve.Impl().keys[1].rightHandle = Point(2.5, 6);
+        curve.SetUserDataSet(SetOf(1, "blob"), 2);
+        Lock(curve, 1, row.lock);
+        EXPECT_EQ(curve.AppendOrExtendLinearSegment({4, 5}, 0), 1);
+        ASSERT_EQ(curve.GetNumKeys(), 2u);
+        CFCStdKey const& key = curve.Impl().keys[1];
+        EXPECT_EQ(key.parameter, row.parameter);
+        EXPECT_EQ(key.leftValue, row.leftValue);
+        EXPECT_EQ(key.rightValue, 5);
+        EXPECT_EQ(key.leftHandle, Point(row.parameter - 0.5, row.leftValue + 1));
+        EXPECT_EQ(key.rightHandle, Point(row.parameter + 0.5, 6));
+        EXPECT_EQ(TextIn(curve.GetUserDataSet(row.parameter), 1), "blob");
+    }
 }
 
 TEST(HvStdFCurve_append, PointNotPastTheLastKeyIsRefused)

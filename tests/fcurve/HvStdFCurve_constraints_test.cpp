@@ -236,6 +236,18 @@ TEST(HvStdFCurve_constraints, SidesOfAnIntervalFreezeItsEndKeysInside)
     EXPECT_EQ(frozen(1, 1, 1, 1), "-- lr -- -- ");
 }
 
+// 2026-11-21: both handles were frozen before the constraints went.
+TEST(HvStdFCurve_constraints, OneKeyFrozenFromBothSidesGivesUpItsConstraintsWithTheRightHandle)
+{
+    StdCurve curve = FourKeys(Word::kFlatTangents);
+    StdCurve const before(curve);
+    EXPECT_EQ(curve.FreezeTangentsInInterval(1u, 1u, 1, 1, HvBaseFCurve::FlatTangents), 1);
+    CFCStdKey const& key = curve.Impl().keys[1];
+    EXPECT_FALSE(key.constraints.HasAny(Word::kFlatTangents));
+    EXPECT_EQ(key.rightHandle.y, key.rightValue);
+    EXPECT_EQ(key.leftHandle, before.Impl().keys[1].leftHandle) << "no longer flat by then";
+}
+
 TEST(HvStdFCurve_constraints, IntervalOfParametersRunsBetweenTheNearestKeysTiesToTheLeft)
 {
     StdCurve const before = FourKeys(Word::kFlatTangents);

@@ -73,6 +73,63 @@ TEST(HvStdFCurve_transform, ShiftThatRoundsKeepsSegmentsValid)
     }
 }
 
+// 2026-11-21: handles over the whole of their segment lost a tenth of their length in one shift of
+// six.
+TEST(HvStdFCurve_transform, ShiftKeepsHandlesThatReachOverTheirSegment)
+{
+    int numMended = 0;
+    for (int i = 0; i < 400; ++i) {
+        double const start = i / 24.0;
+        double const end = start + 1;
+        StdCurve curve(
+            {KeyWithHandles(start, 0, {}, {1, 0.5}), KeyWithHandles(end, 2, {-1, -1}, {})});
+        curve.Impl().keys[1].leftHandle.x = start;
+        curve.Impl().keys[0].rightHandle.x = end;
+        if (!curve.Impl().IsValid()) {
+            continue;  // start does not bear the test either
+        }
+        EXPECT_EQ(curve.ShiftParameters(0.7), 1);
+        EXPECT_EQ(curve.Impl().IsValid(), 1) << start;
+        Point const right = curve.Impl().keys[0].rightHandle;
+        Point const left = curve.Impl().keys[1].leftHandle;
+        bool const mended = right != Point(end + 0.7, 0.5) || left != Point(start + 0.7, 1);
+        numMended += mended ? 1 : 0;
+        // Shortening by a share s of the segment gives the test 2 s to spare, in squares of the
+        // segment; its four products round by at most four halves of the last place of 18^2, and
+        // the parameters, whose last place is 4e-15, move each of them by 18 times as much.
+        constexpr double kMostTakenOff = 4 * 18 * 4e-15;
+        ExpectNear(right, end + 0.7, 0.5, kMostTakenOff);
+        ExpectNear(left, start + 0.7, 1, kMostTakenOff);
+    }
+    EXPECT_GT(numMended, 0) << "no segment on the border";
+}
+
+TEST(HvStdFCurve_transform, ShiftThatBearsTheTestMovesEveryHandleExactly)
+{
+    StdCurve curve({KeyWithHandles(0, 0, {-1, 0}, {2, 1}), KeyWithHandles(2, 1, {-2, 1}, {1, 1})});
+    ASSERT_EQ(curve.Impl().IsValid(), 1);
+    EXPECT_EQ(curve.ShiftParameters(4), 1);
+    EXPECT_EQ(curve.Impl().keys[0].leftHandle, Point(3, 0));
+    EXPECT_EQ(curve.Impl().keys[0].rightHandle, Point(6, 1));
+    EXPECT_EQ(curve.Impl().keys[1].leftHandle, Point(4, 2));
+    EXPECT_EQ(curve.Impl().keys[1].rightHandle, Point(7, 2));
+}
+
+TEST(HvStdFCurve_transform, ShiftToWhereNoHandleFitsLaysThemOnTheirKeys)
+{
+    // Two neighbouring doubles at 2^53 are 2 apart; between keys 1 apart there, a handle half way
+    // rounds on to one of them, or past the other.
+    for (double const reach : {0.25, 0.5, 0.75, 1.0}) {
+        StdCurve curve(
+            {KeyWithHandles(0, 0, {}, {2 * reach, 1}), KeyWithHandles(2, 1, {-2 * reach, 1}, {})});
+        ASSERT_EQ(curve.Impl().IsValid(), 1);
+        EXPECT_EQ(curve.ShiftParameters(0x1p53), 1);
+        EXPECT_EQ(curve.Impl().Parameter(0), 0x1p53);
+        EXPECT_EQ(curve.Impl().Parameter(1), 0x1p53 + 2);
+        EXPECT_EQ(curve.Impl().IsValid(), 1) << reach;
+    }
+}
+
 TEST(HvStdFCurve_transform, ShiftLeavesASegmentThatIsNotValidAsItIs)
 {
     StdCurve curve({KeyWithHandles(0, 0, {0, 0}, {3, 1}, kCubic),
@@ -189,6 +246,20 @@ TEST(HvStdFCurve_transform, InfiniteClampsStayOnTheirSides)
     StdCurve empty(3, kLinear);
     EXPECT_EQ(empty.ScaleAndShiftValues(2, 1), 1);
     EXPECT_EQ(empty.Eval(0, 0), 7);
+}
+
+TEST(HvStdFCurve_transform, ClampsThatAreInfiniteAreMappedAndFiniteOnesMayNotBecomeSo)
+{
+    double const infinity = std::numeric_limits<double>::infinity();
+    StdCurve curve = TwoKeys();
+    curve.SetClampingValues(3, infinity);
+    EXPECT_EQ(curve.ScaleAndShiftValues(-2, 1), 1);
+    EXPECT_EQ(curve.Impl().lowerClamp, -infinity);
+    EXPECT_EQ(curve.Impl().upperClamp, -5);
+    curve.SetClampingValues(-1e308, 0);
+    ExpectRefused(curve, [&] { return curve.ScaleAndShiftValues(2, 0); });
+    curve.SetClampingValues(0, 1e308);
+    ExpectRefused(curve, [&] { return curve.ScaleAndShiftValues(2, 0); });
 }
 
 TEST(HvStdFCurve_transform, ScaleTooSmallToUndoIsRefused)

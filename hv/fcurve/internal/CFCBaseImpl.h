@@ -170,6 +170,14 @@ public:
         return value > upper ? upper : lower > value ? lower : value;
     }
 
+    // Reshaping. The curve that owns the implementation is an argument of all that reshape keys,
+    // because the user data of keys that go or move go or move with them.
+
+    /// Convolves the values of the keys of [from, to] with a kernel, as the store does it; handles
+    /// move along. Returns 1, also where there is no key. Not for boolean curves.
+    int SmoothSequence(double from, double to, double const* kernel, unsigned int kernelSize,
+                       HvBaseFCurve& curve);
+
 private:
     // Parts of Flatten and FlattenFromTo.
     void FlattenKeys(HvTransfo4 const& transfo, double tolerance, HvPoint2dArray& points,

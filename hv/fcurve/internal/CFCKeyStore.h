@@ -13,6 +13,7 @@
 #include <hv/fcurve/CFCSingleValueKey.h>
 #include <hv/fcurve/CFCStdKey.h>
 #include <hv/foundation/HvAltDynArray.h>
+#include <hv/foundation/HvBoolArray.h>
 #include <hv/foundation/array_capacity.h>
 
 #include <algorithm>
@@ -32,6 +33,20 @@ void CFCKeyStore_RemoveRange(HvAltDynArray<Record>& records, unsigned int first,
 {
     std::copy(records.begin() + last + 1, records.end(), records.begin() + first);
     records.Chop(records.Count() - (last - first + 1));
+}
+
+/// Removes the records marked in `dropped`, which is as long as they are; the storage stays as it
+/// is.
+template <class Record>
+void CFCKeyStore_RemoveMarked(HvAltDynArray<Record>& records, HvBoolArray const& dropped) noexcept
+{
+    unsigned int kept = 0;
+    for (unsigned int i = 0; i < records.Count(); ++i) {
+        if (!dropped[i]) {
+            records[kept++] = records[i];
+        }
+    }
+    records.Chop(kept);
 }
 
 /// Gives back storage of which less than half is in use. Without memory for the smaller block the
@@ -89,6 +104,12 @@ public:
     {
         CFCKeyStore_RemoveRange(keys, first, last);
         CFCKeyStore_RemoveRange(constraints, first, last);
+    }
+    /// Removes the keys marked in `dropped`, and their words, in one pass.
+    void RemoveMarkedKeys(HvBoolArray const& dropped) noexcept
+    {
+        CFCKeyStore_RemoveMarked(keys, dropped);
+        CFCKeyStore_RemoveMarked(constraints, dropped);
     }
     void ReleaseSpareKeys() noexcept
     {
@@ -159,6 +180,16 @@ public:
         return std::is_same<T, bool>::value && offset != 0 ? 1 : offset;
     }
 
+    /// Drops the keys between `first` and `last` whose step away from what is held since the last
+    /// key that stays is at most `tolerance` times the range of the values. A locked key stays.
+    /// User data go with their keys. Returns how many went. Cost: one pass.
+    unsigned int ReduceNumKeys(unsigned int first, unsigned int last, double tolerance,
+                               HvBaseFCurve& curve);
+    /// Convolves the values of the keys `first` to `last` with a kernel, rounded; integers only. A
+    /// value that is locked, or would be no finite number, stays. Without memory nothing changes.
+    void SmoothSequence(unsigned int first, unsigned int last, double const* kernel,
+                        unsigned int kernelSize, HvBaseFCurve& curve);
+
     void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
     void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
     void AddFlattenedRightPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
@@ -187,6 +218,11 @@ public:
     void RemoveKeyRange(unsigned int first, unsigned int last) noexcept
     {
         CFCKeyStore_RemoveRange(keys, first, last);
+    }
+    /// Removes the keys marked in `dropped` in one pass.
+    void RemoveMarkedKeys(HvBoolArray const& dropped) noexcept
+    {
+        CFCKeyStore_RemoveMarked(keys, dropped);
     }
     void ReleaseSpareKeys() noexcept
     {
@@ -230,6 +266,16 @@ public:
     /// What each relative cycle adds to the values: last minus first value.
     double CycleOffset() const { return keys[keys.Count() - 1].value - keys[0].value; }
 
+    /// Drops the keys between `first` and `last` that lie within `tolerance` times the range of the
+    /// values of lines between those that stay. User data go with their keys. Returns how many
+    /// went. Cost: one pass.
+    unsigned int ReduceNumKeys(unsigned int first, unsigned int last, double tolerance,
+                               HvBaseFCurve& curve);
+    /// Convolves the values of the keys `first` to `last` with a kernel. A value that would be no
+    /// finite number stays. Without memory nothing changes.
+    void SmoothSequence(unsigned int first, unsigned int last, double const* kernel,
+                        unsigned int kernelSize, HvBaseFCurve& curve);
+
     void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
     void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
     void AddFlattenedRightPiece(unsigned int i, double x, CFCFlattenOutput& out) const;
@@ -265,6 +311,11 @@ public:
     void RemoveKeyRange(unsigned int first, unsigned int last) noexcept
     {
         CFCKeyStore_RemoveRange(keys, first, last);
+    }
+    /// Removes the keys marked in `dropped` in one pass.
+    void RemoveMarkedKeys(HvBoolArray const& dropped) noexcept
+    {
+        CFCKeyStore_RemoveMarked(keys, dropped);
     }
     void ReleaseSpareKeys() noexcept
     {
@@ -309,6 +360,18 @@ public:
     /// What each relative cycle adds to the values when it is drawn: last right minus first left
     /// value.
     double CycleOffset() const { return keys[keys.Count() - 1].rightValue - keys[0].leftValue; }
+
+    /// Drops the keys between `first` and `last`, inside runs of constant or of linear segments,
+    /// that lie within `tolerance` times the range of the values of their run of lines between
+    /// those that stay. A locked key stays, and so does a key where the kind changes; cubic runs
+    /// are left alone. User data go with their keys. Returns how many went. Cost: one pass.
+    unsigned int ReduceNumKeys(unsigned int first, unsigned int last, double tolerance,
+                               HvBaseFCurve& curve);
+    /// Convolves the left and the right values of the keys `first` to `last`, each with their own
+    /// kind, with a kernel; handles move along. Values of a locked key stay, and so does a value
+    /// that would be no finite number. Without memory nothing changes.
+    void SmoothSequence(unsigned int first, unsigned int last, double const* kernel,
+                        unsigned int kernelSize, HvBaseFCurve& curve);
 
     void AddFlattenedSegments(unsigned int i, unsigned int j, CFCFlattenOutput& out) const;
     void AddFlattenedLeftPiece(unsigned int i, double x, CFCFlattenOutput& out) const;

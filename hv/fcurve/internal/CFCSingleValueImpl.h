@@ -13,6 +13,8 @@
 template <class T, class K, class S>
 class CFCSingleValueImpl : public CFCBaseImpl<T, K, S> {
 public:
+    using Key = K;
+
     using CFCBaseImpl<T, K, S>::CFCBaseImpl;
 
     /// The value at p without extrapolation: that of an end key is held beyond it.
@@ -48,6 +50,17 @@ public:
     /// curve half changed, when a lock stands in the way.
     int Cut(double from, double to, HvBaseFCurve& curve);
     int IsValid() const;
+
+    /// Keys at `from`, each `step` on and at `to` with the values that the curve has there; keys
+    /// between them go unless `keepExisting`. 0, with the keys as they were, for an interval or a
+    /// step that gives none, and when a value would not be finite. Throws std::bad_alloc before it
+    /// starts when there are more samples than an array holds. Cost: one pass.
+    int ResampleSequence(double from, double to, double step, int keepExisting,
+                         HvBaseFCurve& curve);
+    /// Makes keys at both ends and drops those between that add less than `tolerance` times the
+    /// range of the values: of a polyline those that lie on lines, of a stepped curve those whose
+    /// step is that small. Returns by how much the number of keys fell. Cost: one pass.
+    unsigned int ReduceNumKeys(double from, double to, double tolerance, HvBaseFCurve& curve);
 
 private:
     /// The keys of an interval, begin to end - 1, and the keys beside it, which stay.

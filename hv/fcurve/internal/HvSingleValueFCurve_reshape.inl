@@ -7,10 +7,10 @@
 #ifndef HV_FCURVE_INTERNAL_HVSINGLEVALUEFCURVE_RESHAPE_INL
 #define HV_FCURVE_INTERNAL_HVSINGLEVALUEFCURVE_RESHAPE_INL
 
+#include <hv/fcurve/internal/CFCSingleValueImpl_reshape.inl>
 #include <hv/fcurve/internal/HvSingleValueFCurve.inl>
 #include <hv/fcurve/internal/SnapShotHelper.h>
 #include <hv/fcurve/internal/curve_rescale.h>
-#include <hv/fcurve/internal/single_value_reshape.h>
 
 template <class Impl>
 int HvSingleValueFCurve<Impl>::ScaleAndOffsetParameters(double from, double to, double pivot,
@@ -51,8 +51,7 @@ int HvSingleValueFCurve<Impl>::ResampleSequence(double from, double to, double s
     Curve work(static_cast<Curve const&>(*this));
     auto& keys = *static_cast<HvSingleValueFCurve&>(work).impl_;
     for (unsigned int i = 0; i < intervals.count; ++i) {
-        if (!CFCSingleValue_Resample(keys, intervals.from[i], intervals.to[i], step, keepExisting,
-                                     work)) {
+        if (!keys.ResampleSequence(intervals.from[i], intervals.to[i], step, keepExisting, work)) {
             return 0;
         }
     }
@@ -69,8 +68,8 @@ unsigned int HvSingleValueFCurve<Impl>::ReduceNumKeys(double from, double to, do
         return 0;
     }
     Curve work(static_cast<Curve const&>(*this));
-    unsigned int const removed = CFCSingleValue_Reduce(
-        *static_cast<HvSingleValueFCurve&>(work).impl_, from, to, tolerance, work);
+    auto& keys = *static_cast<HvSingleValueFCurve&>(work).impl_;
+    unsigned int const removed = keys.ReduceNumKeys(from, to, tolerance, work);
     ExchangeContents(work);
     return removed;
 }

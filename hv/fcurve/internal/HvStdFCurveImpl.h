@@ -102,7 +102,8 @@ public:
     void FreezeNeighbours(double x);
     /// Writes evaluated handles of the keys i to j to the stored ones and clears the constraints of
     /// the mask on them; with `leftSide` or `rightSide` the end key is frozen on its inner side
-    /// only.
+    /// only. i <= j; of one key between both sides the right handle comes first, and with it the
+    /// constraints go.
     void FreezeTangentsInInterval(unsigned int i, unsigned int j, int leftSide, int rightSide,
                                   int constraints);
     void RegularizeLeftTgt(unsigned int i, Point const& start);
@@ -263,8 +264,8 @@ public:
 
     // The end of the curve (HvStdFCurve_append.cpp, HvStdFCurve_cut_paste.cpp).
 
-    /// Moves the last key along its line to P.x when the line passes P within `tolerance` and no
-    /// lock holds the key; otherwise AppendLinearSegment. P.x is past the last key.
+    /// Moves the last key along its line to P.x, as far as its locks allow, when the line passes P
+    /// within `tolerance`; otherwise AppendLinearSegment. P.x is past the last key.
     void AppendOrExtendLinearSegment(Point const& P, double tolerance, HvBaseFCurve& curve);
     /// Holds the last right value up to P.x and jumps to P.y there. P.x is past the last key.
     void AppendConstantSegment(Point const& P);
@@ -286,7 +287,7 @@ public:
     int TranslateParamsAndTgtsAfterExistingKey(unsigned int i, double target, double shift,
                                                HvBaseFCurve& curve);
 
-    // Reshaping (HvStdFCurve_resample.cpp, _smooth.cpp, _reduce.cpp).
+    // Reshaping (HvStdFCurve_resample.cpp, _reduce.cpp).
 
     /// Keys at `from`, each `step` on and at `to` that keep the shape; keys between them go unless
     /// `keepExisting`. 0 for an interval or a step that gives none, and when a value would not be
@@ -294,15 +295,14 @@ public:
     /// are more samples than an array holds.
     int ResampleSequence(double from, double to, double step, int keepExisting,
                          HvBaseFCurve& curve);
-    /// Convolves the values of the keys of [from, to] with a kernel; handles move along.
-    void SmoothSequence(double from, double to, double const* kernel, unsigned int kernelSize);
     /// Makes keys at both ends and drops those between that add less than `tolerance` times the
     /// range of the values of their run. Returns by how much the number of keys fell.
     unsigned int ReduceNumKeys(double from, double to, double tolerance, HvBaseFCurve& curve);
     unsigned int ReduceNumKeys(double tolerance, HvBaseFCurve& curve);
 
 private:
-    void RemoveMarkedKeys(HvBoolArray const& dropped, HvBaseFCurve& curve);
+    unsigned int ReduceCubicRuns(unsigned int i, unsigned int j, double tolerance,
+                                 HvBaseFCurve& curve);
     bool ExtendLinearSegment(Point const& P, double tolerance, HvBaseFCurve& curve);
     bool IsHandleValid(unsigned int i, KeySide side, Point const& vector) const;
     void FreezeHandles(unsigned int i, bool left, bool right, int constraints);

@@ -1,12 +1,14 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// Which keys of a run of straight segments add nothing.
+// Runs of keys, and which keys of a run of straight segments add nothing.
 
 #ifndef HV_FCURVE_INTERNAL_REDUCE_LINES_H
 #define HV_FCURVE_INTERNAL_REDUCE_LINES_H
 
 #include <hv/fcurve/CFCKeyConstraint.h>
+#include <hv/fcurve/HvBaseFCurve.h>
+#include <hv/foundation/HvBoolArray.h>
 
 #include <algorithm>
 #include <cmath>
@@ -33,6 +35,41 @@ double HvReduce_ValueRange(Store const& store, unsigned int i, unsigned int j)
         }
     }
     return high - low;
+}
+
+/// Calls run(first, last) for each longest stretch of segments of one kind between the keys i and j
+/// that has a key inside.
+template <class Store, class Run>
+void HvReduce_ForEachRun(Store const& store, unsigned int i, unsigned int j, Run run)
+{
+    for (unsigned int first = i; first < j;) {
+        unsigned int last = first + 1;
+        while (last < j && store.SegmentKindOf(last) == store.SegmentKindOf(first)) {
+            ++last;
+        }
+        if (last - first > 1) {
+            run(first, last);
+        }
+        first = last;
+    }
+}
+
+/// Removes the keys marked in `dropped` with their user data; returns how many they are. Nothing of
+/// it can fail.
+template <class Store>
+unsigned int HvReduce_RemoveMarkedKeys(Store& store, HvBoolArray const& dropped,
+                                       HvBaseFCurve& curve)
+{
+    unsigned int const before = store.keys.Count();
+    bool const hasUserData = curve.HasUserData() != 0;
+    for (unsigned int k = 0; hasUserData && k < before; ++k) {
+        if (dropped[k]) {
+            curve.RemoveKeyUserData(store.keys[k].parameter);
+        }
+    }
+    store.RemoveMarkedKeys(dropped);
+    store.ReleaseSpareKeys();
+    return before - store.keys.Count();
 }
 
 /// Calls drop(k), k ascending, for the keys between i and j that lie on lines.

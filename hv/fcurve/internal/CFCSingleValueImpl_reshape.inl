@@ -1,33 +1,27 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// Resampling, smoothing and reducing of curves whose keys hold one value: boolean, integer, raw.
-// New keys are put together in a store of their own, which is exchanged for the curve's at the end.
+// Resampling and reducing of curves whose keys hold one value. Included by the one source file of
+// each kind that instantiates it.
 
-#ifndef HV_FCURVE_INTERNAL_SINGLE_VALUE_RESHAPE_H
-#define HV_FCURVE_INTERNAL_SINGLE_VALUE_RESHAPE_H
+#ifndef HV_FCURVE_INTERNAL_CFCSINGLEVALUEIMPL_RESHAPE_INL
+#define HV_FCURVE_INTERNAL_CFCSINGLEVALUEIMPL_RESHAPE_INL
 
 #include <hv/fcurve/internal/CFCSingleValueImpl.h>
-#include <hv/fcurve/internal/reduce_lines.h>
 #include <hv/fcurve/internal/resample_interval.h>
-#include <hv/fcurve/internal/smooth_values.h>
-#include <hv/fcurve/internal/stepped_value.h>
-#include <hv/foundation/HvBoolArray.h>
+#include <hv/foundation/HvDoubleArray.h>
 
 #include <algorithm>
 #include <cmath>
 
-/// The value type of an implementation.
-template <class Impl>
-using CFCValueOf = decltype(Impl::valueWhenNoKeys);
-
-// Resampling.
+// Resampling. The new keys are put together in a store of their own, which is exchanged for the
+// curve's at the end.
 
 /// The keys of a curve from left to right, old ones and samples.
 template <class Impl>
 class CFCSingleValueResampling {
 public:
-    using Key = CFCSingleValueKey<CFCValueOf<Impl>>;
+    using Key = typename Impl::Key;
 
     CFCSingleValueResampling(Impl const& impl, bool keepExisting)
         : impl_(impl), keepExisting_(keepExisting)
@@ -133,18 +127,15 @@ private:
     HvDoubleArray dropped_;
 };
 
-/// Keys at `from`, each `step` on and at `to` with the values that the curve has there; keys
-/// between them go unless `keepExisting`. 0 for an interval or a step that gives none. Throws
-/// std::bad_alloc before it starts when there are more samples than an array holds. Cost: one pass.
-template <class Impl>
-int CFCSingleValue_Resample(Impl& impl, double from, double to, double step, int keepExisting,
-                            HvBaseFCurve& curve)
+template <class T, class K, class S>
+int CFCSingleValueImpl<T, K, S>::ResampleSequence(double from, double to, double step,
+                                                  int keepExisting, HvBaseFCurve& curve)
 {
     if (!HvResample_IsInterval(from, to, step)) {
         return 0;
     }
     unsigned int const count = HvResample_CountSteps(from, to, step);
-    CFCSingleValueResampling<Impl> resampling(impl, keepExisting != 0);
+    CFCSingleValueResampling<CFCSingleValueImpl> resampling(*this, keepExisting != 0);
     resampling.Begin(from);
     for (unsigned int k = 1; k <= count; ++k) {
         resampling.Sample(from + step * k);
@@ -158,101 +149,30 @@ int CFCSingleValue_Resample(Impl& impl, double from, double to, double step, int
             curve.RemoveKeyUserData(parameter);
         }
     }
-    typename Impl::Store& store = impl;
-    store.Swap(resampling.Result());
+    S::Swap(resampling.Result());
     return 1;
 }
 
 // Reducing.
 
-/// Makes keys at both ends and drops those between that add less than `tolerance` times the range
-/// of the values: of a polyline those that lie on lines, of a stepped curve those whose step is
-/// that small. Returns by how much the number of keys fell. Cost: one pass.
-template <class Impl>
-unsigned int CFCSingleValue_Reduce(Impl& impl, double from, double to, double tolerance,
-                                   HvBaseFCurve& curve)
+template <class T, class K, class S>
+unsigned int CFCSingleValueImpl<T, K, S>::ReduceNumKeys(double from, double to, double tolerance,
+                                                        HvBaseFCurve& curve)
 {
     auto const isFiniteAt = [&](double x) {
-        return std::isfinite(static_cast<double>(impl.ValueHeldAt(x)));
+        return std::isfinite(static_cast<double>(ValueHeldAt(x)));
     };
-    if (impl.NumKeys() == 0 || !std::isfinite(to - from) || !(from <= to) || !(tolerance >= 0) ||
+    if (this->NumKeys() == 0 || !std::isfinite(to - from) || !(from <= to) || !(tolerance >= 0) ||
         !isFiniteAt(from) || !isFiniteAt(to)) {
         return 0;
     }
-    unsigned int const before = impl.NumKeys();
+    unsigned int const before = this->NumKeys();
     unsigned int i = 0;
     unsigned int j = 0;
-    impl.CreateNonModifyingKey(from, i, curve);
-    impl.CreateNonModifyingKey(to, j, curve);
-    if (i + 1 < j) {
-        HvBoolArray dropped(0, impl.NumKeys());
-        double const allowed = tolerance * HvReduce_ValueRange(impl, i, j);
-        auto const drop = [&](unsigned int k) { dropped[k] = 1; };
-        if (impl.SegmentKindOf(0) == HvBaseFCurve::LinearSegment) {
-            HvReduce_DropKeysOnLines(impl, i, j, allowed, drop);
-        } else {
-            HvReduce_DropKeysOnSteps(impl, i, j, allowed, drop);
-        }
-
-        typename Impl::Store result(impl);
-        unsigned int kept = 0;
-        for (unsigned int k = 0; k < impl.NumKeys(); ++k) {
-            if (!dropped[k]) {
-                result.keys[kept] = impl.keys[k];
-                result.SetConstraintWord(kept++, impl.ConstraintWord(k));
-            }
-        }
-        if (kept < impl.NumKeys()) {
-            result.RemoveKeyRange(kept, impl.NumKeys() - 1);
-            result.ReleaseSpareKeys();
-            for (unsigned int k = 0; curve.HasUserData() && k < impl.NumKeys(); ++k) {
-                if (dropped[k]) {
-                    curve.RemoveKeyUserData(impl.Parameter(k));
-                }
-            }
-            typename Impl::Store& store = impl;
-            store.Swap(result);
-        }
-    }
-    return before > impl.NumKeys() ? before - impl.NumKeys() : 0;
-}
-
-// Smoothing.
-
-/// The value nearest to a number.
-inline int CFCSingleValue_Nearest(int, double number)
-{
-    return CFCSteppedValue_Rounded(number);
-}
-inline double CFCSingleValue_Nearest(double, double number)
-{
-    return number;
-}
-
-/// Convolves the values of the keys of [from, to] with a kernel. A value that would be no finite
-/// number, or is locked, stays.
-template <class Impl>
-void CFCSingleValue_Smooth(Impl& impl, double from, double to, double const* kernel,
-                           unsigned int kernelSize)
-{
-    unsigned int i;
-    unsigned int j;
-    if (impl.NumKeys() == 0 || !impl.GetKeyIndicesInClosedInterval(from, to, i, j)) {
-        return;
-    }
-    HvDoubleArray values(j - i + 1);
-    for (unsigned int k = i; k <= j; ++k) {
-        values.Add(static_cast<double>(impl.keys[k].value));
-    }
-    values = HvSmooth_Values(values, kernel, kernelSize);
-    for (unsigned int k = i; k <= j; ++k) {
-        auto const old = impl.keys[k].value;
-        auto const value = CFCSingleValue_Nearest(old, values[k - i]);
-        // A first key that keeps its value leaves the value before it alone.
-        if (std::isfinite(values[k - i]) && value != old) {
-            impl.SetValOnExistingKey(k, value);
-        }
-    }
+    CreateNonModifyingKey(from, i, curve);
+    CreateNonModifyingKey(to, j, curve);
+    S::ReduceNumKeys(i, j, tolerance, curve);
+    return before > this->NumKeys() ? before - this->NumKeys() : 0;
 }
 
 #endif
