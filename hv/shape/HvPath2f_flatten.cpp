@@ -45,7 +45,7 @@ bool IsClosed(HvPathTags const& structure, unsigned int last)
 unsigned int AppendAll(HvPathFlattener<float> flattener, HvPoint2fArray& pts,
                        HvPointTagArray& ptTags)
 {
-    HvAppended appended(pts, ptTags);
+    HvAppendedTagged appended(pts, ptTags);
     AppendSubpaths(flattener, &IsAny, pts, ptTags);
     return appended.Keep();
 }
@@ -73,8 +73,7 @@ unsigned int HvPath2f::FlattenSubpath(unsigned int i, double tolerance, HvPoint2
     if (!structure.Has(i)) {
         return 0;
     }
-    HvPointTagArray none;
-    HvAppended appended(pts, none);
+    HvAppended appended(pts);
     flattener.AppendSubpath(structure.FirstOfSubpath(i), structure.LastOfSubpath(i), pts);
     return appended.Keep();
 }
@@ -84,7 +83,7 @@ unsigned int HvPath2f::TransformAndFlattenPath(HvTransfo4 const& transform, doub
 {
     HvShapeLock const lock(*this);
     HvPathFlattener<double> flattener(points, tags, &transform, tolerance);
-    HvAppended appended(pts, ptTags);
+    HvAppendedTagged appended(pts, ptTags);
     unsigned int const count = AppendSubpaths(flattener, &IsAny, pts, ptTags);
     appended.Keep();
     return count;
@@ -96,7 +95,7 @@ unsigned int HvPath2f::TransformAndFlattenClosedSubPaths(HvTransfo4 const& trans
 {
     HvShapeLock const lock(*this);
     HvPathFlattener<double> flattener(points, tags, &transform, tolerance);
-    HvAppended appended(pts, ptTags);
+    HvAppendedTagged appended(pts, ptTags);
     unsigned int const count = AppendSubpaths(flattener, &IsClosed, pts, ptTags);
     appended.Keep();
     return count;
@@ -110,7 +109,7 @@ unsigned int HvPath2f::TransformFlattenAndClipClosedSubPaths(HvTransfo4 const& t
 {
     HvShapeLock const lock(*this);
     HvPathFlattener<double> flattener(points, tags, &transform, tolerance);
-    HvAppended appended(pts, ptTags);
+    HvAppendedTagged appended(pts, ptTags);
     HvPoint2dArray polygon;
     HvPoint2dArray spare;
     unsigned int count = 0;

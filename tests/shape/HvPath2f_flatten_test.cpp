@@ -113,6 +113,17 @@ TEST(HvPath2f_flatten, EmptyPathAndLonePointsGiveNothing)
     EXPECT_EQ(pts.Size(), 4u);
 }
 
+TEST(HvPath2f_flatten, SubpathNeedsNoMemoryWhereThereIsRoom)
+{
+    HvPath2f path(1u);
+    path.Moveto({0, 0});
+    path.Curveto({0, 50}, {50, 50}, {50, 0});
+    HvPoint2fArray pts(1000);
+    AllocationCounter const counter;
+    EXPECT_GT(path.FlattenSubpath(0, 0.01, pts), 10u);
+    EXPECT_EQ(counter.Allocations(), 0);
+}
+
 RC_GTEST_PROP(HvPath2f_flatten, OutlineIsThatOfItsSegments, ())
 {
     HvPath2f const path = RandomOutline();
