@@ -9,7 +9,9 @@
 // given the same polygons, into an image of bytes, by winding: the A8 surface of Cairo, the smooth
 // rasteriser of FreeType, the scanline rasteriser of AGG. Building their outline belongs to their
 // time, as ours takes the points as they come; nobody clears the image. The degenerate case is a
-// raster that the shape covers without an edge within.
+// raster that the shape covers without an edge within. "WriteAlone" writes the bytes that the hard
+// fill writes, row by row, and does nothing else: no fill can be quicker than the memory. The peer
+// of soft fills is OpenCV: its hard fill, then its separable filter with the weights of our kernel.
 
 #include <hv/bezier/HvBezierTool.h>
 #include <hv/raster/polygon_fill.h>
@@ -24,6 +26,9 @@
 #include FT_FREETYPE_H
 #include FT_OUTLINE_H
 #endif
+#if defined(HV_PEER_OPENCV)
+#include <opencv2/imgproc.hpp>
+#endif
 #if defined(HV_PEER_AGG)
 #include <agg2/agg_pixfmt_gray.h>
 #include <agg2/agg_rasterizer_scanline_aa.h>
@@ -31,9 +36,12 @@
 #include <agg2/agg_scanline_p.h>
 #endif
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstring>
 #include <random>
+#include <string>
 #include <vector>
 
 namespace {
@@ -187,16 +195,78 @@ struct AntiAliased {
     }
 };
 
+double Falloff(double x)
+{
+    return 1.0 - x;
+}
+
+/// Of a shape with one span in each row.
+struct WriteAlone {
+    HvUByteRaster raster;
+    std::vector<std::size_t> first, length;  // of the span of each row
+    explicit WriteAlone(int size) : raster(size, size, 0) {}
+    void Fill(Shape const& shape)
+    {
+        if (length.empty()) {
+            Find(shape);
+        }
+        unsigned char* row = raster.data;
+        for (std::size_t y = 0; y < length.size(); ++y, row += raster.width) {
+            std::memset(row + first[y], 255, length[y]);
+        }
+    }
+
+private:
+    void Find(Shape const& shape)
+    {
+        HvPolygons_Fill(shape.Polygons(raster), raster, nullptr);
+        std::size_t const width = static_cast<std::size_t>(raster.width);
+        for (unsigned char const* row = raster.data; row != raster.data + raster.NumPixels();
+             row += width) {
+            auto const isSet = [](unsigned char pixel) { return pixel != 0; };
+            auto const begin = std::find_if(row, row + width, isSet);
+            first.push_back(static_cast<std::size_t>(begin - row));
+            length.push_back(static_cast<std::size_t>(std::count_if(begin, row + width, isSet)));
+        }
+    }
+};
+
 template <int Radius>
 struct Soft {
     HvUByteRaster raster;
     explicit Soft(int size) : raster(size, size, 0) {}
     void Fill(Shape const& shape)
     {
-        HvBlurKernel const kernel(Radius, [](double x) { return 1.0 - x; });
+        HvBlurKernel const kernel(Radius, Falloff);
         HvPolygons_SoftFill(shape.Polygons(raster), kernel, 1.0, raster, nullptr);
     }
 };
+
+#if defined(HV_PEER_OPENCV)
+template <int Radius>
+struct OpenCv {
+    cv::Mat hard, soft;
+    std::vector<cv::Point> corners;
+    explicit OpenCv(int size) : hard(cv::Mat::zeros(size, size, CV_8U)) { cv::setNumThreads(1); }
+    void Fill(Shape const& shape)
+    {
+        constexpr int kFractionBits = 8;
+        corners.clear();
+        for (Point const& p : shape.points) {
+            corners.emplace_back(static_cast<int>(std::ldexp(p.x, kFractionBits)),
+                                 static_cast<int>(std::ldexp(p.y, kFractionBits)));
+        }
+        cv::fillPoly(hard, std::vector<std::vector<cv::Point>>{corners}, cv::Scalar(255),
+                     cv::LINE_8, kFractionBits);
+        HvBlurKernel const kernel(Radius, Falloff);
+        cv::Mat weights;
+        cv::Mat(2 * kernel.Reach() + 1, 1, CV_64F, const_cast<double*>(kernel.Weights()))
+            .convertTo(weights, CV_32F);
+        cv::sepFilter2D(hard, soft, CV_8U, weights, weights, cv::Point(-1, -1), 0.0,
+                        cv::BORDER_CONSTANT);
+    }
+};
+#endif
 
 #if defined(HV_PEER_CAIRO)
 struct Cairo {
@@ -376,8 +446,14 @@ bool const isRegistered = [] {
     Register<Agg>("AGG");
 #endif
     Register<Hard>("Fill");
+    Sizes<WriteAlone>("Circle/WriteAlone", Circle);
+    Sizes<WriteAlone>("CoveredWholly/WriteAlone", Cover);
     Sizes<Soft<2>>("Circle/SoftFill2", Circle);
     Sizes<Soft<32>>("Circle/SoftFill32", Circle);
+#if defined(HV_PEER_OPENCV)
+    Sizes<OpenCv<2>>("Circle/OpenCV2", Circle);
+    Sizes<OpenCv<32>>("Circle/OpenCV32", Circle);
+#endif
     return true;
 }();
 

@@ -76,13 +76,11 @@ public:
         return rows_.Data() + (row - shape_.firstRow) * width_;
     }
 
-    bool TestsInterrupt(std::int64_t) const { return true; }
     void BeginRow(std::int64_t row) { row_ = rows_.Data() + (row - shape_.firstRow) * width_; }
-    void Span(std::int64_t first, std::int64_t last)
+    void AddSpan(std::int64_t first, std::int64_t last)
     {
         AddBlurredRun(kernel_, first - band_.firstColumn, last - band_.firstColumn, row_, width_);
     }
-    void EndRow(std::int64_t) {}
 
 private:
     HvScanWindow const shape_;
@@ -207,8 +205,13 @@ int HvPolygons_SoftFill(HvPolygons const& polygons, HvBlurKernel const& kernel, 
     BlurredRows rows(shape, kernel, raster);
     {
         HvPolygonScanner scanner(polygons, 1.0, shape);
-        if (HvPolygonScanner_Run(scanner, interrupted, rows) == 0) {
-            return 0;
+        for (std::int64_t row = shape.firstRow; row < shape.endRow; ++row) {
+            if (interrupted != nullptr && interrupted() != 0) {
+                return 0;
+            }
+            rows.BeginRow(row);
+            scanner.ScanRow(
+                row, [&](std::int64_t first, std::int64_t last) { rows.AddSpan(first, last); });
         }
     }
     HvScanWindow const& band = rows.Band();

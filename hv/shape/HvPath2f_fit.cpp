@@ -19,7 +19,8 @@ constexpr unsigned int kFittedDegree = 3;
 
 /// How the subpaths that have segments end.
 struct SubpathEnds {
-    /// The last points, mapped as the samples are.
+    /// The last points, mapped: they end runs of samples, which lie in device space, and the fit is
+    /// drawn there.
     HvPoint2fArray points;
     /// 1 where the subpath is closed.
     HvUByteArray isClosed;

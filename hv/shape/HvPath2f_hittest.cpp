@@ -167,7 +167,7 @@ int HvPath2f::IntersectSamplePointsExtent(HvGC const& gc, Extent const& extent, 
     HvPoint2fArray samples(64);
     HvPointTagArray sampleTags(64);
     Sample(gc, samples, sampleTags);
-    HvAppended appended(pts, ptTags);
+    HvAppendedTagged appended(pts, ptTags);
     for (unsigned int i = 0; i < samples.Size(); ++i) {
         if (extent.Contains(samples[i]) != 0) {
             pts.Add(samples[i]);

@@ -43,7 +43,7 @@ unsigned int HvPath2f::Sample(HvGC const& gc, HvPoint2fArray& pts, HvPointTagArr
 {
     HvShapeLock const lock(*this);
     HvPathFlattener<float> flattener(points, tags, &gc.transform, gc.flatness);
-    HvAppended appended(pts, ptTags);
+    HvAppendedTagged appended(pts, ptTags);
     HvPoint2fArray line(64);
     HvDoubleArray lengths(64);
     flattener.VisitSubpaths([&](unsigned int first, unsigned int last) {
@@ -69,7 +69,7 @@ unsigned int HvPath2f::Sample(HvGC const& gc, HvFloatArray const& parameters, Hv
     HvPoint2fArray_ComputeChordLength(line, lineTags, lengths);
     double const total = JoinLengths(lineTags, lengths);
 
-    HvAppended appended(pts, ptTags);
+    HvAppendedTagged appended(pts, ptTags);
     unsigned int next = 0;
     for (unsigned int first = 0; first < line.Size() && next < parameters.Size();) {
         unsigned int last = first;

@@ -50,5 +50,9 @@ PicturePage SmoothStrokePage();
 PicturePage FillPage();
 /// Soft fills of several radii, cut by the shape or not.
 PicturePage SoftFillPage();
+/// Rectangles and ovals by each of their fills.
+PicturePage ShapePage();
+/// Parallelograms and ellipses scanned directly, in every mode.
+PicturePage ScanPage();
 
 #endif

@@ -296,6 +296,86 @@ TEST(polygon_fill, ManyEdgesAreThoseOfTheSlowConverter)
     }
 }
 
+/// A convex polygon: points of a circle in their order, squeezed and moved.
+Points Convex(RandomPolygons& random, double size)
+{
+    std::vector<double> angles(static_cast<std::size_t>(random.Pick(3, 20)));
+    for (double& angle : angles) {
+        angle = random.PickReal(0.0, 6.283185307179586);
+    }
+    std::sort(angles.begin(), angles.end());
+    double const rx = random.PickReal(0.1, 0.5) * size;
+    double const ry = random.PickReal(0.1, 0.5) * size;
+    Points corners;
+    for (double const angle : angles) {
+        corners.emplace_back(0.5 * size + rx * std::cos(angle), 0.5 * size + ry * std::sin(angle));
+    }
+    return corners;
+}
+
+/// Fills hard and anti-aliased by both rules, and slowly.
+void ExpectAsTheSlowConverter(PolygonList const& list, HvUByteRaster const& before)
+{
+    HvFillBox box;
+    if (HvFillBox_FromExtent(list.Extent(), before, box) == 0) {
+        return;
+    }
+    for (int const rule : {kEvenOdd, kWinding}) {
+        HvUByteRaster filled(before);
+        HvUByteRaster expected(before);
+        HvPolygons_Fill(With(list, rule, box), filled, nullptr);
+        SlowFill(list.points, list.tags, rule, Slow(box), expected, {});
+        ASSERT_EQ(Pixels(filled), Pixels(expected));
+        filled = before;
+        expected = before;
+        HvPolygons_AAFill(With(list, rule, box), 1.0, filled, nullptr);
+        SlowAAFill(list.points, list.tags, rule, Slow(box), 1.0, expected, {});
+        ASSERT_EQ(Pixels(filled), Pixels(expected));
+    }
+}
+
+// Rows between upright edges are alike; they begin and end on quarters of rows, at the sides of the
+// raster and beyond.
+TEST(polygon_fill, UprightEdgesAreThoseOfTheSlowConverter)
+{
+    RandomPolygons random(5);
+    for (int i = 0; i < 1500; ++i) {
+        SCOPED_TRACE(testing::Message() << "rectangles " << i);
+        PolygonList list;
+        for (int k = random.Pick(1, 4); k > 0; --k) {
+            auto const coordinate = [&] { return random.Pick(-16, 160) / 8.0; };
+            HvPoint2<double> const a(coordinate(), coordinate());
+            HvPoint2<double> const b(coordinate(), coordinate());
+            list.Add({a, {b.x, a.y}, b, {a.x, b.y}});
+        }
+        HvUByteRaster const raster(random.Pick(0, 18), random.Pick(0, 18), kBefore);
+        ExpectAsTheSlowConverter(list, raster);
+        if (HasFailure()) {
+            return;
+        }
+    }
+}
+
+// Most rows of a plain shape lie between two edges, of any slope, and may be cut at the raster.
+TEST(polygon_fill, PlainShapesAreThoseOfTheSlowConverter)
+{
+    RandomPolygons random(6);
+    for (int i = 0; i < 1500; ++i) {
+        SCOPED_TRACE(testing::Message() << "shape " << i);
+        Points corners;
+        HvPoint2<double> const shift(random.PickReal(-20, 20), random.PickReal(-20, 20));
+        double const lean = random.PickReal(-4, 4);
+        for (HvPoint2<double> const& corner : Convex(random, random.PickReal(1, 60))) {
+            corners.push_back(HvPoint2<double>(corner.x + lean * corner.y, corner.y) + shift);
+        }
+        ExpectAsTheSlowConverter(One(corners),
+                                 HvUByteRaster(random.Pick(1, 40), random.Pick(1, 40), kBefore));
+        if (HasFailure()) {
+            return;
+        }
+    }
+}
+
 // Edges that all cross between two rows would take a move for each pair.
 TEST(polygon_fill, ASheafOfCrossingEdgesIsThatOfTheSlowConverter)
 {
@@ -330,23 +410,6 @@ TEST(polygon_fill, ACombOfManyTeethIsQuick)
 }
 
 // --- area ---------------------------------------------------------------------------------------
-
-/// A convex polygon: points of a circle in their order, squeezed and moved.
-Points Convex(RandomPolygons& random, double size)
-{
-    std::vector<double> angles(static_cast<std::size_t>(random.Pick(3, 20)));
-    for (double& angle : angles) {
-        angle = random.PickReal(0.0, 6.283185307179586);
-    }
-    std::sort(angles.begin(), angles.end());
-    double const rx = random.PickReal(0.1, 0.5) * size;
-    double const ry = random.PickReal(0.1, 0.5) * size;
-    Points corners;
-    for (double const angle : angles) {
-        corners.emplace_back(0.5 * size + rx * std::cos(angle), 0.5 * size + ry * std::sin(angle));
-    }
-    return corners;
-}
 
 double AreaOf(Points const& corners)
 {

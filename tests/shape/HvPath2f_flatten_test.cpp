@@ -8,6 +8,7 @@
 #include <hv/foundation/HvPointTagArray.h>
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvPath2fIter.h>
+#include <hv/shape/internal/polygon_clip.h>
 #include <tests/support/allocation_failure.h>
 
 #include "outline_paths.h"
@@ -15,6 +16,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <new>
@@ -111,6 +113,17 @@ TEST(HvPath2f_flatten, EmptyPathAndLonePointsGiveNothing)
     EXPECT_EQ(path.FlattenSubpath(99, 1, pts), 0u);
     EXPECT_EQ(path.FlattenSubpath(2, 1, pts), 2u);
     EXPECT_EQ(pts.Size(), 4u);
+}
+
+TEST(HvPath2f_flatten, SubpathNeedsNoMemoryWhereThereIsRoom)
+{
+    HvPath2f path(1u);
+    path.Moveto({0, 0});
+    path.Curveto({0, 50}, {50, 50}, {50, 0});
+    HvPoint2fArray pts(1000);
+    AllocationCounter const counter;
+    EXPECT_GT(path.FlattenSubpath(0, 0.01, pts), 10u);
+    EXPECT_EQ(counter.Allocations(), 0);
 }
 
 RC_GTEST_PROP(HvPath2f_flatten, OutlineIsThatOfItsSegments, ())
@@ -219,6 +232,76 @@ TEST(HvPath2f_flatten, ClippedPolygonsAreClosedAndCounted)
               1u);
     EXPECT_EQ(InDouble(pts), (Points{{1, 2}, {1, 0}, {2, 0}, {2, 2}, {1, 2}}));
     EXPECT_EQ(TagsOf(tags), (std::vector<int>{0, 1, 1, 1, 2}));
+}
+
+// What lies beyond a side is not flattened; nobody can tell. The rectangle is small against the
+// path, at its rim, or beside it, as that of a single pixel is.
+RC_GTEST_PROP(HvPath2f_flatten, ClippedPolygonsAreThoseOfTheWholeOutline, ())
+{
+    HvPath2f const path = RandomOutline();
+    HvTransfo4 transform;
+    transform.Translate(PickInRange(-8, 9), PickInRange(-8, 9), 0.0);
+    transform.ScaleXY(PickInRange(-4, 5), PickInRange(1, 5) / 3.0, HvPoint2<double>(3, 4));
+    double const tolerance = std::ldexp(1.0, -PickInRange(-2, 8));
+    for (int k = 0; k < 20; ++k) {
+        double const x = PickInRange(-100, 201) / 4.0;
+        double const y = PickInRange(-100, 201) / 4.0;
+        HvExtent2<double> const clip(x, y, x + PickInRange(0, 40) / 4.0,
+                                     y + PickInRange(0, 40) / 4.0);
+        HvPoint2dArray expected;
+        unsigned int count = 0;
+        HvPath2fIter subpaths(path);
+        unsigned int first = 0;
+        unsigned int last = 0;
+        while (subpaths.GetNextSubPathIndices(first, last) != 0) {
+            HvPoint2dArray polygon;
+            HvPoint2dArray spare;
+            HvPointTagArray tags;
+            if (last - first < 2 || HvPath2f(path, first, last)
+                                            .TransformAndFlattenClosedSubPaths(
+                                                transform, tolerance, polygon, tags) == 0) {
+                continue;
+            }
+            polygon.Chop(polygon.Size() - 1);
+            HvPolygon_Clip(polygon, clip, spare);
+            if (polygon.Size() != 0) {
+                expected.Add(polygon);
+                expected.Add(polygon[0]);
+                ++count;
+            }
+        }
+        HvPoint2dArray clipped;
+        HvPointTagArray tags;
+        RC_ASSERT(path.TransformFlattenAndClipClosedSubPaths(transform, tolerance, clip, clipped,
+                                                             tags) == count);
+        RC_ASSERT(InDouble(clipped) == InDouble(expected));
+        RC_ASSERT(tags.Size() == clipped.Size());
+    }
+}
+
+// A turn around the rectangle beyond all its sides, from side to side and across corners.
+TEST(HvPath2f_flatten, OutlineAroundTheRectangleIsTheRectangle)
+{
+    HvPath2f path(1u);
+    path.Moveto({-20, 1});
+    path.Curveto({-20, -20}, {-30, -40}, {3, -20});
+    path.Curveto({30, -20}, {60, -60}, {20, 2});
+    path.Lineto({20, 25});
+    path.Curveto({19, 30}, {-20, 40}, {-20, 22});
+    path.Lineto({-20, 1});
+    path.Closeto();
+    HvPoint2dArray pts;
+    HvPointTagArray tags;
+    EXPECT_EQ(
+        path.TransformFlattenAndClipClosedSubPaths(HvTransfo4(), 0.01, {0, 0, 4, 4}, pts, tags),
+        1u);
+    for (HvPoint2<double> const& corner : {HvPoint2<double>(0, 0), HvPoint2<double>(4, 0),
+                                           HvPoint2<double>(4, 4), HvPoint2<double>(0, 4)}) {
+        EXPECT_NE(std::find(pts.begin(), pts.end(), corner), pts.end());
+    }
+    for (HvPoint2<double> const& p : pts) {
+        EXPECT_TRUE(p.x == 0 || p.x == 4 || p.y == 0 || p.y == 4) << p.x << " " << p.y;
+    }
 }
 
 TEST(HvPath2f_flatten, DoubleFormNeverNarrows)

@@ -53,13 +53,34 @@ public:
         step_ = zones_.Data();
     }
 
+    /// Pixels of a row that were written.
+    struct Written {
+        std::size_t first;
+        std::size_t end;
+    };
+
     /// Writes the coverage of the pixels from the leftmost to the rightmost that has a point, into
     /// a row that starts where this one does, and starts the next row of pixels.
-    void Flush(unsigned char* row);
+    Written Flush(unsigned char* row);
+
+    /// Subcolumns of a subrow; the end is not included.
+    struct Span {
+        std::size_t first;
+        std::size_t end;
+    };
+
+    static constexpr std::size_t kSubrows = 4;
+
+    /// Writes a whole row of pixels each of whose subrows has one span, not empty: the quick way
+    /// when that is known beforehand. No span may have been added to the row.
+    Written WriteSingleSpans(Span const (&spans)[kSubrows], unsigned char* row) const;
 
 private:
     static constexpr std::size_t kPointsAcross = 4;
-    static constexpr std::size_t kPoints = 16;
+    static constexpr std::size_t kPoints = kPointsAcross * kSubrows;
+
+    void WriteCounted(Span const (&spans)[kSubrows], std::size_t first, std::size_t end,
+                      unsigned char* row) const;
 
     /// What the steps in a pixel change, `within` in its count and `behind` in that of the next
     /// pixel beyond that: within + 65536 * behind, so that a step is one addition. Neither exceeds

@@ -31,7 +31,7 @@ HvPolygonScanner::HvPolygonScanner(HvPolygons const& polygons, double scale,
       firstColumn_(static_cast<double>(window.firstColumn)),
       endColumn_(window.firstColumn < window.endColumn ? static_cast<double>(window.endColumn)
                                                        : -std::numeric_limits<double>::infinity()),
-      isEvenOdd_(polygons.fillRule == 0),
+      lastColumn_(static_cast<double>(window.endColumn) - 0.5), isEvenOdd_(polygons.fillRule == 0),
       numPoints_(std::min(polygons.points.Size(), polygons.tags.Size())),
       nextEvent_(window.firstRow), waiting_(numPoints_), active_(numPoints_)
 {
@@ -122,8 +122,10 @@ void HvPolygonScanner::ExchangeEdges(std::int64_t row)
     }
     MergeWaiting(row);
     nextEvent_ = nextWaiting_ < numWaiting_ ? waiting_[nextWaiting_].row : window_.endRow;
+    areEdgesUpright_ = true;
     for (std::size_t i = 0; i < numActive_; ++i) {
         nextEvent_ = std::min(nextEvent_, active_[i].endRow);
+        areEdgesUpright_ = areEdgesUpright_ && active_[i].slope == 0.0;
     }
     // By winding too, the two edges of a convex shape are a pair: the quicker walk serves it.
     areSpansPairs_ =

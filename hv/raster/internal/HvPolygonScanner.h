@@ -9,6 +9,7 @@
 #include <hv/raster/internal/HvScratchArray.h>
 #include <hv/raster/polygon_fill.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -20,6 +21,12 @@ struct HvScanWindow {
     std::int64_t endRow;
     std::int64_t firstColumn;
     std::int64_t endColumn;
+};
+
+/// Columns of a row, the last one included.
+struct HvScanSpan {
+    std::int64_t first;
+    std::int64_t last;
 };
 
 /// Goes down the rows of a window and gives the spans of each.
@@ -37,21 +44,55 @@ public:
     /// Edges that come within the window; a row has at most as many active ones.
     std::size_t NumEdges() const { return numWaiting_; }
 
-    /// Calls span(first, last), last included, for each span of a row, from left to right. Rows
-    /// come in ascending order from the window's first, none left out.
+    // Rows come in ascending order from the window's first; none is left out but those that
+    // NumRowsAlike allows.
+
+    /// Calls span(first, last), last included, for each span of a row, from left to right.
     template <class Span>
     void ScanRow(std::int64_t row, Span&& span)
     {
-        if (row >= nextEvent_) {
-            ExchangeEdges(row);
-        } else if (!isSorted_) {
-            SortActive();
-        }
+        PrepareRow(row);
         if (areSpansPairs_) {
             WalkPairs(span);
         } else {
             WalkWinding(span);
         }
+    }
+
+    /// Rows from `row` on, at least 1, that have the very spans of `row`: its edges are upright.
+    /// Once `row` is scanned the others may be left out.
+    std::int64_t NumRowsAlike(std::int64_t row)
+    {
+        PrepareRow(row);
+        return areEdgesUpright_ ? nextEvent_ - row : 1;
+    }
+
+    /// Scans `Count` rows at once when there is one span in each of them between the same two
+    /// edges, as in most rows of a plain shape.
+    ///
+    /// @return  whether it is so; otherwise nothing is scanned.
+    template <std::size_t Count>
+    bool ScanSingleSpans(std::int64_t row, HvScanSpan (&spans)[Count])
+    {
+        PrepareRow(row);
+        if (numActive_ != 2 || !areSpansPairs_ ||
+            nextEvent_ - row < static_cast<std::int64_t>(Count)) {
+            return false;
+        }
+        double left = active_[0].x;
+        double right = active_[1].x;
+        for (HvScanSpan& span : spans) {
+            if (!IsVisible(left, right)) {
+                return false;
+            }
+            span = Cut(left, right);
+            left += active_[0].slope;
+            right += active_[1].slope;
+        }
+        active_[0].x = left;
+        active_[1].x = right;
+        isSorted_ = !(right < left);
+        return true;
     }
 
 private:
@@ -73,6 +114,15 @@ private:
     void AddEdge(std::size_t from, std::size_t to, std::int64_t fromRow, std::int64_t toRow);
     std::int64_t FirstRowAtOrBelow(double y) const;
     void SortWaiting();
+    /// Makes the active edges those of the row, in their order there.
+    void PrepareRow(std::int64_t row)
+    {
+        if (row >= nextEvent_) {
+            ExchangeEdges(row);
+        } else if (!isSorted_) {
+            SortActive();
+        }
+    }
     void ExchangeEdges(std::int64_t row);
     void RemoveEnded(std::int64_t row);
     void MergeWaiting(std::int64_t row);
@@ -133,19 +183,26 @@ private:
         }
     };
 
-    /// Gives the span when it has a width, cut to the window. Only ends within are converted, which
-    /// are not negative, so that cutting toward zero is rounding down.
+    /// Whether a span has a width, and columns in the window.
+    bool IsVisible(double left, double right) const
+    {
+        return right > left && left < endColumn_ && right >= firstColumn_;
+    }
+
+    /// A visible span, cut to the window. What is converted lies within and is not negative, so
+    /// that cutting toward zero is rounding down.
+    HvScanSpan Cut(double left, double right) const
+    {
+        return {static_cast<std::int64_t>(std::max(left, firstColumn_)),
+                static_cast<std::int64_t>(std::min(right, lastColumn_))};
+    }
+
     template <class Span>
     void Emit(double left, double right, Span& span) const
     {
-        if (!(right > left)) {
-            return;
-        }
-        if (left >= firstColumn_ && right < endColumn_) {
-            span(static_cast<std::int64_t>(left), static_cast<std::int64_t>(right));
-        } else if (left < endColumn_ && right >= firstColumn_) {
-            span(left >= firstColumn_ ? static_cast<std::int64_t>(left) : window_.firstColumn,
-                 right < endColumn_ ? static_cast<std::int64_t>(right) : window_.endColumn - 1);
+        if (IsVisible(left, right)) {
+            HvScanSpan const cut = Cut(left, right);
+            span(cut.first, cut.last);
         }
     }
 
@@ -153,9 +210,11 @@ private:
     HvScanWindow const window_;
     double const scale_;
     double const firstColumn_;
-    double const endColumn_;  // below all numbers when there is no column
+    double const endColumn_;   // below all numbers when there is no column
+    double const lastColumn_;  // its middle
     bool const isEvenOdd_;
-    bool areSpansPairs_ = true;  // whether each span lies between two edges, whatever the rule
+    bool areSpansPairs_ = true;    // whether each span lies between two edges, whatever the rule
+    bool areEdgesUpright_ = true;  // whether no active edge moves
     bool isSorted_ = true;
     std::size_t numPoints_;
     std::size_t numWaiting_ = 0;
@@ -165,29 +224,5 @@ private:
     HvScratchArray<WaitingEdge> waiting_;
     HvScratchArray<Edge> active_;
 };
-
-/// Runs a scan to its end with a policy that says what a span does:
-///
-///     bool TestsInterrupt(row)  whether `interrupted` is asked before the row
-///     void BeginRow(row)
-///     void Span(first, last)    columns, last included
-///     void EndRow(row)
-///
-/// @return  1; 0 when `interrupted` said so.
-template <class SpanPolicy>
-int HvPolygonScanner_Run(HvPolygonScanner& scanner, HvInterrupt interrupted, SpanPolicy& policy)
-{
-    HvScanWindow const& window = scanner.Window();
-    for (std::int64_t row = window.firstRow; row < window.endRow; ++row) {
-        if (interrupted != nullptr && policy.TestsInterrupt(row) && interrupted() != 0) {
-            return 0;
-        }
-        policy.BeginRow(row);
-        scanner.ScanRow(row,
-                        [&](std::int64_t first, std::int64_t last) { policy.Span(first, last); });
-        policy.EndRow(row);
-    }
-    return 1;
-}
 
 #endif

@@ -39,23 +39,38 @@ public:
         return transform_ == nullptr ? p : transform_->Map(p);
     }
 
-    /// Appends the polyline of the segment whose start is `start` and whose other points follow it
-    /// up to `end`, without its first point.
-    void AppendSegment(unsigned int start, unsigned int end, Points& out)
+    /// The control points of a segment, mapped.
+    struct Segment {
+        HvPoint2<T> points[kHvPathMaxDegree + 1];
+        unsigned int degree;
+    };
+
+    /// The segment whose start is `start` and whose other points follow it up to `end`.
+    Segment MappedSegment(unsigned int start, unsigned int end) const
     {
-        HvPoint2<T> segment[kHvPathMaxDegree + 1];
-        unsigned int const degree = end - start;
-        for (unsigned int k = 0; k <= degree; ++k) {
-            segment[k] = HvPoint2<T>(points_[start + k]);
+        Segment segment;
+        segment.degree = end - start;
+        for (unsigned int k = 0; k <= segment.degree; ++k) {
+            segment.points[k] = HvPoint2<T>(points_[start + k]);
         }
         if (transform_ != nullptr) {
-            transform_->MapInPlace(segment, degree + 1);
+            transform_->MapInPlace(segment.points, segment.degree + 1);
         }
-        if (degree == 3) {
-            AppendCubic(segment, out);
+        return segment;
+    }
+
+    /// Appends the polyline of a segment without its first point.
+    void AppendSegment(Segment const& segment, Points& out)
+    {
+        if (segment.degree == 3) {
+            AppendCubic(segment.points, out);
         } else {
-            tool_.Flatten(segment, 0, degree, tolerance_, &out, 1);
+            tool_.Flatten(segment.points, 0, segment.degree, tolerance_, &out, 1);
         }
+    }
+    void AppendSegment(unsigned int start, unsigned int end, Points& out)
+    {
+        AppendSegment(MappedSegment(start, end), out);
     }
 
     /// Calls `visit(start, end)` for each segment from `first` to `last`, points of one subpath;
