@@ -22,6 +22,8 @@
 
 #include <hv/bezier/internal/cubic_fitter.h>
 
+#include <hv/bezier/internal/float_point.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -55,17 +57,6 @@ constexpr double kBulgeShare = 0.3;
 constexpr double kLongPause = 0.1;
 
 using Point = HvPoint2<double>;
-
-float ToFloat(double value)
-{
-    constexpr double kGreatest = std::numeric_limits<float>::max();
-    return static_cast<float>(std::min(std::max(value, -kGreatest), kGreatest));
-}
-
-HvPoint2<float> ToFloat(Point const& p)
-{
-    return {ToFloat(p.x), ToFloat(p.y)};
-}
 
 bool IsFinite(Point const& p)
 {
@@ -309,8 +300,8 @@ HvCubicFitter::Handles HvCubicFitter::ThirdsOfChord(HvFitTangents const& tangent
 
 void HvCubicFitter::SetHandles(Handles const& handles)
 {
-    cubic_[1] = ToFloat(Point(cubic_[0]) + handles.start);
-    cubic_[2] = ToFloat(Point(cubic_[3]) + handles.end);
+    cubic_[1] = HvFloatPoint_Nearest(Point(cubic_[0]) + handles.start);
+    cubic_[2] = HvFloatPoint_Nearest(Point(cubic_[3]) + handles.end);
     start_ = Point(cubic_[0]);
     Point const d0 = Point(cubic_[1]) - start_;
     Point const d1 = Point(cubic_[2]) - Point(cubic_[1]);
