@@ -339,6 +339,9 @@ TYPED_TEST(HvSpline_points, MeetsPointsAtTheEndsOfTheNumberRange)
         this->Make({make(0, 0, 0), make(5e-324, 0, 0), make(0, 5e-324, 0), make(1, 1, 1)}),
         this->Make({make(1e200, 0, 0), make(1e200, 1, 0), make(1e200, 2, 1), make(1e200, 0, 0),
                     make(1e200, -7, 3)}),
+        // Steps that are lost beside the length before them.
+        this->Make({make(0, 0, 0), make(1e20, 0, 0), make(1e20, 1, 0), make(1e20, 2, 1),
+                    make(1e20, 0, 0)}),
         this->Make({make(1e-200, 0, 1e-200), make(0, 1e-200, 0), make(-1e-200, 1e-200, 0),
                     make(3e-200, -1e-200, 0)}),
         this->Make({make(1e154, 0, 0), make(-1e154, 1e154, 3e153), make(0, 0, 1e154),
