@@ -9,6 +9,8 @@
 
 #include <hv/bezier/internal/outline_fitter.h>
 
+#include <hv/bezier/internal/distinct_points.h>
+
 #include <algorithm>
 #include <limits>
 
@@ -37,25 +39,11 @@ constexpr int kEveningRounds = 4;
 
 HvOutlineFitter::HvOutlineFitter(HvPoint2fArray const& points, bool isClosed,
                                  double cornerCosSquared, double tolerance)
-    : points_(Distinct(points, isClosed)), lengths_(LengthsOf(points_)), isClosed_(isClosed),
-      tolerance_(tolerance), directions_(points_, lengths_, isClosed, cornerCosSquared, tolerance),
+    : points_(HvDistinctPoints_Of(points, isClosed)), lengths_(LengthsOf(points_)),
+      isClosed_(isClosed), tolerance_(tolerance),
+      directions_(points_, lengths_, isClosed, cornerCosSquared, tolerance),
       fitter_(points_.Data(), lengths_.Data())
 {
-}
-
-HvPoint2fArray HvOutlineFitter::Distinct(HvPoint2fArray const& points, bool isClosed)
-{
-    HvPoint2fArray distinct(points.Size() + 1);
-    distinct.Add(points[0]);
-    for (HvPoint2<float> const& p : points) {
-        if (p != distinct[distinct.Size() - 1]) {
-            distinct.Add(p);
-        }
-    }
-    if (isClosed && distinct[distinct.Size() - 1] != distinct[0]) {
-        distinct.Add(distinct[0]);
-    }
-    return distinct;
 }
 
 HvDoubleArray HvOutlineFitter::LengthsOf(HvPoint2fArray const& points)
