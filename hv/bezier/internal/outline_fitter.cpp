@@ -12,15 +12,16 @@
 #include <hv/bezier/internal/distinct_points.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace {
 
 /// For most stretches: it finds whether a cubic would do, and most would not.
-constexpr HvFitEffort kTrial = {4, 48, 5.0};
+constexpr HvFitEffort kTrial = {4, 48, 5.0, 0.95};
 /// For a run as a whole, which is one cubic when it was drawn as one: the parameters then need more
 /// rounds.
-constexpr HvFitEffort kWholeRun = {64, 256, 1e6};
+constexpr HvFitEffort kWholeRun = {64, 256, 1e6, 0.98};
 /// A free end needs two more points than its handle has unknowns; with fewer, it would follow
 /// their noise.
 constexpr unsigned int kLeastInnerPointsOfFreeEnd = 3;
@@ -51,7 +52,9 @@ HvDoubleArray HvOutlineFitter::LengthsOf(HvPoint2fArray const& points)
     HvDoubleArray lengths(points.Size());
     lengths.Add(0.0);
     for (unsigned int i = 1; i < points.Size(); ++i) {
-        lengths.Add(lengths[i - 1] + HvPoint2_LengthAB(points[i - 1], points[i]));
+        // Squares of floats neither overflow nor vanish in double.
+        double const squared = HvPoint2_SquaredLengthAB(points[i - 1], points[i]);
+        lengths.Add(lengths[i - 1] + std::sqrt(squared));
     }
     return lengths;
 }
