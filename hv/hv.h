@@ -66,7 +66,10 @@
 #include <hv/bezier/HvBezierTool_locate.h>
 #include <hv/bezier/HvBezierTool_split.h>
 #include <hv/bezier/HvFlattenedRuns.h>
+#include <hv/bezier/HvSpline.h>
 #include <hv/bezier/HvSpline1d.h>
+#include <hv/bezier/HvSpline2d.h>
+#include <hv/bezier/HvSpline3d.h>
 #include <hv/bezier/cubic_split.h>
 #include <hv/bezier/line_clip.h>
 #include <hv/bezier/quadratic.h>

@@ -137,6 +137,29 @@ public:
     unsigned int ClosedFit(HvPoint2fArray const& points, double cornerCosSquared,
                            unsigned int degree, double tolerance, int flag, HvBezierSink& sink);
 
+    // Smooth curves that go through every point, however close: one cubic for each step of the
+    // polyline.
+
+    /// Draws the centripetal Catmull-Rom spline through the points of an open polyline.
+    ///
+    /// @param points        repeated points count once.
+    /// @param sink          takes the cubics.
+    /// @param continuePath  0: a Moveto to the first point comes first. Otherwise none does.
+    /// @return              points added: 3 for each cubic and 1 for a Moveto. 0, with nothing
+    /// drawn,
+    ///                      for fewer than two points and points that are not finite.
+    ///
+    /// At a point the curve goes along the bisector of the polyline's turn, and neighbouring cubics
+    /// join in one direction; where the polyline turns straight back their handles collapse. No
+    /// cubic has a cusp or a loop. The ends go on as they begin: the steps beyond them are the
+    /// mirror images of the second and the last but one. Points that are all equal give one
+    /// collapsed cubic. Without memory nothing is drawn. Cost: proportional to the points.
+    unsigned int OpenCatmullRomFit(HvPoint2fArray const& points, HvBezierSink& sink,
+                                   int continuePath);
+    /// The same for a closed polyline, whose last point may repeat the first: smooth at the seam
+    /// too. A Moveto comes first and a Closeto last.
+    unsigned int ClosedCatmullRomFit(HvPoint2fArray const& points, HvBezierSink& sink);
+
     // The steps of Flatten. `points` are `degree` + 1 control points of the piece at hand; the
     // output pointer that `outputIsDouble` names must be set where points are appended. Above
     // degree 8 they do nothing.

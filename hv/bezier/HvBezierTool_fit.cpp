@@ -16,6 +16,8 @@ namespace {
 
 /// Rounds beyond this gain nothing that a caller would see.
 constexpr unsigned int kMostRounds = 32;
+/// A round must leave less than this share of the squared distances for another one to follow.
+constexpr double kWorthwhileShare = 0.98;
 
 int FitOne(HvPoint2fArray const& points, HvDoubleArray const& parameters, unsigned int first,
            unsigned int last, HvFitTangents const& tangents, double tolerance,
@@ -26,7 +28,7 @@ int FitOne(HvPoint2fArray const& points, HvDoubleArray const& parameters, unsign
     }
     HvFitEffort const effort = {std::min(maxIterations, kMostRounds),
                                 std::numeric_limits<unsigned int>::max(),
-                                std::numeric_limits<double>::infinity()};
+                                std::numeric_limits<double>::infinity(), kWorthwhileShare};
     HvCubicFitter fitter(points.Data(), parameters.Data());
     if (fitter.Fit(first, last, tangents, tolerance, effort)) {
         std::copy_n(fitter.Cubic(), 4, cubic);

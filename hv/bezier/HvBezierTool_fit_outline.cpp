@@ -6,10 +6,8 @@
 #include <hv/bezier/HvBezierTool.h>
 
 #include <hv/bezier/HvBezierSink.h>
+#include <hv/bezier/internal/distinct_points.h>
 #include <hv/bezier/internal/outline_fitter.h>
-
-#include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -19,9 +17,7 @@ constexpr unsigned int kFittedDegree = 3;
 bool CanFit(HvPoint2fArray const& points, unsigned int degree, double tolerance)
 {
     return points.Size() >= 2 && degree == kFittedDegree && tolerance >= 0.0 &&
-           std::all_of(points.begin(), points.end(), [](HvPoint2<float> const& p) {
-               return std::isfinite(p.x) && std::isfinite(p.y);
-           });
+           HvDistinctPoints_AreFinite(points);
 }
 
 }  // namespace

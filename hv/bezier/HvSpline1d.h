@@ -6,60 +6,9 @@
 #ifndef HV_BEZIER_HVSPLINE1D_H
 #define HV_BEZIER_HVSPLINE1D_H
 
-#include <hv/foundation/HvDoubleArray.h>
-#include <hv/foundation/HvMemory.h>
+#include <hv/bezier/HvSpline.h>
 
-/// A piecewise cubic function y(x) over strictly rising knots, with a value and a derivative at
-/// each knot.
-///
-/// A new spline has no knots. Not thread-safe: several threads may read one spline, not write it.
-class HV_API HvSpline1d : public HvAllocated {
-public:
-    /// How a spline is fitted.
-    enum Kind {
-        ContinuousDerivative = 20  ///< left and right derivatives are equal at every knot
-    };
-
-    /// Replaces the spline by one that meets every sample within a tolerance, with few knots.
-    ///
-    /// The knots are samples and the spline goes through them; first and last sample are knots.
-    /// Where the samples have a corner or a jump, knots at neighbouring samples stand for it.
-    ///
-    /// @param x          strictly rising.
-    /// @param y          as many values as `x`.
-    /// @param tolerance  greatest |Eval(x[i]) - y[i]|, in the unit of y; 0 or above. A
-    ///                   tolerance within the noise of the samples keeps many of them as knots.
-    /// @param kind       a Kind.
-    /// @return           1; 0, with the spline as it was, for fewer than two samples, arrays of
-    ///                   different sizes, an x that does not rise, a number or a range of x that is
-    ///                   not finite, a tolerance that is negative or NaN, or an unknown kind.
-    ///
-    /// Not promised: the least number of knots. Cost: O(n log n) for n samples. Source: least
-    /// squares over the derivatives at given knots, and slopes as in Akima, "A new method of
-    /// interpolation and smooth curve fitting based on local procedures", 1970, where no sample
-    /// lies between them; knots by halving, as in Schneider, "An algorithm for automatically
-    /// fitting digitized curves", Graphics Gems, 1990, and then by removal.
-    int OpenFit(HvDoubleArray const& x, HvDoubleArray const& y, double tolerance, int kind);
-
-    /// 0, or 2 and more.
-    unsigned int NumKnots() const { return knots_.Size(); }
-    /// The x of knot `i`, i < NumKnots().
-    double Knot(unsigned int i) const { return knots_[i]; }
-    /// The y at knot `i`.
-    double Value(unsigned int i) const { return values_[i]; }
-    /// The derivative at knot `i` of the piece on its left; at the first knot, that on its right.
-    double LeftDerivative(unsigned int i) const { return derivatives_[i]; }
-    /// The derivative at knot `i` of the piece on its right; at the last knot, that on its left.
-    double RightDerivative(unsigned int i) const { return derivatives_[i]; }
-
-    /// The value at `x`; beyond the first and the last knot on the straight line that goes on
-    /// there. At a knot exactly its value; for NaN NaN; without knots 0. Cost: O(log NumKnots()).
-    double Eval(double x) const;
-
-private:
-    HvDoubleArray knots_;
-    HvDoubleArray values_;
-    HvDoubleArray derivatives_;
-};
+/// A piecewise cubic function y(x) of numbers. All that it does is HvSpline's.
+class HV_API HvSpline1d : public HvSpline<double> {};
 
 #endif

@@ -22,6 +22,8 @@
 
 #include <hv/bezier/internal/cubic_fitter.h>
 
+#include <hv/bezier/internal/float_point.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -36,8 +38,6 @@ constexpr double kDegenerateShare = 1e-11;
 /// A handle shorter than this share of the chord counts as negative: its direction would be lost
 /// in rounding to float.
 constexpr double kLeastHandleShare = 1e-5;
-/// A round that leaves more than this share of the sum of squared distances ends the rounds.
-constexpr double kWorthwhileShare = 0.98;
 /// The weight of a squared difference along the curve beside one across it: enough to keep the
 /// system regular on straight stretches.
 constexpr double kAlongWeight = 0.01;
@@ -56,17 +56,6 @@ constexpr double kLongPause = 0.1;
 
 using Point = HvPoint2<double>;
 
-float ToFloat(double value)
-{
-    constexpr double kGreatest = std::numeric_limits<float>::max();
-    return static_cast<float>(std::min(std::max(value, -kGreatest), kGreatest));
-}
-
-HvPoint2<float> ToFloat(Point const& p)
-{
-    return {ToFloat(p.x), ToFloat(p.y)};
-}
-
 bool IsFinite(Point const& p)
 {
     return std::isfinite(p.x) && std::isfinite(p.y);
@@ -81,6 +70,21 @@ Point Usable(Point const& tangent)
 {
     return IsFinite(tangent) ? tangent : Point();
 }
+
+/// The matrix (xx xy; xy yy).
+struct Symmetric {
+    double xx = 0.0;
+    double xy = 0.0;
+    double yy = 0.0;
+
+    void Add(Symmetric const& other, double factor)
+    {
+        xx += other.xx * factor;
+        xy += other.xy * factor;
+        yy += other.yy * factor;
+    }
+    Point Times(Point const& p) const { return {xx * p.x + xy * p.y, xy * p.x + yy * p.y}; }
+};
 
 /// Solves a symmetric positive system, given by its lower triangle, in place by Cholesky's method;
 /// false when it is degenerate.
@@ -139,9 +143,11 @@ bool HvCubicFitter::Fit(unsigned int first, unsigned int last, HvFitTangents con
         if (error <= tolerance) {
             return true;
         }
+        // Rounds across the curve may also lead astray; then the others go on.
         bool const isHopeless = !(error <= tolerance * effort.hopelessErrors);
-        bool const improves = sumOfSquares < before * kWorthwhileShare;
-        if (isHopeless || !(improves || isAcross) || round == effort.rounds) {
+        bool const improves = sumOfSquares < before * effort.worthwhileShare;
+        bool const isAstray = isAcross && !(sumOfSquares <= before);
+        if (isHopeless || !(improves || isAstray) || round == effort.rounds) {
             return false;
         }
         isAcross = isAcross && improves;
@@ -155,10 +161,17 @@ void HvCubicFitter::ChooseSamples(unsigned int first, unsigned int last, unsigne
     first_ = first;
     last_ = last;
     worst_ = first + (last - first) / 2;
-    samples_.Chop(0);
-    places_.Chop(0);
     unsigned int const inner = last - first - 1;
     unsigned int const count = std::min(inner, most);
+    samples_.count = count;
+    if (samples_.at.Size() < count) {
+        samples_.at.Resize(count);
+        for (HvDoubleArray* const array :
+             {&samples_.x, &samples_.y, &samples_.places, &samples_.squares, &samples_.nextPlaces,
+              &samples_.nextSquares}) {
+            array->Resize(count);
+        }
+    }
     double const from = parameters_[first];
     double const span = parameters_[last] - from;
     for (unsigned int i = 0; i < count; ++i) {
@@ -169,8 +182,10 @@ void HvCubicFitter::ChooseSamples(unsigned int first, unsigned int last, unsigne
         if (!(u >= 0.0 && u <= 1.0)) {
             u = double(at - first) / double(last - first);
         }
-        samples_.Add(at);
-        places_.Add(u);
+        samples_.at[i] = at;
+        samples_.x[i] = double(points_[at].x);
+        samples_.y[i] = double(points_[at].y);
+        samples_.places[i] = u;
     }
 }
 
@@ -183,12 +198,12 @@ bool HvCubicFitter::Solve(HvFitTangents const& tangents, Handles& handles) const
     double c = 0.0;
     Point r;
     Point s;
-    for (unsigned int i = 0; i < samples_.Size(); ++i) {
-        double const u = places_[i];
+    for (unsigned int i = 0; i < samples_.count; ++i) {
+        double const u = samples_.places[i];
         double const v = 1.0 - u;
         double const b1 = 3.0 * u * v * v;
         double const b2 = 3.0 * u * u * v;
-        Point const d = Point(points_[samples_[i]]) - p0 - chord * (b2 + u * u * u);
+        Point const d = Point(samples_.x[i], samples_.y[i]) - p0 - chord * (b2 + u * u * u);
         a += b1 * b1;
         b += b1 * b2;
         c += b2 * b2;
@@ -241,6 +256,34 @@ bool HvCubicFitter::Solve(HvFitTangents const& tangents, Handles& handles) const
 /// clouds by curvature-based squared distance minimization", 2006, tangent distance.
 bool HvCubicFitter::SolveAcross(HvFitTangents const& tangents, Handles& handles) const
 {
+    // Of the system for both handles, whose blocks are sums over symmetric matrices: across a
+    // direction t of the curve a product a b counts as a b - share (a t) (b t).
+    Symmetric startStart;
+    Symmetric startEnd;
+    Symmetric endEnd;
+    Point startRight;
+    Point endRight;
+    Point const p0(cubic_[0]);
+    Point const chord = Point(cubic_[3]) - p0;
+    for (unsigned int i = 0; i < samples_.count; ++i) {
+        double const u = samples_.places[i];
+        double const v = 1.0 - u;
+        double const b1 = 3.0 * u * v * v;
+        double const b2 = 3.0 * u * u * v;
+        Point const d = Point(samples_.x[i], samples_.y[i]) - p0 - chord * (b2 + u * u * u);
+        Point const t =
+            coefficients_[0] + (coefficients_[1] * 2.0 + coefficients_[2] * (3.0 * u)) * u;
+        double const speed = SquaredLength(t);
+        double const share = speed > 0.0 ? (1.0 - kAlongWeight) / speed : 0.0;
+        Symmetric const across = {1.0 - share * t.x * t.x, -share * t.x * t.y,
+                                  1.0 - share * t.y * t.y};
+        startStart.Add(across, b1 * b1);
+        startEnd.Add(across, b1 * b2);
+        endEnd.Add(across, b2 * b2);
+        Point const right = across.Times(d);
+        startRight = startRight + right * b1;
+        endRight = endRight + right * b2;
+    }
     // The unknowns: a factor of each given direction, or both coordinates of a free handle.
     struct Unknown {
         bool isStart;
@@ -258,32 +301,17 @@ bool HvCubicFitter::SolveAcross(HvFitTangents const& tangents, Handles& handles)
     };
     add(true, tangents.hasStart, tangents.start);
     add(false, tangents.hasEnd, -tangents.end);
-
-    Point const p0(cubic_[0]);
-    Point const chord = Point(cubic_[3]) - p0;
     double matrix[4][4] = {};
     double right[4] = {};
-    for (unsigned int i = 0; i < samples_.Size(); ++i) {
-        double const u = places_[i];
-        double const v = 1.0 - u;
-        double const b1 = 3.0 * u * v * v;
-        double const b2 = 3.0 * u * u * v;
-        Point const d = Point(points_[samples_[i]]) - p0 - chord * (b2 + u * u * u);
-        Point const along =
-            coefficients_[0] + (coefficients_[1] * 2.0 + coefficients_[2] * (3.0 * u)) * u;
-        double const length = std::sqrt(SquaredLength(along));
-        Point const t = length > 0.0 ? along * (1.0 / length) : Point();
-        auto const weighted = [&](Point const& p) {
-            return p - t * (HvPoint2_AdotB(t, p) * (1.0 - kAlongWeight));
-        };
-        for (int j = 0; j < count; ++j) {
-            double const bj = unknowns[j].isStart ? b1 : b2;
-            Point const row = weighted(unknowns[j].direction) * bj;
-            right[j] += HvPoint2_AdotB(row, d);
-            for (int k = 0; k <= j; ++k) {
-                double const bk = unknowns[k].isStart ? b1 : b2;
-                matrix[j][k] += HvPoint2_AdotB(row, unknowns[k].direction) * bk;
-            }
+    for (int j = 0; j < count; ++j) {
+        Unknown const& a = unknowns[j];
+        right[j] = HvPoint2_AdotB(a.direction, a.isStart ? startRight : endRight);
+        for (int k = 0; k <= j; ++k) {
+            Unknown const& b = unknowns[k];
+            Symmetric const& block = a.isStart != b.isStart ? startEnd
+                                     : a.isStart            ? startStart
+                                                            : endEnd;
+            matrix[j][k] = HvPoint2_AdotB(a.direction, block.Times(b.direction));
         }
     }
     if (!SolveSymmetric(matrix, right, count)) {
@@ -309,8 +337,8 @@ HvCubicFitter::Handles HvCubicFitter::ThirdsOfChord(HvFitTangents const& tangent
 
 void HvCubicFitter::SetHandles(Handles const& handles)
 {
-    cubic_[1] = ToFloat(Point(cubic_[0]) + handles.start);
-    cubic_[2] = ToFloat(Point(cubic_[3]) + handles.end);
+    cubic_[1] = HvFloatPoint_Nearest(Point(cubic_[0]) + handles.start);
+    cubic_[2] = HvFloatPoint_Nearest(Point(cubic_[3]) + handles.end);
     start_ = Point(cubic_[0]);
     Point const d0 = Point(cubic_[1]) - start_;
     Point const d1 = Point(cubic_[2]) - Point(cubic_[1]);
@@ -329,19 +357,69 @@ Point HvCubicFitter::At(double u) const
 /// no number is the farthest of all.
 double HvCubicFitter::MoveToFeet(double tolerance, double& sumOfSquares)
 {
+    StepToFeet();
+    double const squaredTolerance = tolerance * tolerance;
     double greatest = 0.0;
-    for (unsigned int i = 0; i < samples_.Size(); ++i) {
-        double const d = MoveToFoot(Point(points_[samples_[i]]), tolerance, places_[i]);
-        sumOfSquares += d * d;
-        if (!(d <= greatest)) {
-            greatest = d;
-            worst_ = static_cast<unsigned int>(samples_[i]);
-            if (std::isnan(d)) {
+    for (unsigned int i = 0; i < samples_.count; ++i) {
+        double const before = samples_.squares[i];
+        double squared = std::min(before, samples_.nextSquares[i]);
+        bool const isThere = squared > kThereShare * before;
+        if (!isThere && !(squared <= squaredTolerance)) {
+            double const d =
+                MoveToFoot({samples_.x[i], samples_.y[i]}, tolerance, samples_.places[i]);
+            squared = d * d;
+        }
+        sumOfSquares += squared;
+        if (!(squared <= greatest)) {
+            greatest = squared;
+            worst_ = static_cast<unsigned int>(samples_.at[i]);
+            if (std::isnan(squared)) {
                 break;
             }
         }
     }
-    return greatest;
+    return std::sqrt(greatest);
+}
+
+/// The first step of MoveToFoot for all samples. In two loops of arithmetic alone, so that the
+/// compiler does several samples at once.
+void HvCubicFitter::StepToFeet()
+{
+    Point const start = start_;
+    Point const c0 = coefficients_[0];
+    Point const c1 = coefficients_[1];
+    Point const c2 = coefficients_[2];
+    unsigned int const count = samples_.count;
+    double const* const x = samples_.x.Data();
+    double const* const y = samples_.y.Data();
+    double* const places = samples_.places.Data();
+    double* const nextPlaces = samples_.nextPlaces.Data();
+    double* const squares = samples_.squares.Data();
+    double* const nextSquares = samples_.nextSquares.Data();
+    for (unsigned int i = 0; i < count; ++i) {
+        double const u = places[i];
+        double const gapX = start.x + (c0.x + (c1.x + c2.x * u) * u) * u - x[i];
+        double const gapY = start.y + (c0.y + (c1.y + c2.y * u) * u) * u - y[i];
+        double const firstX = c0.x + (2.0 * c1.x + 3.0 * c2.x * u) * u;
+        double const firstY = c0.y + (2.0 * c1.y + 3.0 * c2.y * u) * u;
+        double const secondX = 2.0 * c1.x + 6.0 * c2.x * u;
+        double const secondY = 2.0 * c1.y + 6.0 * c2.y * u;
+        double const bend = gapX * secondX + gapY * secondY;
+        double const speed = firstX * firstX + firstY * firstY;
+        double const slope = speed + (bend < -0.5 * speed ? 0.0 : bend);
+        double const newton = u - (gapX * firstX + gapY * firstY) / slope;
+        nextPlaces[i] = std::min(std::max(newton, 0.0), 1.0);
+        squares[i] = gapX * gapX + gapY * gapY;
+    }
+    for (unsigned int i = 0; i < count; ++i) {
+        double const u = places[i];
+        double const next = nextPlaces[i];
+        double const gapX = start.x + (c0.x + (c1.x + c2.x * next) * next) * next - x[i];
+        double const gapY = start.y + (c0.y + (c1.y + c2.y * next) * next) * next - y[i];
+        double const squared = gapX * gapX + gapY * gapY;
+        places[i] = squared < squares[i] ? next : u;
+        nextSquares[i] = squared;
+    }
 }
 
 /// Newton's method for (Q - p) Q' = 0 from `u` on: one step to improve the parameter, more while
@@ -355,10 +433,8 @@ double HvCubicFitter::MoveToFoot(Point const& p, double tolerance, double& u) co
             coefficients_[0] + (coefficients_[1] * 2.0 + coefficients_[2] * (3.0 * u)) * u;
         Point const second = coefficients_[1] * 2.0 + coefficients_[2] * (6.0 * u);
         double const speed = SquaredLength(first);
-        double slope = speed + HvPoint2_AdotB(gap, second);
-        if (slope < 0.5 * speed) {
-            slope = speed;
-        }
+        double const bend = HvPoint2_AdotB(gap, second);
+        double const slope = speed + (bend < -0.5 * speed ? 0.0 : bend);
         double const next = std::min(std::max(u - HvPoint2_AdotB(gap, first) / slope, 0.0), 1.0);
         Point const nextGap = At(next) - p;
         double const nextSquared = SquaredLength(nextGap);
@@ -397,10 +473,10 @@ bool HvCubicFitter::Follows(unsigned int first, unsigned int last, double tolera
         if (i > next) {
             lowParameter = highParameter;
             lowPlace = highPlace;
-            bool const hasSample = sample < samples_.Size();
-            next = hasSample ? static_cast<unsigned int>(samples_[sample]) : last;
+            bool const hasSample = sample < samples_.count;
+            next = hasSample ? static_cast<unsigned int>(samples_.at[sample]) : last;
             highParameter = (parameters_[next] - from) / span;
-            highPlace = hasSample ? places_[sample] : 1.0;
+            highPlace = hasSample ? samples_.places[sample] : 1.0;
             ++sample;
             share = highParameter > lowParameter
                         ? (highPlace - lowPlace) / (highParameter - lowParameter)

@@ -27,6 +27,8 @@ struct HvFitEffort {
     unsigned int mostSamples;
     /// Gives up at once where the first solution misses a point by more than this many tolerances.
     double hopelessErrors;
+    /// Gives up after a round that leaves more than this share of the sum of squared distances.
+    double worthwhileShare;
 };
 
 /// Fits single cubics to stretches of points by least squares over the handles; P. Schneider, "An
@@ -60,12 +62,27 @@ private:
         HvPoint2<double> end;
     };
 
+    /// The points between the ends that take part in the least squares, with their numbers, their
+    /// places on the curve and their squared distances from there, both before and after a step.
+    /// The arrays only grow.
+    struct Samples {
+        unsigned int count = 0;
+        HvULongArray at;
+        HvDoubleArray x;
+        HvDoubleArray y;
+        HvDoubleArray places;
+        HvDoubleArray squares;
+        HvDoubleArray nextPlaces;
+        HvDoubleArray nextSquares;
+    };
+
     void ChooseSamples(unsigned int first, unsigned int last, unsigned int most);
     bool Solve(HvFitTangents const& tangents, Handles& handles) const;
     bool SolveAcross(HvFitTangents const& tangents, Handles& handles) const;
     Handles ThirdsOfChord(HvFitTangents const& tangents) const;
     void SetHandles(Handles const& handles);
     double MoveToFeet(double tolerance, double& sumOfSquares);
+    void StepToFeet();
     double MoveToFoot(HvPoint2<double> const& p, double tolerance, double& u) const;
     HvPoint2<double> At(double u) const;
     bool StaysNear(HvPoint2<double> const& a, HvPoint2<double> const& b, double from, double to,
@@ -73,9 +90,7 @@ private:
 
     HvPoint2<float> const* points_;
     double const* parameters_;
-    // The samples of the stretch between its ends, with their parameters on the curve.
-    HvULongArray samples_;
-    HvDoubleArray places_;
+    Samples samples_;
     unsigned int first_ = 0;
     unsigned int last_ = 0;
     HvPoint2<float> cubic_[4];

@@ -17,6 +17,10 @@ constexpr double kReachTolerances = 4.0;
 constexpr double kSameCornerShare = 0.25;
 /// Points on one side of a place that take part in a direction; more would say little more.
 constexpr std::int64_t kMostPoints = 32;
+/// The greatest square of a chord that counts as one of the reach, in squares of the reach.
+constexpr double kAboutReachShare = 1.5;
+/// Guesses of the steps to the end of the reach before they are sought from the start.
+constexpr int kNearbyGuesses = 4;
 /// Below this share of its greatest possible value a determinant means that the bend is not known.
 constexpr double kDegenerateShare = 1e-9;
 
@@ -64,8 +68,9 @@ void HvFitDirections::FindCorners(HvULongArray& corners) const
 {
     unsigned int const before = corners.Size();
     double sharpest = 0.0;
+    Reach reach;
     for (std::int64_t i = 1; i < steps_; ++i) {
-        double const sharpness = Sharpness(i);
+        double const sharpness = Sharpness(i, reach);
         if (sharpness == 0.0) {
             continue;
         }
@@ -89,28 +94,41 @@ void HvFitDirections::FindCorners(HvULongArray& corners) const
 
 bool HvFitDirections::IsCornerAtSeam() const
 {
-    return Sharpness(0) != 0.0;
+    Reach reach;
+    return Sharpness(0, reach) != 0.0;
 }
 
 /// How sharply the polyline turns, above 0, up to 2 for a reversal; 0 where it turns no corner: the
 /// two steps must turn one and, where they are short, the directions around them too.
-double HvFitDirections::Sharpness(std::int64_t at) const
+double HvFitDirections::Sharpness(std::int64_t at, Reach& reach) const
 {
     Vector const here = Point(at);
     if (!IsTurn(here - Point(at - 1), Point(at + 1) - here, cornerCosSquared_)) {
         return 0.0;
     }
-    std::int64_t const mostBefore = isClosed_ ? steps_ / 2 : at;
-    std::int64_t const mostAfter = isClosed_ ? steps_ / 2 : steps_ - at;
-    std::int64_t const stepsBefore = StepsInReach(at, -1, std::max<std::int64_t>(mostBefore, 1));
-    std::int64_t const stepsAfter = StepsInReach(at, 1, std::max<std::int64_t>(mostAfter, 1));
-    // Chords that turn clearly less spare the directions, which noise moves less than chords.
-    if (!IsTurn(here - Point(at - stepsBefore), Point(at + stepsAfter) - here,
-                0.5 * (1.0 + cornerCosSquared_))) {
+    std::int64_t const mostBefore = std::max<std::int64_t>(isClosed_ ? steps_ / 2 : at, 1);
+    std::int64_t const mostAfter = std::max<std::int64_t>(isClosed_ ? steps_ / 2 : steps_ - at, 1);
+    // Chords that turn clearly less spare the directions, which noise moves less than chords. Where
+    // those over the steps of the neighbour's reach are about as long, they spare its search too.
+    auto const isClearlyNoTurn = [&](Vector const& before, Vector const& after) {
+        return !IsTurn(before, after, 0.5 * (1.0 + cornerCosSquared_));
+    };
+    auto const isAboutReach = [&](Vector const& chord) {
+        double const squared = HvPoint2_AdotB(chord, chord);
+        return squared >= squaredReach_ && squared <= kAboutReachShare * squaredReach_;
+    };
+    Vector const before = here - Point(at - std::min(reach.before, mostBefore));
+    Vector const after = Point(at + std::min(reach.after, mostAfter)) - here;
+    if (isAboutReach(before) && isAboutReach(after) && isClearlyNoTurn(before, after)) {
         return 0.0;
     }
-    Vector const in = -Direction(at, -1, stepsBefore);
-    Vector const out = Direction(at, 1, stepsAfter);
+    reach.before = StepsInReach(at, -1, mostBefore, reach.before);
+    reach.after = StepsInReach(at, 1, mostAfter, reach.after);
+    if (isClearlyNoTurn(here - Point(at - reach.before), Point(at + reach.after) - here)) {
+        return 0.0;
+    }
+    Vector const in = -Direction(at, -1, reach.before);
+    Vector const out = Direction(at, 1, reach.after);
     if (!IsTurn(in, out, cornerCosSquared_)) {
         return 0.0;
     }
@@ -118,15 +136,25 @@ double HvFitDirections::Sharpness(std::int64_t at) const
     return std::max(1.0 - HvPoint2_AdotB(Unit(in), Unit(out)), kDegenerateShare);
 }
 
-/// Steps from a point until the reach is left, 1 to `most`. Found by doubling and halving, so that
-/// a crowd of points costs no more than its logarithm.
+/// Steps from a point until the reach is left, 1 to `most`: near `guess`, or found by doubling and
+/// halving, so that a crowd of points costs no more than its logarithm.
 std::int64_t HvFitDirections::StepsInReach(std::int64_t at, std::int64_t direction,
-                                           std::int64_t most) const
+                                           std::int64_t most, std::int64_t guess) const
 {
     Vector const here = Point(at);
     auto const isOut = [&](std::int64_t steps) {
         return HvPoint2_SquaredLengthAB(here, Point(at + direction * steps)) >= squaredReach_;
     };
+    std::int64_t steps = std::min(guess, most);
+    for (int k = 0; k < kNearbyGuesses; ++k) {
+        if (steps < most && !isOut(steps)) {
+            ++steps;
+        } else if (steps > 1 && isOut(steps - 1)) {
+            --steps;
+        } else {
+            return steps;
+        }
+    }
     std::int64_t in = 0;
     std::int64_t out = 1;
     while (out < most && !isOut(out)) {
@@ -190,17 +218,17 @@ Vector HvFitDirections::TangentAtSeam() const
 
 /// Over the points within reach on both sides, as far as they are given, and the point itself.
 HvFitDirections::Moments HvFitDirections::MomentsAround(std::int64_t at, std::int64_t before,
-                                                        std::int64_t after) const
+                                                        std::int64_t after, Reach& reach) const
 {
     Vector const here = Point(at);
     double const length = Length(at);
     Moments moments;
     moments.s[0] = 1.0;
-    auto const addSide = [&](std::int64_t direction, std::int64_t most) {
+    auto const addSide = [&](std::int64_t direction, std::int64_t most, std::int64_t& steps) {
         if (most < 1) {
             return;
         }
-        std::int64_t const steps = StepsInReach(at, direction, most);
+        steps = StepsInReach(at, direction, most, steps);
         std::int64_t const count = std::min(steps, kMostPoints);
         for (std::int64_t k = 1; k <= count; ++k) {
             std::int64_t const i = at + direction * (k * steps / count);
@@ -217,8 +245,8 @@ HvFitDirections::Moments HvFitDirections::MomentsAround(std::int64_t at, std::in
             moments.d[2] = moments.d[2] + d * ss;
         }
     };
-    addSide(-1, before);
-    addSide(1, after);
+    addSide(-1, before, reach.before);
+    addSide(1, after, reach.after);
     return moments;
 }
 
@@ -226,7 +254,8 @@ HvFitDirections::Moments HvFitDirections::MomentsAround(std::int64_t at, std::in
 /// the length of the polyline. With one point on each side it goes through both.
 Vector HvFitDirections::Tangent(std::int64_t at, std::int64_t before, std::int64_t after) const
 {
-    Moments const m = MomentsAround(at, before, after);
+    Reach reach;
+    Moments const m = MomentsAround(at, before, after, reach);
     double const determinant = m.s[2] * m.s[4] - m.s[3] * m.s[3];
     Vector const tangent = determinant > kDegenerateShare * m.s[2] * m.s[4]
                                ? Unit(m.d[1] * m.s[4] - m.d[2] * m.s[3])
@@ -241,9 +270,10 @@ Vector HvFitDirections::Tangent(std::int64_t at, std::int64_t before, std::int64
 unsigned int HvFitDirections::CalmestUpTo(unsigned int at, unsigned int from) const
 {
     unsigned int calmest = at;
-    double least = Unrest(at);
+    Reach reach;
+    double least = Unrest(at, reach);
     for (unsigned int i = at; i > from && least > 0.0;) {
-        double const unrest = Unrest(--i);
+        double const unrest = Unrest(--i, reach);
         if (unrest < least) {
             least = unrest;
             calmest = i;
@@ -254,10 +284,10 @@ unsigned int HvFitDirections::CalmestUpTo(unsigned int at, unsigned int from) co
 
 /// How far an inner point is from the nearest parabola of the points around; 0 where the steps are
 /// too long to tell.
-double HvFitDirections::Unrest(unsigned int at) const
+double HvFitDirections::Unrest(unsigned int at, Reach& reach) const
 {
     constexpr double kLeastPoints = 5.0;
-    Moments const m = MomentsAround(at, at, steps_ - at);
+    Moments const m = MomentsAround(at, at, steps_ - at, reach);
     if (m.s[0] < kLeastPoints) {
         return 0.0;
     }

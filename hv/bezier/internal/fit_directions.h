@@ -35,6 +35,12 @@ public:
     HvPoint2<double> TangentAtSeam() const;
 
 private:
+    /// Steps that lead out of the reach before and after a point. The search for those of a point
+    /// starts at those of its neighbour.
+    struct Reach {
+        std::int64_t before = 1;
+        std::int64_t after = 1;
+    };
     /// Sums over points around one, seen from it, for their parabola over the length: the powers of
     /// the length, and their products with the points.
     struct Moments {
@@ -44,11 +50,13 @@ private:
 
     HvPoint2<double> Point(std::int64_t i) const;
     double Length(std::int64_t i) const;
-    double Sharpness(std::int64_t at) const;
-    std::int64_t StepsInReach(std::int64_t at, std::int64_t direction, std::int64_t most) const;
+    double Sharpness(std::int64_t at, Reach& reach) const;
+    std::int64_t StepsInReach(std::int64_t at, std::int64_t direction, std::int64_t most,
+                              std::int64_t guess) const;
     HvPoint2<double> Direction(std::int64_t at, std::int64_t direction, std::int64_t steps) const;
-    Moments MomentsAround(std::int64_t at, std::int64_t before, std::int64_t after) const;
-    double Unrest(unsigned int at) const;
+    Moments MomentsAround(std::int64_t at, std::int64_t before, std::int64_t after,
+                          Reach& reach) const;
+    double Unrest(unsigned int at, Reach& reach) const;
     HvPoint2<double> Tangent(std::int64_t at, std::int64_t before, std::int64_t after) const;
 
     HvPoint2fArray const& points_;

@@ -9,16 +9,19 @@
 
 #include <hv/bezier/internal/outline_fitter.h>
 
+#include <hv/bezier/internal/distinct_points.h>
+
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace {
 
 /// For most stretches: it finds whether a cubic would do, and most would not.
-constexpr HvFitEffort kTrial = {4, 48, 5.0};
+constexpr HvFitEffort kTrial = {4, 48, 5.0, 0.95};
 /// For a run as a whole, which is one cubic when it was drawn as one: the parameters then need more
 /// rounds.
-constexpr HvFitEffort kWholeRun = {64, 256, 1e6};
+constexpr HvFitEffort kWholeRun = {64, 256, 1e6, 0.98};
 /// A free end needs two more points than its handle has unknowns; with fewer, it would follow
 /// their noise.
 constexpr unsigned int kLeastInnerPointsOfFreeEnd = 3;
@@ -37,25 +40,11 @@ constexpr int kEveningRounds = 4;
 
 HvOutlineFitter::HvOutlineFitter(HvPoint2fArray const& points, bool isClosed,
                                  double cornerCosSquared, double tolerance)
-    : points_(Distinct(points, isClosed)), lengths_(LengthsOf(points_)), isClosed_(isClosed),
-      tolerance_(tolerance), directions_(points_, lengths_, isClosed, cornerCosSquared, tolerance),
+    : points_(HvDistinctPoints_Of(points, isClosed)), lengths_(LengthsOf(points_)),
+      isClosed_(isClosed), tolerance_(tolerance),
+      directions_(points_, lengths_, isClosed, cornerCosSquared, tolerance),
       fitter_(points_.Data(), lengths_.Data())
 {
-}
-
-HvPoint2fArray HvOutlineFitter::Distinct(HvPoint2fArray const& points, bool isClosed)
-{
-    HvPoint2fArray distinct(points.Size() + 1);
-    distinct.Add(points[0]);
-    for (HvPoint2<float> const& p : points) {
-        if (p != distinct[distinct.Size() - 1]) {
-            distinct.Add(p);
-        }
-    }
-    if (isClosed && distinct[distinct.Size() - 1] != distinct[0]) {
-        distinct.Add(distinct[0]);
-    }
-    return distinct;
 }
 
 HvDoubleArray HvOutlineFitter::LengthsOf(HvPoint2fArray const& points)
@@ -63,7 +52,9 @@ HvDoubleArray HvOutlineFitter::LengthsOf(HvPoint2fArray const& points)
     HvDoubleArray lengths(points.Size());
     lengths.Add(0.0);
     for (unsigned int i = 1; i < points.Size(); ++i) {
-        lengths.Add(lengths[i - 1] + HvPoint2_LengthAB(points[i - 1], points[i]));
+        // Squares of floats neither overflow nor vanish in double.
+        double const squared = HvPoint2_SquaredLengthAB(points[i - 1], points[i]);
+        lengths.Add(lengths[i - 1] + std::sqrt(squared));
     }
     return lengths;
 }

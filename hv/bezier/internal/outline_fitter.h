@@ -45,7 +45,6 @@ private:
         unsigned int last;
     };
 
-    static HvPoint2fArray Distinct(HvPoint2fArray const& points, bool isClosed);
     static HvDoubleArray LengthsOf(HvPoint2fArray const& points);
     void FitRun(Run const& run);
     bool FitRun(Run const& run, double tolerance, unsigned int most, HvFittedCubics& cubics);

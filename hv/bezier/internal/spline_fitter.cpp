@@ -45,19 +45,21 @@ unsigned int HalvingRounds(unsigned long count)
 
 }  // namespace
 
-HvSplineFitter::HvSplineFitter(double const* x, double const* y, unsigned long count,
-                               double tolerance)
+template <class Value>
+HvSplineFitter<Value>::HvSplineFitter(double const* x, Value const* y, unsigned long count,
+                                      double tolerance)
     : x_(x), y_(y), count_(count), tolerance_(tolerance)
 {
     double greatest = 0.0;
     for (unsigned long i = 0; i < count; ++i) {
-        greatest = std::max(greatest, std::fabs(y[i]));
+        greatest = std::max(greatest, HvSplineValue_Magnitude(y[i]));
     }
     xScale_ = ScaleOf(x[count - 1] - x[0]);
     yScale_ = ScaleOf(greatest);
 }
 
-void HvSplineFitter::Fit()
+template <class Value>
+void HvSplineFitter<Value>::Fit()
 {
     knots_.Add(0);
     knots_.Add(count_ - 1);
@@ -77,86 +79,93 @@ void HvSplineFitter::Fit()
 
 /// The slope of the line from sample i to the next, in scaled numbers; beyond the ends the slopes
 /// go on linearly.
-double HvSplineFitter::Secant(std::int64_t i) const
+template <class Value>
+Value HvSplineFitter<Value>::Secant(std::int64_t i) const
 {
     std::int64_t const last = static_cast<std::int64_t>(count_) - 2;
     if (last > 0 && (i < 0 || i > last)) {
         std::int64_t const end = i < 0 ? 0 : last;
         std::int64_t const inner = i < 0 ? 1 : last - 1;
         double const steps = static_cast<double>(i < 0 ? -i : i - last);
-        return Secant(end) + steps * (Secant(end) - Secant(inner));
+        return Secant(end) + (Secant(end) - Secant(inner)) * steps;
     }
     std::int64_t const k = last > 0 ? i : 0;
-    return (y_[k + 1] * yScale_ - y_[k] * yScale_) / ((x_[k + 1] - x_[k]) * xScale_);
+    return HvSplineValue_Quotient(y_[k + 1] * yScale_ - y_[k] * yScale_,
+                                  (x_[k + 1] - x_[k]) * xScale_);
 }
 
 /// The slope of the samples at sample i, in scaled numbers. It goes with the side that bends less,
 /// so that it keeps out of corners and jumps.
 /// Source: Akima, "A new method of interpolation and smooth curve fitting based on local
 /// procedures", 1970.
-double HvSplineFitter::SampleSlope(unsigned long i) const
+template <class Value>
+Value HvSplineFitter<Value>::SampleSlope(unsigned long i) const
 {
     std::int64_t const k = static_cast<std::int64_t>(i);
-    double const left = Secant(k - 1);
-    double const right = Secant(k);
-    double const leftWeight = std::fabs(Secant(k + 1) - right);
-    double const rightWeight = std::fabs(left - Secant(k - 2));
+    Value const left = Secant(k - 1);
+    Value const right = Secant(k);
+    double const leftWeight = HvSplineValue_Length(Secant(k + 1) - right);
+    double const rightWeight = HvSplineValue_Length(left - Secant(k - 2));
     double const sum = leftWeight + rightWeight;
-    return sum > 0.0 ? (leftWeight * left + rightWeight * right) / sum : (left + right) * 0.5;
+    return sum > 0.0 ? HvSplineValue_Quotient(left * leftWeight + right * rightWeight, sum)
+                     : (left + right) * 0.5;
 }
 
-HvSplineFitter::Equations HvSplineFitter::EquationsOf(unsigned long from, unsigned long to) const
+template <class Value>
+typename HvSplineFitter<Value>::Equations HvSplineFitter<Value>::EquationsOf(unsigned long from,
+                                                                             unsigned long to) const
 {
     double const h = x_[to] - x_[from];
-    double const height = y_[to] * yScale_ - y_[from] * yScale_;
+    Value const height = y_[to] * yScale_ - y_[from] * yScale_;
     // In derivatives over the piece; in the end they become those over the scaled x.
     double const scaled = h * xScale_;
-    Equations e{kSlopeWeight, 0.0, kSlopeWeight, kSlopeWeight * SampleSlope(from) * scaled,
-                kSlopeWeight * SampleSlope(to) * scaled};
+    Equations e{kSlopeWeight, 0.0, kSlopeWeight, SampleSlope(from) * kSlopeWeight * scaled,
+                SampleSlope(to) * kSlopeWeight * scaled};
     for (unsigned long i = from + 1; i < to; ++i) {
         double const t = (x_[i] - x_[from]) / h;
         double const left = HvSplinePiece_DerivativeBlend(t);
         double const right = -HvSplinePiece_DerivativeBlend(1.0 - t);
-        double const rest =
+        Value const rest =
             (y_[i] * yScale_ - y_[from] * yScale_) - height * HvSplinePiece_ValueBlend(t);
         e.leftLeft += left * left;
         e.leftRight += left * right;
         e.rightRight += right * right;
-        e.left += left * rest;
-        e.right += right * rest;
+        e.left = e.left + rest * left;
+        e.right = e.right + rest * right;
     }
     return {e.leftLeft * scaled * scaled, e.leftRight * scaled * scaled,
             e.rightRight * scaled * scaled, e.left * scaled, e.right * scaled};
 }
 
 /// Sets the derivatives of some consecutive knots, but for those of the ends that are kept.
-void HvSplineFitter::Solve(Knots const& knots, bool keepFirst, bool keepLast)
+template <class Value>
+void HvSplineFitter<Value>::Solve(Knots const& knots, bool keepFirst, bool keepLast)
 {
     unsigned int const count = knots.count;
     double const toScaled = yScale_ / xScale_;
     double* const diagonal = diagonal_.Data();
     double* const off = offDiagonal_.Data();
-    double* const right = rightSide_.Data();
+    Value* const right = rightSide_.Data();
     std::fill_n(diagonal, count, 0.0);
-    std::fill_n(right, count, 0.0);
+    std::fill_n(right, count, Value());
     for (unsigned int i = 0; i + 1 < count; ++i) {
         Equations const e = EquationsOf(knots.samples[i], knots.samples[i + 1]);
         diagonal[i] += e.leftLeft;
         diagonal[i + 1] += e.rightRight;
         off[i] = e.leftRight;
-        right[i] += e.left;
-        right[i + 1] += e.right;
+        right[i] = right[i] + e.left;
+        right[i + 1] = right[i + 1] + e.right;
     }
     if (keepFirst) {
-        double const kept = knots.derivatives[0] * toScaled;
-        right[1] -= off[0] * kept;
+        Value const kept = knots.derivatives[0] * toScaled;
+        right[1] = right[1] - kept * off[0];
         diagonal[0] = 1.0;
         off[0] = 0.0;
         right[0] = kept;
     }
     if (keepLast) {
-        double const kept = knots.derivatives[count - 1] * toScaled;
-        right[count - 2] -= off[count - 2] * kept;
+        Value const kept = knots.derivatives[count - 1] * toScaled;
+        right[count - 2] = right[count - 2] - kept * off[count - 2];
         diagonal[count - 1] = 1.0;
         off[count - 2] = 0.0;
         right[count - 1] = kept;
@@ -165,32 +174,31 @@ void HvSplineFitter::Solve(Knots const& knots, bool keepFirst, bool keepLast)
     for (unsigned int i = 1; i < count; ++i) {
         double const factor = off[i - 1] / diagonal[i - 1];
         diagonal[i] -= factor * off[i - 1];
-        right[i] -= factor * right[i - 1];
+        right[i] = right[i] - right[i - 1] * factor;
     }
     for (unsigned int i = count; i-- > 0;) {
-        double const above = i + 1 < count ? off[i] * right[i + 1] : 0.0;
-        right[i] = (right[i] - above) / diagonal[i];
+        Value const above = i + 1 < count ? right[i + 1] * off[i] : Value();
         // Numbers so far apart that the equations vanish: the halving then goes down to the
         // samples.
-        if (!std::isfinite(right[i])) {
-            right[i] = 0.0;
-        }
+        right[i] =
+            HvSplineValue_FiniteOrZero(HvSplineValue_Quotient(right[i] - above, diagonal[i]));
     }
     for (unsigned int i = keepFirst ? 1 : 0; i < (keepLast ? count - 1 : count); ++i) {
-        double const derivative = right[i] / toScaled;
-        knots.derivatives[i] = std::isfinite(derivative) ? derivative : 0.0;
+        knots.derivatives[i] =
+            HvSplineValue_FiniteOrZero(HvSplineValue_Quotient(right[i], toScaled));
     }
 }
 
 /// The greatest error at the samples of a piece; infinite when one is NaN.
-double HvSplineFitter::ErrorOf(unsigned long from, unsigned long to, double fromDerivative,
-                               double toDerivative) const
+template <class Value>
+double HvSplineFitter<Value>::ErrorOf(unsigned long from, unsigned long to,
+                                      Value const& fromDerivative, Value const& toDerivative) const
 {
-    HvSplineKnot const a = MakeKnot(from, fromDerivative);
-    HvSplineKnot const b = MakeKnot(to, toDerivative);
+    HvSplineKnot<Value> const a = MakeKnot(from, fromDerivative);
+    HvSplineKnot<Value> const b = MakeKnot(to, toDerivative);
     double greatest = 0.0;
     for (unsigned long i = from + 1; i < to; ++i) {
-        double const error = std::fabs(HvSplinePiece_Eval(a, b, x_[i]) - y_[i]);
+        double const error = HvSplineValue_Length(HvSplinePiece_Eval(a, b, x_[i]) - y_[i]);
         if (!(error <= greatest)) {
             greatest = std::isnan(error) ? std::numeric_limits<double>::infinity() : error;
         }
@@ -198,7 +206,8 @@ double HvSplineFitter::ErrorOf(unsigned long from, unsigned long to, double from
     return greatest;
 }
 
-bool HvSplineFitter::Meets(Knots const& knots) const
+template <class Value>
+bool HvSplineFitter<Value>::Meets(Knots const& knots) const
 {
     for (unsigned int i = 0; i + 1 < knots.count; ++i) {
         if (ErrorOf(knots.samples[i], knots.samples[i + 1], knots.derivatives[i],
@@ -209,19 +218,22 @@ bool HvSplineFitter::Meets(Knots const& knots) const
     return true;
 }
 
-void HvSplineFitter::SolveAll()
+template <class Value>
+void HvSplineFitter<Value>::SolveAll()
 {
     unsigned int const count = knots_.Size();
-    for (HvDoubleArray* array : {&derivatives_, &diagonal_, &offDiagonal_, &rightSide_}) {
-        array->Resize(std::max(count, 2 * kNeighbours));
-    }
-    derivatives_.Chop(count);
+    unsigned int const size = std::max(count, 2 * kNeighbours);
+    diagonal_.Resize(size);
+    offDiagonal_.Resize(size);
+    rightSide_.Resize(size);
+    derivatives_.Resize(count);
     Solve({knots_.Data(), derivatives_.Data(), count}, false, false);
 }
 
 /// Puts a knot in the middle of the samples of the pieces that miss one; patiently: but for those
 /// beside a piece that misses by much more. False when no piece misses.
-bool HvSplineFitter::HalvePieces(bool patiently)
+template <class Value>
+bool HvSplineFitter<Value>::HalvePieces(bool patiently)
 {
     unsigned int const pieces = knots_.Size() - 1;
     errors_.Resize(pieces);
@@ -243,7 +255,8 @@ bool HvSplineFitter::HalvePieces(bool patiently)
     return knots_.Size() != newKnots_.Size();
 }
 
-void HvSplineFitter::TakeAllSamples()
+template <class Value>
+void HvSplineFitter<Value>::TakeAllSamples()
 {
     knots_.Chop(0);
     for (unsigned long i = 0; i < count_; ++i) {
@@ -253,7 +266,8 @@ void HvSplineFitter::TakeAllSamples()
 
 /// Takes out knots that are not needed, never two neighbours, so that a pass costs a fixed number
 /// of looks at each sample; false when all are needed.
-bool HvSplineFitter::RemoveKnots()
+template <class Value>
+bool HvSplineFitter<Value>::RemoveKnots()
 {
     unsigned int const count = knots_.Size();
     newKnots_.Chop(0);
@@ -275,12 +289,13 @@ bool HvSplineFitter::RemoveKnots()
 
 /// Whether the samples are met when the last of the new knots is followed by the old knot `next`.
 /// If so, the derivatives around are set to those that meet them.
-bool HvSplineFitter::CanRemove(unsigned int next)
+template <class Value>
+bool HvSplineFitter<Value>::CanRemove(unsigned int next)
 {
     unsigned int const before = std::min(kNeighbours, newKnots_.Size());
     unsigned int const after = std::min(kNeighbours, knots_.Size() - next);
     unsigned long samples[2 * kNeighbours];
-    double derivatives[2 * kNeighbours];
+    Value derivatives[2 * kNeighbours];
     unsigned int const firstNew = newKnots_.Size() - before;
     for (unsigned int i = 0; i < before; ++i) {
         samples[i] = newKnots_[firstNew + i];
@@ -300,3 +315,7 @@ bool HvSplineFitter::CanRemove(unsigned int next)
     std::copy_n(derivatives + before, after, derivatives_.Data() + next);
     return true;
 }
+
+template class HvSplineFitter<double>;
+template class HvSplineFitter<HvPoint2<double>>;
+template class HvSplineFitter<HvPoint3<double>>;

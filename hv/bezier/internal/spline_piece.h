@@ -6,13 +6,14 @@
 #ifndef HV_BEZIER_INTERNAL_SPLINE_PIECE_H
 #define HV_BEZIER_INTERNAL_SPLINE_PIECE_H
 
-#include <cmath>
+#include <hv/bezier/internal/spline_value.h>
 
 /// A value and a derivative at a place.
+template <class Value>
 struct HvSplineKnot {
     double x;
-    double y;
-    double derivative;
+    Value y;
+    Value derivative;
 };
 
 /// How much of the way from the left to the right value is done at 0 <= t <= 1.
@@ -29,7 +30,8 @@ inline double HvSplinePiece_DerivativeBlend(double t)
 }
 
 /// The value at x of the cubic from a to b; exactly that of a knot at the knot.
-inline double HvSplinePiece_Eval(HvSplineKnot const& a, HvSplineKnot const& b, double x)
+template <class Value>
+Value HvSplinePiece_Eval(HvSplineKnot<Value> const& a, HvSplineKnot<Value> const& b, double x)
 {
     if (x == a.x || x == b.x) {
         return x == a.x ? a.y : b.y;
@@ -37,12 +39,13 @@ inline double HvSplinePiece_Eval(HvSplineKnot const& a, HvSplineKnot const& b, d
     double const h = b.x - a.x;
     double const t = (x - a.x) / h;
     double const blend = HvSplinePiece_ValueBlend(t);
-    double const rise = b.y - a.y;
+    Value const rise = b.y - a.y;
     // Values at the two ends of the number range differ by more than it holds.
-    double const value =
-        std::isfinite(rise) ? a.y + rise * blend : a.y * (1.0 - blend) + b.y * blend;
-    return value + h * (a.derivative * HvSplinePiece_DerivativeBlend(t) -
-                        b.derivative * HvSplinePiece_DerivativeBlend(1.0 - t));
+    Value const value =
+        HvSplineValue_IsFinite(rise) ? a.y + rise * blend : a.y * (1.0 - blend) + b.y * blend;
+    Value const bend = a.derivative * HvSplinePiece_DerivativeBlend(t) -
+                       b.derivative * HvSplinePiece_DerivativeBlend(1.0 - t);
+    return value + bend * h;
 }
 
 #endif
