@@ -7,7 +7,6 @@
 #include <hv/fcurve/HvFCurveKeyMover.h>
 
 #include <hv/fcurve/internal/CFCKeyMover_step.inl>
-#include <hv/fcurve/internal/HvCurveGuards.h>
 #include <hv/fcurve/internal/HvFCurveKeyMoverImpl.h>
 #include <hv/fcurve/internal/drag_edges.h>
 
@@ -144,11 +143,11 @@ void CFCKeyMover<Curve>::FindOutermost()
     }
 }
 
-/// Whether a step shifts the curve instead of moving keys. Booleans cannot be shifted in value.
+/// Whether a step shifts the curve instead of moving keys.
 template <class Curve>
 bool CFCKeyMover<Curve>::IsMovedAsAWhole() const
 {
-    return movesAllKeys_ && !isAnyLocked_ && !std::is_same<Curve, HvBooleanFCurve>::value;
+    return Traits::kShiftsAsAWhole && movesAllKeys_ && !isAnyLocked_;
 }
 
 template <class Curve>
@@ -170,10 +169,10 @@ int CFCKeyMover<Curve>::Update(Step const& step)
     if (!isUsable_) {
         return 0;
     }
-    HvCurveWriter const guard(curve_);
+    HvCurveToolLock const lock(curve_);
     Limit(step.translation);
     bool const isFinite = std::isfinite(step.translation.x) && std::isfinite(step.translation.y);
-    if (impl_.readOnly || !isFinite) {
+    if (impl_.IsReadOnly() || !isFinite) {
         return 0;
     }
     return IsMovedAsAWhole() ? MoveWhole(step) : MoveKeys(step);
@@ -218,6 +217,9 @@ void CFCKeyMover<Curve>::Limit(Point& translation) const
     if (std::is_same<Curve, HvIntegerFCurve>::value) {
         translation.y = std::floor(Limited(translation.y, kLowestInteger, kHighestInteger));
     }
+    if (!HvCurveTool_HasValues(impl_)) {
+        translation.y = 0;
+    }
 }
 
 /// Shifts the whole curve by what the translation has grown since the last step. Parameters are
@@ -228,7 +230,9 @@ int CFCKeyMover<Curve>::MoveWhole(Step const& step)
     step.parameters.Reserve(HvArrayCapacity_GrownSize(step.parameters.Size(), dragged_.Count()));
     Point const by = step.translation - lastTranslation_;
     Extent keys;
-    impl_.ComputeAllKeysExtent(keys);
+    if (impl_.NumKeys() != 0) {
+        impl_.AugmentByKeys(0, impl_.NumKeys() - 1, keys);
+    }
     Extent invalid = step.invalid;
     AugmentBy(keys, invalid);
     HvDragEdges_Augment(impl_, step.viewLeft, step.viewRight, true, true, invalid);
@@ -263,7 +267,7 @@ int CFCKeyMover<Curve>::Finalize()
     if (!isUsable_) {
         return 0;
     }
-    HvCurveWriter const guard(curve_);
+    HvCurveToolLock const lock(curve_);
     userData_.Restore(curve_, [this](unsigned int k) {
         CFCDraggedKey const& key = dragged_.keys[k];
         return key.isLost ? std::numeric_limits<double>::quiet_NaN() : key.parameter;
@@ -275,6 +279,7 @@ template class CFCKeyMover<HvBooleanFCurve>;
 template class CFCKeyMover<HvIntegerFCurve>;
 template class CFCKeyMover<HvRawFCurve>;
 template class CFCKeyMover<HvStdFCurve>;
+template class CFCKeyMover<HvQuatFCurve>;
 
 // The shell.
 
@@ -294,7 +299,7 @@ HvFCurveKeyMover::HvFCurveKeyMover(HvBaseFCurve& curve, HvDoubleArray const& par
                                    HvExtent2<double> const& movedExtent)
     : impl_(nullptr)
 {
-    HvCurveWriter const guard(curve);
+    HvCurveToolLock const lock(curve);
     impl_ = HvFCurveKeyMoverImpl::New(curve, parameters, limits, movedExtent);
 }
 

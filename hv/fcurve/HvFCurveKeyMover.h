@@ -25,7 +25,8 @@ class HvFCurveKeyMoverImpl;
 /// again and have their kinds back. Jumps, constraints, selection and user data go along with their
 /// keys. Tangents keep their directions; their lengths grow and shrink with the spans beside the
 /// key, from what they were at the start, unless their length is locked. A value becomes one that
-/// the curve can hold: true from 0.5 on, an integer in its range.
+/// the curve can hold: true from 0.5 on, an integer in its range. A key of a rotation goes for all
+/// three components, with everything that it has; its value is the angle of the one dragged.
 ///
 /// **Usable.** When the set is empty, holds a parameter twice or one at which no key stands, when
 /// no key of it may move, and on a curve of a kind that the tool does not know, every update and

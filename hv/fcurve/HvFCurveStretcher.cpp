@@ -6,7 +6,6 @@
 #include <hv/fcurve/HvFCurveStretcher.h>
 
 #include <hv/fcurve/internal/CFCCurveStretcher.h>
-#include <hv/fcurve/internal/HvCurveGuards.h>
 #include <hv/foundation/HvDoubleArray.h>
 
 #include <algorithm>
@@ -62,7 +61,7 @@ HvFCurveStretcher::HvFCurveStretcher(HvBaseFCurve& curve, HvExtent2<double>& reg
                                      RegionHandle handle, int ripple, double minimalScale)
     : impl_(nullptr)
 {
-    HvCurveWriter const guard(curve);
+    HvCurveToolLock const lock(curve);
     HvStretchRequest const request{region, limits, pivot, handle, ripple != 0, minimalScale};
     impl_ = HvFCurveStretcherImpl::Create(curve, request, parameters);
 }
@@ -85,7 +84,7 @@ int HvFCurveStretcher::Update(HvPoint2<double>& translation, double viewLeft, do
     if (!IsUsable()) {
         return 0;
     }
-    HvCurveWriter const guard(impl_->EditedCurve());
+    HvCurveToolLock const lock(impl_->EditedCurve());
     HvStretchPlan::Step step;
     if (impl_->EditedCurve().IsReadOnly() || !impl_->Limit(translation, step) ||
         !impl_->Stretch(step, viewLeft, viewRight, before, after, invalid)) {
@@ -106,7 +105,7 @@ bool HvFCurveStretcher::ComputeScalingFactorAndTranslationVector(HvPoint2<double
         scale = step.scale;
         return false;
     }
-    HvCurveWriter const guard(impl_->EditedCurve());
+    HvCurveToolLock const lock(impl_->EditedCurve());
     impl_->Limit(translation, step);
     translation = impl_->TranslationOf(step);
     scale = step.scale;
@@ -118,7 +117,7 @@ int HvFCurveStretcher::Finalize()
     if (!IsUsable()) {
         return 0;
     }
-    HvCurveWriter const guard(impl_->EditedCurve());
+    HvCurveToolLock const lock(impl_->EditedCurve());
     impl_->Finalize();
     return 1;
 }

@@ -30,7 +30,9 @@ class HvFCurveStretcherImpl;
 /// with the parameters, in y with the values, always from what they were at construction, so that a
 /// drag back to where it began restores the curve. A key with its tangent length or length
 /// continuity locked keeps the lengths of its handles, one with its tangent direction locked their
-/// directions.
+/// directions. Parameters of a rotation stretch for all three components, values for the one
+/// dragged; a key that is flipped changes the sign of its bias and has the spins of the segment
+/// that was before it.
 ///
 /// The curve must outlive the stretcher and is edited by nobody else in between. Threads: each
 /// operation holds the access lock and the curve's critical section. A stretcher that is destroyed

@@ -94,12 +94,11 @@ HvBaseFCurve* HvQuatFCurve::SnapShot(double from, double to, ExtrapolationMethod
     if (!std::isfinite(impl.Eval(first)) || !std::isfinite(impl.Eval(last))) {
         return nullptr;
     }
-    if (IsMethod(method) && method != impl.Method()) {
-        bool const isInside =
-            impl.NumKeys() < 2 || (impl.FirstParameter() <= first && last <= impl.LastParameter());
-        if (!isInside) {
-            return nullptr;
-        }
+    // What the interval shows from beyond the keys is the work of this curve's own method: a key
+    // put there, or a cycle written out, would bend the spline inside.
+    bool const showsKeysAlone =
+        impl.NumKeys() < 2 || (impl.FirstParameter() <= first && last <= impl.LastParameter());
+    if (IsMethod(method) && showsKeysAlone) {
         impl.Curve().SetExtrapolationMethod(static_cast<unsigned int>(method));
     }
     return copy.release();

@@ -21,15 +21,17 @@ extern template class HV_API HvFCurveShell<HvQuatFCurveImpl>;
 /// data, the time curve flag and the default Bezier tangent flag, which has no effect.
 ///
 /// **Rotations.** A key holds all three angles. What makes a key sets the other two components to
-/// what the rotation has there; what moves or removes one moves or removes it for all three. The
-/// values between keys are those of HvQuatCurve::Eval: the rotation moves on the quaternion sphere,
-/// and each angle follows the line between its two keys within half a turn. So an angle may jump
-/// by a turn inside a segment with spins, and swings fast where the middle angle passes 90 degrees.
-/// A spline of rotations depends on two keys on either side and cannot be cut without a trace: a
-/// key made to leave the curve as it is (CreateNonModifyingKey, RemoveHead, RemoveTail, Cut, Paste,
-/// ResampleSequence, ReduceNumKeys) holds exactly the rotation that was there, but between it and
-/// the keys around the curve may change a little. New keys have tension, continuity, bias and spins
-/// 0.
+/// what the rotation has there; what moves or removes one moves or removes it for all three. Under
+/// a key mover or a stretcher a key keeps everything but its parameter and, where values are
+/// dragged, the angle of this component. The values between keys are those of HvQuatCurve::Eval:
+/// the rotation moves on the quaternion sphere, and each angle follows the line between its two
+/// keys within half a turn. So an angle may jump by a turn inside a segment with spins, and swings
+/// fast where the middle angle passes 90 degrees. A spline of rotations depends on two keys on
+/// either side and cannot be cut without a trace: a key made to leave the curve as it is
+/// (CreateNonModifyingKey, RemoveHead, RemoveTail, Cut, Paste, ResampleSequence, ReduceNumKeys, a
+/// part turned round by ScaleAndOffsetParameters) holds exactly the rotation that was there, but
+/// between it and the keys around the curve may change a little. New keys have tension, continuity,
+/// bias and spins 0.
 ///
 /// **Slots without a meaning for a rotation** refuse with 0: SetClampingValues, EvalInverse,
 /// IsBijective, linear extrapolation through SetExtrapolationMethod (an HvQuatCurve can have it),
@@ -72,9 +74,11 @@ public:
     Kind GetKind() const override;
     HvBaseFCurve* Clone() const override;
     int Set(HvBaseFCurve const& other) override;
-    /// A copy with all keys and `method`. Null when that would not evaluate alike: `method` is
-    /// another than this curve's and the interval goes beyond the keys, of which there are two or
-    /// more. Keys of a spline cannot stand for an extrapolation.
+    /// A copy with all keys, which evaluates as this curve does from `from` to `to`. It
+    /// extrapolates by `method`, when that is one, unless the interval goes beyond the keys, of
+    /// which there are two or more: keys of a spline cannot stand for what an extrapolation gives,
+    /// so there it goes on as this curve. Null for an interval or values at its ends that are not
+    /// finite.
     HvBaseFCurve* SnapShot(double from, double to, ExtrapolationMethod method) const override;
 
     // Infos.
@@ -189,6 +193,8 @@ public:
     unsigned int ReadArchiveBody(HvByteReader& body);
 
 private:
+    friend struct HvCurveRescale;
+
     int AreAnyLocked(double from, double to, int openAtFrom, int openAtTo) const;
     int SetOrCreateKey(double parameter, double value);
     int MergeAt(double from, double to, double parameter, double const* value, int openAtFrom,
@@ -198,6 +204,8 @@ private:
     int MapValues(Map const& map);
     template <class Edit>
     int MoveParameters(Edit const& edit);
+    int MirrorKeys(HvQuatCurve& work, unsigned int first, unsigned int last);
+    int MirrorStretch(double from, double to);
     void Exchange(HvQuatFCurve& other) noexcept;
     void DropUserDataOfGoneKeys(HvQuatCurve const& keys);
     void Unlock(double from, double to, int openAtFrom, int openAtTo);

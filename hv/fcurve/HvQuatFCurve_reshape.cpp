@@ -202,35 +202,56 @@ int HvQuatFCurve::ScaleParameterAxis(double scale)
     });
 }
 
+/// Mirrors the keys `first` to `last` of the copy `work` about the middle of their range, and lets
+/// the user data follow.
+int HvQuatFCurve::MirrorKeys(HvQuatCurve& work, unsigned int first, unsigned int last)
+{
+    // The ends change places exactly, whatever the sum rounds to.
+    double const a = work.GetKeyTime(first);
+    double const b = work.GetKeyTime(last);
+    KeyList keys(last - first + 1);
+    HvUserDataMoves moves(*this);
+    for (unsigned int i = last + 1; i-- != first;) {
+        HvQuatKey key = work.GetKey(i);
+        double const old = key.time;
+        key.time = i == first ? b : i == last ? a : a + b - old;
+        key.bias = -key.bias;
+        // What a segment turns stays with it; it starts at its other key now.
+        key.spins = work.GetKey(i == first ? last : i - 1).spins;
+        keys.Add(key);
+        moves.Add(old, key.time);
+    }
+    return work.ReplaceKeys(first, keys.Data(), keys.Count()) && moves.Apply();
+}
+
 int HvQuatFCurve::MirrorParameters()
 {
     Writer const lock(*this);
     return MoveParameters([&](HvQuatCurve& work) {
         unsigned int const n = work.GetNumKeys();
-        if (n == 0) {
-            return 1;
-        }
-        // The ends change places exactly, whatever the sum rounds to.
-        double const a = impl_->FirstParameter();
-        double const b = impl_->LastParameter();
-        KeyList keys(n);
-        HvUserDataMoves moves(*this);
-        for (unsigned int i = n; i-- != 0;) {
-            HvQuatKey key = work.GetKey(i);
-            key.time = i == 0 ? b : i == n - 1 ? a : a + b - key.time;
-            key.bias = -key.bias;
-            // What a segment turns stays with it; it starts at its other key now.
-            key.spins = work.GetKey(i == 0 ? n - 1 : i - 1).spins;
-            keys.Add(key);
-        }
-        if (!work.SetKeys(keys.Data(), n) || !work.IsValid()) {
-            return 0;
-        }
-        for (unsigned int i = 0; i < n; ++i) {
-            moves.Add(impl_->Parameter(i), keys[n - 1 - i].time);
-        }
-        return moves.Apply();
+        return n == 0 ? 1 : MirrorKeys(work, 0, n - 1);
     });
+}
+
+/// Turns the stretch from one parameter to another, which get keys, round in its place. The caller
+/// has asked for locks.
+int HvQuatFCurve::MirrorStretch(double from, double to)
+{
+    Writer const lock(*this);
+    if (!std::isfinite(from) || !std::isfinite(to)) {
+        return 0;
+    }
+    HvQuatCurve work(impl_->Curve());
+    for (double const end : {from, to}) {
+        if (work.FindKey(end, 0.0) == HvQuatCurve::kNoKey) {
+            work.SetKey(KeyAt(*impl_, end), 0.0);
+        }
+    }
+    if (from < to && !MirrorKeys(work, work.FindKey(from, 0.0), work.FindKey(to, 0.0))) {
+        return 0;
+    }
+    impl_->Curve().Swap(work);
+    return 1;
 }
 
 int HvQuatFCurve::ScaleAndOffsetParameters(double from, double to, double pivot, double scale,

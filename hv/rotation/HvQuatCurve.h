@@ -40,10 +40,10 @@ class HvQuatSpline;
 /// The spline. Evaluation runs on an HvQuatSpline over all keys that the first Eval after an edit
 /// builds, in O(keys) and with two allocations; then Eval allocates nothing. Every operation that
 /// changes a key's time or angles, a whole key, the list of keys or the rotation order drops it:
-/// SetRotOrder to another order, all SetKey, SetParameter, SetKeyValue, Shift, Scale and all
-/// Remove... that are not refused, SetKeys. It is not dropped by locks, selection, constraint data,
-/// the read-only flag, the value when no keys, the extrapolation method, nor by SetKey or
-/// SetKeyValue on a key whose value is locked, which change nothing.
+/// SetRotOrder to another order, all SetKey, SetKeys, ReplaceKeys, SetParameter, SetKeyValue,
+/// Shift, Scale and all Remove... that are not refused. It is not dropped by locks, selection,
+/// constraint data, the read-only flag, the value when no keys, the extrapolation method, nor by
+/// SetKey or SetKeyValue on a key whose value is locked, which change nothing.
 ///
 /// The last result. The curve keeps the result of the last Eval, and answers an Eval of the same
 /// parameter with it as long as the spline stands. SetExtrapolationMethod leaves both: a parameter
@@ -152,6 +152,10 @@ public:
     /// Replaces all keys by `n` others, in the order in which they stand, whatever their locks.
     /// Refuses a time that is not finite. Cost: O(n).
     int SetKeys(HvQuatKey const* keys, unsigned int n);
+    /// Replaces the `n` keys from index `first` on by as many others, whatever their locks. Refuses
+    /// where there are fewer, and times that are not finite or do not rise strictly among each
+    /// other and between the neighbours. Takes no memory. Cost: O(n).
+    int ReplaceKeys(unsigned int first, HvQuatKey const* keys, unsigned int n);
     /// Takes Eval(t), replaces one component of it and sets the result as the first SetKey.
     unsigned int SetKey(double t, unsigned int component, double degrees, double tolerance);
 

@@ -225,6 +225,29 @@ int HvQuatCurve::SetKeys(HvQuatKey const* keys, unsigned int n)
     return 1;
 }
 
+int HvQuatCurve::ReplaceKeys(unsigned int first, HvQuatKey const* keys, unsigned int n)
+{
+    if (first > GetNumKeys() || n > GetNumKeys() - first) {
+        return 0;
+    }
+    unsigned int const end = first + n;
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    double before = first == 0 ? -kInfinity : keys_[first - 1].time;
+    double const after = end == GetNumKeys() ? kInfinity : keys_[end].time;
+    for (unsigned int i = 0; i < n; ++i) {
+        if (!(before < keys[i].time && keys[i].time < after)) {
+            return 0;
+        }
+        before = keys[i].time;
+    }
+    std::copy(keys, keys + n, keys_.begin() + first);
+    if (!isAscending_) {
+        UpdateOrder();
+    }
+    Invalidate();
+    return 1;
+}
+
 unsigned int HvQuatCurve::SetKey(double t, unsigned int component, double degrees, double tolerance)
 {
     return SetKey(t, HvQuatDegrees_With(EvalForEdit(t), component, degrees), tolerance);

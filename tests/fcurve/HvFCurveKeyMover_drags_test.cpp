@@ -6,6 +6,7 @@
 
 #include <hv/fcurve/HvFCurveKeyMover.h>
 
+#include "any_quat_key.h"
 #include "key_move_model.h"
 #include "raw_test_support.h"
 #include "std_edit.h"
@@ -117,6 +118,21 @@ StdCurve AnyStdCurve()
     return curve;
 }
 
+/// A component of a rotation with keys of any shape.
+HvQuatFCurve AnyQuatCurve()
+{
+    HvQuatFCurve curve(PickInRange(0u, 3u));
+    HvQuatCurve& shown = *curve.GetQuatCurve();
+    for (double const x : AnyParameters()) {
+        shown.SetKey(AnyQuatKey(x), 0.0);
+    }
+    SetAnyFields(curve);
+    shown.SetExtrapolationMethod(PickInRange(1u, 5u));
+    shown.SetRotOrder(static_cast<HvQuat::RotOrder>(PickInRange(0, 6)));
+    shown.SetSelected(PickInRange(0, 2));
+    return curve;
+}
+
 std::vector<double> AnySet(HvBaseFCurve const& curve)
 {
     std::vector<double> all;
@@ -154,6 +170,8 @@ std::string Difference(HvBaseFCurve const& curve, KeyMoveModel const& model, dou
         return "another number of keys";
     }
     bool const isStandard = curve.GetKind() == HvBaseFCurve::Standard;
+    // Angles are kept in radians.
+    double const ofValues = curve.GetKind() == HvBaseFCurve::Quaternion ? kRoundTrip : tolerance;
     for (unsigned int i = 0; i < curve.GetNumKeys(); ++i) {
         double x = 0;
         double left = 0;
@@ -163,8 +181,8 @@ std::string Difference(HvBaseFCurve const& curve, KeyMoveModel const& model, dou
         KeyMoveModel::Key const& key = expected[i];
         // A key that has become the first shows no jump until it is another's again.
         bool const isLeftKnown = isStandard && (key.isDragged || i != 0);
-        if (!(std::fabs(x - key.x) <= tolerance) || !(std::fabs(right - key.right) <= tolerance) ||
-            (isLeftKnown && !(std::fabs(left - key.left) <= tolerance))) {
+        if (!(std::fabs(x - key.x) <= tolerance) || !(std::fabs(right - key.right) <= ofValues) ||
+            (isLeftKnown && !(std::fabs(left - key.left) <= ofValues))) {
             std::ostringstream text;
             text << "key " << i << " at " << x << " (" << left << ", " << right << ") and not at "
                  << key.x << " (" << key.left << ", " << key.right << ")";
@@ -267,6 +285,12 @@ void AssertSameStandard(StdCurve const& before, StdCurve const& after)
     }
 }
 
+void AssertSameRotation(HvQuatFCurve const& before, HvQuatFCurve const& after)
+{
+    AssertSameBesides(before, after);
+    RC_ASSERT(QuatImage(before) == QuatImage(after));
+}
+
 }  // namespace
 
 TEST(HvFCurveKeyMover_drags, OfBooleanCurvesFollowTheModelAndLeadBack)
@@ -301,5 +325,13 @@ TEST(HvFCurveKeyMover_drags, OfStandardCurvesFollowTheModelAndLeadBack)
         StdCurve curve = AnyStdCurve();
         RC_PRE(EverySegmentRunsForward(curve));
         PlayAnyDrag(curve, AssertSameStandard);
+    });
+}
+
+TEST(HvFCurveKeyMover_drags, OfRotationsFollowTheModelAndLeadBack)
+{
+    ExpectProperty("rotation", [] {
+        HvQuatFCurve curve = AnyQuatCurve();
+        PlayAnyDrag(curve, AssertSameRotation);
     });
 }

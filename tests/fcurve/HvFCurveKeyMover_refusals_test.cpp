@@ -4,6 +4,7 @@
 // What the key mover refuses, and what it holds while it works: locks, memory, threads.
 
 #include "key_drag.h"
+#include "quat_fcurve_support.h"
 
 #include <tests/support/allocation_failure.h>
 #include <tests/support/lock_probe.h>
@@ -109,8 +110,16 @@ void ExpectHostileNumbersLeaveAValidCurve(Make make, Parameters const& keys)
     }
 }
 
+/// The z component of a rotation with keys at 1, 2, 4 and 5.
+struct OpenQuat : HvQuatFCurve {
+    OpenQuat() : HvQuatFCurve(*MakeTrio().z) {}
+    HvQuatCurve const& Impl() const { return *GetQuatCurve(); }
+};
+
 TEST(HvFCurveKeyMover_refusals, HostileNumbersLeaveAValidCurve)
 {
+    ExpectHostileNumbersLeaveAValidCurve([] { return OpenQuat(); }, {1, 4});
+    ExpectHostileNumbersLeaveAValidCurve([] { return OpenQuat(); }, {1, 2, 4, 5});
     ExpectHostileNumbersLeaveAValidCurve(Steps, {0, 4});
     ExpectHostileNumbersLeaveAValidCurve(Steps, {0, 2, 4, 6, 8});
     ExpectHostileNumbersLeaveAValidCurve(
@@ -255,6 +264,47 @@ TEST(HvFCurveKeyMover_refusals, FailedAllocationLeavesOtherKindsAsTheyWere)
     EXPECT_GT(allocations, 10);
 }
 
+TEST(HvFCurveKeyMover_refusals, FailedAllocationLeavesARotationAsItWas)
+{
+    struct Scene {
+        Trio trio = MakeTrio();
+        std::string before = QuatImage(*trio.y);
+        HvDoubleArray keys = Drag::Array({1, 4});
+        HvDoubleArray parameters;
+        Extent invalid;
+    };
+    long const allocations = RefuseEachAllocation(
+        [] { return std::make_unique<Scene>(); },
+        [](std::unique_ptr<Scene>& scene) {
+            HvFCurveKeyMover mover(*scene->trio.y, scene->keys, Extent(), Extent());
+            Point translation(2.5, 1);
+            Extent moved;
+            try {
+                mover.Update(translation, scene->parameters, scene->invalid, moved, 0, 9);
+            } catch (std::bad_alloc const&) {
+                EXPECT_EQ(scene->invalid.state, Extent::Empty);
+                throw;
+            }
+            try {
+                mover.Finalize();
+            } catch (std::bad_alloc const&) {
+                mover.Finalize();
+                throw;
+            }
+        },
+        [](std::unique_ptr<Scene>& scene, bool completed) {
+            HvQuatFCurve const& curve = *scene->trio.y;
+            EXPECT_TRUE(LockProbe_AreBothFree(curve));
+            if (completed || curve.IsKeyParameter(6.5, 0)) {
+                EXPECT_EQ(ParametersOf(curve), (Parameters{2, 3.5, 5, 6.5}));
+                EXPECT_EQ(TextIn(curve.GetUserDataSet(6.5), 1), "four");
+            } else {
+                EXPECT_EQ(QuatImage(curve), scene->before);
+            }
+        });
+    EXPECT_GT(allocations, 10);
+}
+
 template <class Curve>
 void ExpectNoAllocationAfterTheFirstStep(Curve& curve, Parameters const& keys)
 {
@@ -280,6 +330,10 @@ TEST(HvFCurveKeyMover_refusals, StepsAfterTheFirstTakeNoMemory)
     ExpectNoAllocationAfterTheFirstStep(raw, {1, 3});
     OpenInteger integers(0, {{1, 10}, {2, 20}, {3, 30}, {4, 40}});
     ExpectNoAllocationAfterTheFirstStep(integers, {1, 3, 4});
+    OpenQuat rotation;
+    ExpectNoAllocationAfterTheFirstStep(rotation, {1, 4});
+    OpenQuat whole;
+    ExpectNoAllocationAfterTheFirstStep(whole, {1, 2, 4, 5});
     OpenBoolean booleans(0, {{1, 1}, {2, 0}, {3, 1}});
     ExpectNoAllocationAfterTheFirstStep(booleans, {1, 2, 3});
 }

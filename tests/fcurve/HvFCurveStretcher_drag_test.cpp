@@ -4,6 +4,7 @@
 // Any drag of any side of any region, on curves of every kind with any locks, against the slow
 // model.
 
+#include "any_quat_key.h"
 #include "std_edit.h"
 #include "stretch_drag.h"
 
@@ -40,6 +41,8 @@ std::unique_ptr<HvBaseFCurve> NewCurve(HvBaseFCurve::Kind kind)
         return std::unique_ptr<HvBaseFCurve>(new HvIntegerFCurve(0));
     case HvBaseFCurve::Raw:
         return std::unique_ptr<HvBaseFCurve>(new HvRawFCurve(0));
+    case HvBaseFCurve::Quaternion:
+        return std::unique_ptr<HvBaseFCurve>(new HvQuatFCurve(PickInRange(0u, 3u)));
     default:
         return std::unique_ptr<HvBaseFCurve>(new StdCurve(0, kCubic));
     }
@@ -73,6 +76,17 @@ void MakeHandlesAndKinds(StdCurve& curve, bool uniform)
     }
 }
 
+/// Gives the keys of a rotation other angles of the two other components, and any shape.
+void MakeRotations(HvQuatFCurve& curve)
+{
+    HvQuatCurve& shown = *curve.GetQuatCurve();
+    for (unsigned int i = 0; i < shown.GetNumKeys(); ++i) {
+        double const value = shown.GetKeyValue(i, curve.GetComponent());
+        shown.SetKey(i, AnyQuatKey(shown.GetKeyTime(i)));
+        shown.SetKeyValue(i, curve.GetComponent(), value);
+    }
+}
+
 /// Up to ten keys with parameters of -10 to 70 and values of -8 to 8.
 std::unique_ptr<HvBaseFCurve> AnyCurve(HvBaseFCurve::Kind kind)
 {
@@ -86,6 +100,9 @@ std::unique_ptr<HvBaseFCurve> AnyCurve(HvBaseFCurve::Kind kind)
     }
     if (kind == HvBaseFCurve::Standard) {
         MakeHandlesAndKinds(static_cast<StdCurve&>(*curve), PickInRange(0, 2) == 0);
+    }
+    if (kind == HvBaseFCurve::Quaternion) {
+        MakeRotations(static_cast<HvQuatFCurve&>(*curve));
     }
     // A selection hidden behind that of the curve is lost with a key that is lifted.
     int const selected = PickInRange(0, 2);
@@ -364,4 +381,10 @@ TEST(HvFCurveStretcher_drag, StandardCurveFollowsTheModel)
 {
     ExpectProperty("a standard curve follows the model",
                    [] { ExpectDragAsInTheModel(HvBaseFCurve::Standard); });
+}
+
+TEST(HvFCurveStretcher_drag, RotationFollowsTheModel)
+{
+    ExpectProperty("a rotation follows the model",
+                   [] { ExpectDragAsInTheModel(HvBaseFCurve::Quaternion); });
 }

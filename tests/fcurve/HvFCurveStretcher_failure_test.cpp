@@ -13,6 +13,7 @@
 #include <hv/fcurve/HvBooleanFCurve.h>
 #include <hv/fcurve/HvCurveLock.h>
 #include <hv/fcurve/HvIntegerFCurve.h>
+#include <hv/fcurve/HvQuatFCurve.h>
 #include <hv/fcurve/HvRawFCurve.h>
 
 #include <gtest/gtest.h>
@@ -25,7 +26,8 @@
 namespace {
 
 constexpr HvBaseFCurve::Kind kKinds[] = {HvBaseFCurve::Boolean, HvBaseFCurve::Integer,
-                                         HvBaseFCurve::Standard, HvBaseFCurve::Raw};
+                                         HvBaseFCurve::Standard, HvBaseFCurve::Raw,
+                                         HvBaseFCurve::Quaternion};
 
 /// Keys at 0, 10, ..., 60 with user data at 20 and 30.
 std::unique_ptr<HvBaseFCurve> Tens(HvBaseFCurve::Kind kind)
@@ -40,6 +42,9 @@ std::unique_ptr<HvBaseFCurve> Tens(HvBaseFCurve::Kind kind)
         break;
     case HvBaseFCurve::Raw:
         curve.reset(new HvRawFCurve(0));
+        break;
+    case HvBaseFCurve::Quaternion:
+        curve.reset(new HvQuatFCurve(1u));
         break;
     default:
         curve.reset(new HvStdFCurve(0, kCubic));

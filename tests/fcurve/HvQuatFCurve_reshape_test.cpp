@@ -64,18 +64,92 @@ TEST(HvQuatFCurve_reshape, MirrorsTheRotationOfTwoKeys)
     }
 }
 
-TEST(HvQuatFCurve_reshape, RescalesAllKeysOrNone)
+TEST(HvQuatFCurve_reshape, RescalesAllKeys)
 {
     Trio const trio = MakeTrio();
     EXPECT_EQ(trio.y->ScaleAndOffsetParameters(1, 5, 1, 2, 3, 0, 0, C::LeftHandle, 0), 1);
     EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{4, 6, 10, 12}));
     EXPECT_EQ(TextIn(trio.y->GetUserDataSet(10), 1), "four");
-    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(4, 6, 1, 2, 3, 0, 0, C::LeftHandle, 0), 0);
     EXPECT_EQ(trio.y->ScaleAndOffsetParameters(4, 12, 1, 1, 0, 0, 0, C::LeftHandle, 0), 1);
     EXPECT_EQ(trio.y->ScaleAndOffsetParameters(4, 12, 1, 1e-8, 0, 0, 0, C::LeftHandle, 0), 0);
     EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{4, 6, 10, 12}));
     EXPECT_EQ(trio.y->ScaleAndOffsetParameters(4, 12, 0, -1, 0, 0, 0, C::LeftHandle, 0), 1);
     ExpectNear(ValuesOf(*trio.x), {20, -30, 40, 10});
+}
+
+TEST(HvQuatFCurve_reshape, MovesAPartOfTheKeys)
+{
+    Trio const trio = MakeTrio();
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(2, 4, 0, 1, 0.5, 0, 0, C::LeftHandle, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.x), (std::vector<double>{1, 2.5, 4.5, 5}));
+    EXPECT_EQ(TextIn(trio.y->GetUserDataSet(4.5), 1), "four");
+    ExpectNear(ValuesOf(*trio.z), {30, 60, 200, 120});
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(4.5, 4.5, 0, 1, 2, 1, 0, C::LeftHandle, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.x), (std::vector<double>{1, 2.5, 6.5, 7})) << "what is in front too";
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(1, 2.5, 0, 1, 4.25, 0, 0, C::LeftHandle, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.x), (std::vector<double>{5.25, 6.5, 6.75, 7}))
+        << "over those that stay";
+}
+
+TEST(HvQuatFCurve_reshape, ScalesAPartOfTheKeys)
+{
+    Trio const trio = MakeTrio();
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(2, 4, 2, 0.5, 0, 0, 0, C::RightHandle, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.x), (std::vector<double>{1, 2, 3, 5}));
+    EXPECT_EQ(TextIn(trio.y->GetUserDataSet(3), 1), "four");
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(2, 3, 2, 3, 0, 0, 1, C::RightHandle, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.x), (std::vector<double>{1, 2, 5, 7})) << "what follows too";
+    ExpectNear(ValuesOf(*trio.x), {10, 40, -30, 20});
+    ExpectNear(ValuesOf(*trio.y), {-20, 15, 35, 5});
+}
+
+TEST(HvQuatFCurve_reshape, TurnsAPartOfTheKeysRound)
+{
+    Trio const trio = MakeTrio();
+    trio.curve->SetKey(KeyOf(3, -5, 25, 90, 2), 0.0);
+    HvQuatKey shaped = trio.curve->GetKey(3);
+    shaped.bias = 0.5f;
+    shaped.spins = -1;
+    trio.curve->SetKey(3u, shaped);
+    trio.curve->SetValueLock(2, 1);
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(2, 4, 2, -1, 0, 0, 0, C::RightHandle, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.x), (std::vector<double>{1, 2, 3, 4, 5}));
+    ExpectNear(ValuesOf(*trio.x), {10, -30, -5, 40, 20});
+    ExpectNear(ValuesOf(*trio.y), {-20, 35, 25, 15, 5});
+    ExpectNear(ValuesOf(*trio.z), {30, 200, 90, 60, 120});
+    EXPECT_EQ(trio.curve->GetKey(1).bias, -0.5f);
+    EXPECT_EQ(trio.curve->GetKey(1).spins, 2) << "what was from 3 to 4 is from 2 to 3";
+    EXPECT_EQ(trio.curve->GetKey(2).spins, 0);
+    EXPECT_EQ(trio.curve->GetKey(3).spins, -1) << "what leads away stays";
+    EXPECT_EQ(trio.y->GetUserDataSet(4), nullptr);
+    EXPECT_EQ(TextIn(trio.y->GetUserDataSet(2), 1), "four");
+}
+
+TEST(HvQuatFCurve_reshape, TurnsAPartRoundBetweenKeysThatItMakes)
+{
+    Trio const trio = MakeTrio();
+    double const start = trio.z->Eval(1.5, 0);
+    double const end = trio.z->Eval(4.5, 0);
+    EXPECT_EQ(trio.z->ScaleAndOffsetParameters(1.5, 4.5, 3, -1, 0, 0, 0, C::RightHandle, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.x), (std::vector<double>{1, 1.5, 2, 4, 4.5, 5}));
+    ExpectNear(ValuesOf(*trio.z), {30, end, 200, 60, start, 120}, 1e-9);
+}
+
+TEST(HvQuatFCurve_reshape, IsNotRescaledWhereThatCannotBe)
+{
+    Trio const trio = MakeTrio();
+    double const nan = std::numeric_limits<double>::quiet_NaN();
+    std::string const image = QuatImage(*trio.y);
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(2, 4, nan, 2, 0, 0, 0, C::LeftHandle, 0), 0);
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(2, 4, 0, 1, 1e308 * 10, 0, 0, C::LeftHandle, 0), 0);
+    EXPECT_EQ(QuatImage(*trio.y), image);
+    trio.curve->SetParamLock(0, 1);
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(2, 4, 2, 0.5, 0, 0, 0, C::LeftHandle, 0), 0);
+    trio.curve->SetParamLock(0, 0);
+    trio.curve->SetReadOnlyConstraint(1);
+    EXPECT_EQ(trio.y->ScaleAndOffsetParameters(2, 4, 2, 0.5, 0, 0, 0, C::LeftHandle, 0), 0);
+    trio.curve->SetReadOnlyConstraint(0);
+    EXPECT_EQ(QuatImage(*trio.y), image);
 }
 
 TEST(HvQuatFCurve_reshape, SamplesTheRotation)

@@ -346,7 +346,11 @@ TEST(HvQuatFCurve, SnapsAsItIs)
     EXPECT_EQ(inside->GetExtrapolationMethod(), C::CycleExtrapolation);
     EXPECT_EQ(kept->GetExtrapolationMethod(), C::ConstantExtrapolation);
     double const nan = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_EQ(trio.z->SnapShot(0, 3, C::CycleExtrapolation), nullptr);
+    // Before its keys a copy that cycles would show something else.
+    std::unique_ptr<C> const beyond(trio.z->SnapShot(0, 3, C::CycleExtrapolation));
+    ASSERT_TRUE(beyond);
+    EXPECT_EQ(beyond->GetExtrapolationMethod(), C::ConstantExtrapolation);
+    EXPECT_EQ(beyond->Eval(0, 0), trio.z->Eval(0, 0));
     EXPECT_EQ(trio.z->SnapShot(nan, 3, C::ConstantExtrapolation), nullptr);
     std::unique_ptr<C> const empty(HvQuatFCurve(0u).SnapShot(0, 3, C::CycleExtrapolation));
     ASSERT_TRUE(empty);

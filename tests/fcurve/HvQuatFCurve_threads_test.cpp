@@ -78,7 +78,7 @@ TEST(HvQuatFCurve_threads, ReadWhatAnEditLeaves)
     std::atomic<bool> isDone{false};
     std::atomic<int> faults{0};
     std::thread editor([&] {
-        for (int k = 0; k < 400; ++k) {
+        for (int k = 0; k < 40; ++k) {
             trio.x->ShiftValues(k % 2 == 0 ? 360 : -360);
             trio.y->CreateNonModifyingKey(3, 0);
             trio.z->RemoveKey(3, 0);

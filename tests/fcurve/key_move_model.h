@@ -66,7 +66,7 @@ public:
     /// Whether the curve is shifted as a whole, which rounds in another way.
     bool IsWhole() const
     {
-        return kind_ != HvBaseFCurve::Boolean &&
+        return kind_ != HvBaseFCurve::Boolean && kind_ != HvBaseFCurve::Quaternion &&
                std::all_of(keys_.begin(), keys_.end(), [](Key const& key) {
                    return key.isDragged && !key.isParameterLocked && !key.isValueLocked;
                });

@@ -6,6 +6,7 @@
 
 #include <hv/fcurve/HvBooleanFCurve.h>
 #include <hv/fcurve/HvIntegerFCurve.h>
+#include <hv/fcurve/HvQuatFCurve.h>
 #include <hv/fcurve/HvRawFCurve.h>
 #include <hv/fcurve/HvStdFCurve.h>
 
@@ -21,14 +22,14 @@ namespace {
 
 using Curve = std::unique_ptr<HvBaseFCurve>;
 
-constexpr std::size_t kNumKinds = 4;
+constexpr std::size_t kNumKinds = 5;
 
 struct Departure {
     char const* name;
     /// Called on a curve with keys at 0 and 1; what it gives is left to `kept`, so that no
     /// destructor takes locks within the operation.
     std::function<void(HvBaseFCurve&, Curve& kept)> operate;
-    LocksTaken expected[kNumKinds];  ///< boolean, integer, standard, raw
+    LocksTaken expected[kNumKinds];  ///< boolean, integer, standard, raw, quaternion
 };
 
 Departure const kDepartures[] = {
@@ -36,33 +37,33 @@ Departure const kDepartures[] = {
      [](HvBaseFCurve& curve, Curve& kept) {
          kept.reset(curve.SnapShot(0, 1, HvBaseFCurve::ConstantExtrapolation));
      },
-     {kWriterLocks, kReaderLocks, kWriterLocks, kReaderLocks}},
+     {kWriterLocks, kReaderLocks, kWriterLocks, kReaderLocks, kReaderLocks}},
     {"FoldParameter",
      [](HvBaseFCurve& curve, Curve&) { curve.FoldParameter(3); },
-     {kWriterLocks, kWriterLocks, kWriterLocks, kWriterLocks}},
+     {kWriterLocks, kWriterLocks, kWriterLocks, kWriterLocks, kWriterLocks}},
     {"SetExtrapolationMethod",
      [](HvBaseFCurve& curve, Curve&) {
          curve.SetExtrapolationMethod(HvBaseFCurve::CycleExtrapolation);
      },
-     {kWriterLocks, kWriterLocks, kReaderLocks, kWriterLocks}},
+     {kWriterLocks, kWriterLocks, kReaderLocks, kWriterLocks, kWriterLocks}},
     {"AreAnyValuesLockedInInterval",
      [](HvBaseFCurve& curve, Curve&) { curve.AreAnyValuesLockedInInterval(0, 1, 0, 0); },
-     {kNoLocks, kNoLocks, kNoLocks, kNoLocks}},
+     {kNoLocks, kNoLocks, kNoLocks, kNoLocks, kNoLocks}},
     {"AreAnyParametersLockedInInterval",
      [](HvBaseFCurve& curve, Curve&) { curve.AreAnyParametersLockedInInterval(0, 1, 0, 0); },
-     {kNoLocks, kNoLocks, kNoLocks, kNoLocks}},
+     {kNoLocks, kNoLocks, kNoLocks, kNoLocks, kNoLocks}},
     {"AreAnyKeysLockedInInterval",
      [](HvBaseFCurve& curve, Curve&) { curve.AreAnyKeysLockedInInterval(0, 1, 0, 0); },
-     {kNoLocks, kNoLocks, kNoLocks, kNoLocks}},
+     {kNoLocks, kNoLocks, kNoLocks, kNoLocks, kNoLocks}},
     {"GetKind",
      [](HvBaseFCurve& curve, Curve&) { curve.GetKind(); },
-     {kNoLocks, kNoLocks, kNoLocks, kNoLocks}},
+     {kNoLocks, kNoLocks, kNoLocks, kNoLocks, kNoLocks}},
     {"IsConstraintSupported",
      [](HvBaseFCurve& curve, Curve&) { curve.IsConstraintSupported(HvBaseFCurve::ValueLocked); },
-     {kNoLocks, kNoLocks, kNoLocks, kNoLocks}},
+     {kNoLocks, kNoLocks, kNoLocks, kNoLocks, kNoLocks}},
     {"SetClampingValues",
      [](HvBaseFCurve& curve, Curve&) { curve.SetClampingValues(0, 1); },
-     {kNoLocks, kNoLocks, kWriterLocks, kWriterLocks}},
+     {kNoLocks, kNoLocks, kWriterLocks, kWriterLocks, kNoLocks}},
 };
 
 Curve CurveOfKind(std::size_t kind)
@@ -78,8 +79,11 @@ Curve CurveOfKind(std::size_t kind)
     case 2:
         curve = std::make_unique<HvStdFCurve>(0.0, HvBaseFCurve::CubicSegment);
         break;
-    default:
+    case 3:
         curve = std::make_unique<HvRawFCurve>(0.0);
+        break;
+    default:
+        curve = std::make_unique<HvQuatFCurve>(0u);
     }
     curve->CreateKey(0, 0);
     curve->CreateKey(1, 1);

@@ -537,3 +537,50 @@ TEST(HvQuatCurve_keys, AreReplacedAllAtOnceInTheOrderInWhichTheyStand)
     EXPECT_EQ(curve.SetKeys(nullptr, 0), 1);
     EXPECT_EQ(curve.GetNumKeys(), 0u);
 }
+
+TEST(HvQuatCurve_keys, OfARangeAreReplaced)
+{
+    auto const at = [](double t) { return HvQuatKey(t, {t, 2 * t, 3 * t}, 0.5f, 0, 0, 1); };
+    auto const times = [](HvQuatCurve const& curve) {
+        std::vector<double> all;
+        for (unsigned int i = 0; i < curve.GetNumKeys(); ++i) {
+            all.push_back(curve.GetKeyTime(i));
+        }
+        return all;
+    };
+    HvQuatCurve curve;
+    for (double const t : {1, 2, 3, 4}) {
+        curve.SetKey(t, HvPoint3<double>(), 0.0);
+    }
+    curve.SetValueLock(1, 1);
+    curve.Eval(2.5);
+    HvQuatKey const middle[] = {at(1.5), at(3.5)};
+    EXPECT_EQ(curve.ReplaceKeys(1, middle, 2), 1);
+    EXPECT_EQ(times(curve), (std::vector<double>{1, 1.5, 3.5, 4}));
+    EXPECT_EQ(curve.GetKey(1), middle[0]);
+    EXPECT_TRUE(WasStale(curve)) << "the spline of before";
+    double const inf = std::numeric_limits<double>::infinity();
+    HvQuatKey const refused[][2] = {{at(1), at(2)},    {at(0.5), at(2)},       {at(2), at(4)},
+                                    {at(3), at(3)},    {at(3), at(2)},         {at(2), at(inf)},
+                                    {at(-inf), at(2)}, {at(2), at(-inf + inf)}};
+    for (auto const& keys : refused) {
+        EXPECT_EQ(curve.ReplaceKeys(1, keys, 2), 0) << keys[0].time << " " << keys[1].time;
+    }
+    HvQuatKey const ends[] = {at(-inf), at(inf)};
+    EXPECT_EQ(curve.ReplaceKeys(0, ends, 1), 0);
+    EXPECT_EQ(curve.ReplaceKeys(3, ends + 1, 1), 0);
+    HvQuatKey const far[] = {at(-7), at(7)};
+    EXPECT_EQ(curve.ReplaceKeys(3, far, 2), 0) << "too few";
+    EXPECT_EQ(curve.ReplaceKeys(5, far, 0), 0);
+    EXPECT_EQ(times(curve), (std::vector<double>{1, 1.5, 3.5, 4}));
+    EXPECT_EQ(curve.ReplaceKeys(0, far, 1), 1);
+    EXPECT_EQ(curve.ReplaceKeys(3, far + 1, 1), 1);
+    EXPECT_EQ(curve.ReplaceKeys(4, far, 0), 1) << "nothing";
+    EXPECT_EQ(times(curve), (std::vector<double>{-7, 1.5, 3.5, 7}));
+    // All of a curve in disorder, which is in order then.
+    curve.SetParameter(0, 5);
+    HvQuatKey const all[] = {at(1), at(2), at(3), at(4)};
+    EXPECT_EQ(curve.ReplaceKeys(0, all, 4), 1);
+    EXPECT_EQ(curve.IsValid(), 1);
+    EXPECT_EQ(curve.FindKey(2, 0), 1u);
+}

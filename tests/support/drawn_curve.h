@@ -27,15 +27,18 @@ public:
 
     DrawnCurve(HvBaseFCurve const& curve, double left, double right)
     {
-        if (Cycles(curve, right - left) > kMostCycles) {
+        // The angles of a rotation swing over hundreds of degrees, and are slow to draw.
+        bool const isRotation = curve.GetKind() == HvBaseFCurve::Quaternion;
+        if (Cycles(curve, right - left) > (isRotation ? 4 : kMostCycles)) {
             return;
         }
         isDrawn_ = true;
+        flatness_ = isRotation ? 0.1 : 1e-3;
         constexpr double kEverywhere = std::numeric_limits<double>::max();
         HvPoint2dArray points;
         HvPointTagArray tags;
         HvBoolArray flags;
-        curve.FlattenFromTo({left, -kEverywhere, right, kEverywhere}, HvTransfo4(), kFlatness,
+        curve.FlattenFromTo({left, -kEverywhere, right, kEverywhere}, HvTransfo4(), flatness_,
                             points, tags, flags, 0);
         for (unsigned int i = 0; i + 1 < points.Size(); ++i) {
             if (tags[i] != HvPointTagEnd) {
@@ -71,10 +74,9 @@ private:
     };
 
     static constexpr double kMostCycles = 1000;
-    static constexpr double kFlatness = 1e-3;
-    /// Two polylines within kFlatness of one curve are within twice that of each other; the rest is
-    /// for the rounding of values that an extrapolation carries far away.
-    static constexpr double kReach = 2.5 * kFlatness;
+    /// Two polylines within the flatness of one curve are within twice that of each other; the rest
+    /// is for the rounding of values that an extrapolation carries far away.
+    double Reach() const { return 2.5 * flatness_; }
 
     /// How often the keys of a curve that cycles fit into a width.
     static double Cycles(HvBaseFCurve const& curve, double width)
@@ -95,10 +97,10 @@ private:
     bool Shows(Point const& P) const
     {
         auto edge =
-            std::lower_bound(edges_.begin(), edges_.end(), P.x - kReach,
+            std::lower_bound(edges_.begin(), edges_.end(), P.x - Reach(),
                              [](Edge const& candidate, double x) { return candidate.to.x < x; });
-        for (; edge != edges_.end() && edge->from.x <= P.x + kReach; ++edge) {
-            if (Distance(P, *edge) <= kReach) {
+        for (; edge != edges_.end() && edge->from.x <= P.x + Reach(); ++edge) {
+            if (Distance(P, *edge) <= Reach()) {
                 return true;
             }
         }
@@ -115,6 +117,7 @@ private:
     }
 
     bool isDrawn_ = false;
+    double flatness_ = 0;
     std::vector<Edge> edges_;
 };
 

@@ -108,7 +108,7 @@ int CFCCurveStretcher<Curve>::Stretch(Step const& step, double viewLeft, double 
     before.Reserve(HvArrayCapacity_GrownSize(before.Size(), count));
     after.Reserve(HvArrayCapacity_GrownSize(after.Size(), count));
     SetTargets(step);
-    if (!AreTargetsFinite()) {
+    if (!AreTargetsFinite() || (!Plan().IsHorizontal() && !HvCurveTool_HasValues(impl_))) {
         return 0;
     }
     bool const staysPut = IsAtTargets();
@@ -167,9 +167,12 @@ void CFCCurveStretcher<Curve>::SetTarget(unsigned int k, Step const& step)
         return;
     }
     key.targetParameter = target(planned.parameter, planned.weight);
+    bool const flips = step.scale < 0 && planned.weight != 0;
+    if constexpr (Traits::kIsRotation) {
+        dragged_.rotations[k].targetIsTurned = flips;
+    }
     if constexpr (Traits::kHasTangents) {
         // Turned round about the pivot, a key's left side is its right one.
-        bool const flips = step.scale < 0 && planned.weight != 0;
         key.targetLeftValue = flips ? key.startRightValue : key.startLeftValue;
         key.targetRightValue = flips ? key.startLeftValue : key.startRightValue;
         CFCDraggedTangents& tangents = dragged_.tangents[k];
@@ -353,7 +356,10 @@ template <class Curve>
 void CFCCurveStretcher<Curve>::SetValues(unsigned int k, unsigned int i, Step const& step)
 {
     CFCDraggedKey const& target = dragged_.keys[k];
-    if constexpr (!Traits::kHasTangents) {
+    if constexpr (Traits::kIsRotation) {
+        CFCDraggedKey_SetAngle(impl_, i, target, dragged_.rotations[k]);
+        (void)step;
+    } else if constexpr (!Traits::kHasTangents) {
         impl_.keys[i].value = static_cast<typename Traits::Value>(target.targetRightValue);
         (void)step;
     } else {
@@ -410,3 +416,4 @@ template class CFCCurveStretcher<HvBooleanFCurve>;
 template class CFCCurveStretcher<HvIntegerFCurve>;
 template class CFCCurveStretcher<HvRawFCurve>;
 template class CFCCurveStretcher<HvStdFCurve>;
+template class CFCCurveStretcher<HvQuatFCurve>;

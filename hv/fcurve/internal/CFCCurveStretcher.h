@@ -73,5 +73,6 @@ extern template class CFCCurveStretcher<HvBooleanFCurve>;
 extern template class CFCCurveStretcher<HvIntegerFCurve>;
 extern template class CFCCurveStretcher<HvRawFCurve>;
 extern template class CFCCurveStretcher<HvStdFCurve>;
+extern template class CFCCurveStretcher<HvQuatFCurve>;
 
 #endif

@@ -48,6 +48,13 @@ CFCDraggedTangents TangentsOf(HvStdFCurveImpl const& impl, unsigned int i)
     return tangents;
 }
 
+CFCDraggedRotation RotationOf(HvQuatFCurveImpl const& impl, unsigned int i)
+{
+    // No span comes before the first key.
+    HvQuatKey const before = i == 0 ? HvQuatKey() : impl.Curve().GetKey(i - 1);
+    return {impl.AngleOf(i), before.spins, false, false};
+}
+
 }  // namespace
 
 template <class Curve>
@@ -72,6 +79,9 @@ void CFCDraggedKeys<Curve>::Reserve(unsigned int count)
     if (Traits::kHasTangents) {
         tangents.Reserve(count);
     }
+    if (Traits::kIsRotation) {
+        rotations.Reserve(count);
+    }
 }
 
 template <class Curve>
@@ -79,7 +89,7 @@ void CFCDraggedKeys<Curve>::Add(Impl const& impl, unsigned int i)
 {
     CFCKeyConstraint word{impl.ConstraintWord(i)};
     CFCDraggedKey key{};
-    key.isSelected = impl.selected != 0 && word.HasAny(CFCKeyConstraint::kSelected);
+    key.isSelected = impl.IsCurveSelected() && impl.IsSelected(i);
     word.Clear(CFCKeyConstraint::kSelected);
     key.word = word.word;
     key.startParameter = impl.Parameter(i);
@@ -94,8 +104,22 @@ void CFCDraggedKeys<Curve>::Add(Impl const& impl, unsigned int i)
         tangents.Reserve(HvArrayCapacity_GrownSize(tangents.Count(), 1));
         keys.Add(key);
         tangents.Add(TangentsOf(impl, i));
+    } else if constexpr (Traits::kIsRotation) {
+        rotations.Reserve(HvArrayCapacity_GrownSize(rotations.Count(), 1));
+        keys.Add(key);
+        rotations.Add(RotationOf(impl, i));
     } else {
         keys.Add(key);
+    }
+}
+
+void CFCDraggedKey_SetAngle(HvQuatFCurveImpl& impl, unsigned int i, CFCDraggedKey const& key,
+                            CFCDraggedRotation const& rotation)
+{
+    if (key.targetRightValue == key.startRightValue) {
+        impl.SetAngle(i, rotation.startAngle);
+    } else if (key.targetRightValue != key.rightValue) {
+        impl.SetValue(i, key.targetRightValue);
     }
 }
 
@@ -103,3 +127,4 @@ template class CFCDraggedKeys<HvBooleanFCurve>;
 template class CFCDraggedKeys<HvIntegerFCurve>;
 template class CFCDraggedKeys<HvRawFCurve>;
 template class CFCDraggedKeys<HvStdFCurve>;
+template class CFCDraggedKeys<HvQuatFCurve>;

@@ -57,8 +57,16 @@ struct CFCDraggedTangents {
     CFCFacingHandles divided;    ///< after that
 };
 
+/// What a key of a rotation has besides.
+struct CFCDraggedRotation {
+    double startAngle;      ///< radians, of the component dragged
+    short otherSpins : 12;  ///< of the span before it at the start; its own while it is turned
+    bool isTurned;          ///< the spans beside it have changed sides
+    bool targetIsTurned;    ///< what the next step makes of it
+};
+
 /// The keys of a drag in the order in which they were added, which must ascend. Only kinds with
-/// tangents fill `tangents`; element i of both arrays is the same key.
+/// tangents fill `tangents`, only rotations `rotations`; element i of all arrays is the same key.
 template <class Curve>
 class CFCDraggedKeys {
 public:
@@ -68,6 +76,7 @@ public:
 
     HvAltDynArray<CFCDraggedKey> keys{1};
     HvAltDynArray<CFCDraggedTangents> tangents{1};
+    HvAltDynArray<CFCDraggedRotation> rotations{1};
     bool isUniform = true;  ///< all spans had one kind at the start
     FSKind firstSegmentKind = HvBaseFCurve::ConstantSegment;
     FSKind lastKeyKind = HvBaseFCurve::ConstantSegment;
@@ -91,9 +100,16 @@ inline bool CFCDraggedKey_IsValueFree(unsigned short word)
     return (word & CFCKeyConstraint::kValueLocked) == 0;
 }
 
+/// Gives key i of a rotation, whatever its locks, the value that a step gives the dragged `key`:
+/// where that is the value of the start, the very angle of the start, and where it is the one that
+/// the key has, none.
+void CFCDraggedKey_SetAngle(HvQuatFCurveImpl& impl, unsigned int i, CFCDraggedKey const& key,
+                            CFCDraggedRotation const& rotation);
+
 extern template class CFCDraggedKeys<HvBooleanFCurve>;
 extern template class CFCDraggedKeys<HvIntegerFCurve>;
 extern template class CFCDraggedKeys<HvRawFCurve>;
 extern template class CFCDraggedKeys<HvStdFCurve>;
+extern template class CFCDraggedKeys<HvQuatFCurve>;
 
 #endif

@@ -1,16 +1,15 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// Lifting and putting down keys: where a step takes place. The work itself is in the .inl.
+// Lifting and putting down keys: where a step takes place. The work itself is the bench's.
 
 #include <hv/fcurve/internal/CFCKeyLift.h>
 
-#include <hv/fcurve/internal/CFCKeyLift_bench.inl>
-#include <hv/fcurve/internal/std_edit_checks.h>
 #include <hv/foundation/HvExtent2.h>
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace {
 
@@ -28,10 +27,8 @@ void Sort(Array& array, Less less)
 template <class Curve>
 CFCKeyLift<Curve>::CFCKeyLift(Curve& curve, CFCDraggedKeys<Curve>& dragged)
     : curve_(curve), impl_(HvCurveToolAccess::ImplOf(curve)), dragged_(dragged),
-      benchCurve_(Traits::NewCurve()), bench_(HvCurveToolAccess::ImplOf(benchCurve_))
+      bench_(impl_, dragged, lifted_)
 {
-    bench_.keepsSpareKeys = true;
-    pile_.keepsSpareKeys = true;
 }
 
 template <class Curve>
@@ -76,6 +73,9 @@ typename CFCKeyLift<Curve>::Place CFCKeyLift<Curve>::PlaceOf(unsigned int key, u
 template <class Curve>
 bool CFCKeyLift<Curve>::Prepare(Order const& order)
 {
+    if (!bench_.CanWork()) {
+        return false;
+    }
     nextOrder_.Reserve(order.Count());
     places_.Reserve(order.Count());
     lifted_.Reserve(order.Count());
@@ -176,15 +176,14 @@ void CFCKeyLift<Curve>::ReserveBench()
     for (Stretch const& stretch : stretches_) {
         longest = std::max(longest, stretch.high - stretch.low + kBeside);
     }
-    bool const isRoom = longest <= std::min(bench_.keys.Capacity(), pile_.keys.Capacity());
+    bool const isRoom = longest <= bench_.Capacity();
     Stretch wide{0, 0};
     for (Place const& place : places_) {
         wide.low = place.low > wide.high ? place.low : wide.low;
         wide.high = std::max(wide.high, place.high + kTurn);
         longest = isRoom ? longest : std::max(longest, wide.high - wide.low + kBeside);
     }
-    bench_.ReserveKeys(longest);
-    pile_.ReserveKeys(longest);
+    bench_.Reserve(longest);
 }
 
 template <class Curve>
@@ -197,7 +196,7 @@ void CFCKeyLift<Curve>::FillTurns(Order const& order, Turns& turns) const
             turns.Add({stretchOfKey_[key], position, key});
         }
     }
-    Sort(turns, [](Turn const& a, Turn const& b) {
+    Sort(turns, [](CFCKeyTurn const& a, CFCKeyTurn const& b) {
         return a.stretch != b.stretch ? a.stretch < b.stretch : a.position < b.position;
     });
 }
@@ -207,19 +206,18 @@ void CFCKeyLift<Curve>::FillTurns(Order const& order, Turns& turns) const
 template <class Curve>
 void CFCKeyLift<Curve>::Move()
 {
-    leftGuard_.isRestored = false;
-    rightGuard_.isRestored = false;
+    bench_.Begin();
     unsigned int begin = 0;
     for (unsigned int s = 0; s < stretches_.Count(); ++s) {
         unsigned int end = begin;
         while (end < lifts_.Count() && lifts_[end].stretch == s) {
             ++end;
         }
-        Work(stretches_[s], &lifts_[begin], &puts_[begin], end - begin);
+        Work(stretches_[s], begin, end);
         begin = end;
     }
     bool const hasUserData = curve_.HasUserData() != 0;
-    for (Turn const& turn : lifts_) {
+    for (CFCKeyTurn const& turn : lifts_) {
         CFCDraggedKey& key = dragged_.keys[turn.key];
         if (hasUserData) {
             curve_.RemoveKeyUserData(key.parameter);
@@ -230,25 +228,18 @@ void CFCKeyLift<Curve>::Move()
         key.rightValue = key.targetRightValue;
     }
     order_.Swap(nextOrder_);
-    isFirstStep_ = false;
+    bench_.End();
 }
 
+/// Takes the turns `begin` to `end` - 1, those of the stretch.
 template <class Curve>
-void CFCKeyLift<Curve>::Work(Stretch const& stretch, Turn const* lifts, Turn const* puts,
-                             unsigned int count)
+void CFCKeyLift<Curve>::Work(Stretch const& stretch, unsigned int begin, unsigned int end)
 {
     // One more key on either side, where there is one, so that the keys written are not taken for
     // the ends of the curve.
     unsigned int const first = stretch.low == 0 ? 0 : stretch.low - 1;
     unsigned int const last = std::min(stretch.high + 1, impl_.NumKeys() - 1);
-    LoadBench(first, last);
-    for (unsigned int j = count; j-- > 0;) {
-        Lift(lifts[j].key);
-    }
-    for (unsigned int j = 0; j < count; ++j) {
-        PutDown(puts[j].key);
-    }
-    StoreBench(first);
+    bench_.Work(first, last, &lifts_[begin], &puts_[begin], end - begin);
 }
 
 template <class Curve>
@@ -339,3 +330,4 @@ template class CFCKeyLift<HvBooleanFCurve>;
 template class CFCKeyLift<HvIntegerFCurve>;
 template class CFCKeyLift<HvRawFCurve>;
 template class CFCKeyLift<HvStdFCurve>;
+template class CFCKeyLift<HvQuatFCurve>;

@@ -7,7 +7,7 @@
 #ifndef HV_FCURVE_INTERNAL_CFCKEYLIFT_H
 #define HV_FCURVE_INTERNAL_CFCKEYLIFT_H
 
-#include <hv/fcurve/internal/CFCDraggedKeys.h>
+#include <hv/fcurve/internal/CFCKeyBench.h>
 
 template <class T>
 struct HvExtent2;
@@ -30,10 +30,9 @@ struct HvExtent2;
 ///
 /// Work is done on a copy of the keys around the places concerned, the *bench*, and copied back
 /// when all is done: memory that runs out leaves the curve as it was. Places far apart have a bench
-/// of their own each, so the keys between are not touched. On the bench keys behind the current
-/// place lie on a second pile, so that a key goes or comes at the end of an array. Cost of a step:
-/// O(m log n) searches, and each key between a place lifted from and its target copied once; no
-/// allocation once a step has had as many keys.
+/// of their own each, so the keys between are not touched. Cost of a step: O(m log n) searches, and
+/// each key between a place lifted from and its target copied once; no allocation once a step has
+/// had as many keys.
 ///
 /// Takes no locks: the tool holds both. One step:
 ///
@@ -97,21 +96,7 @@ private:
         unsigned int low;
         unsigned int high;
     };
-    /// A key's turn to be lifted or put down.
-    struct Turn {
-        unsigned int stretch;
-        unsigned int position;
-        unsigned int key;
-    };
-    using Turns = HvAltDynArray<Turn>;
-    struct Guard {
-        double parameter;
-        double leftValue;
-        HvPoint2<double> unit;
-        double length;
-        bool isSet;
-        bool isRestored;  ///< in this step
-    };
+    using Turns = HvAltDynArray<CFCKeyTurn>;
 
     Place PlaceOf(unsigned int key, unsigned int i) const;
     bool AreTargetsFree();
@@ -119,32 +104,12 @@ private:
     void Divide();
     void ReserveBench();
     void FillTurns(Order const& order, Turns& turns) const;
-    void Work(Stretch const& stretch, Turn const* lifts, Turn const* puts, unsigned int count);
-
-    void LoadBench(unsigned int first, unsigned int last);
-    void StoreBench(unsigned int first);
-    void SeekOnBench(double parameter);
-    void Lift(unsigned int key);
-    void PutDown(unsigned int key);
-    void CreateOnBench(CFCDraggedKey const& key, CFCDraggedTangents& tangents);
-    CFCFacingHandles HandlesBeside(unsigned int left, unsigned int right) const;
-    void GiveHandlesBack(CFCDraggedTangents const& tangents, CFCFacingHandles const& now,
-                         unsigned int i);
-    void GiveHandlesOfStart(CFCFacingHandles const& start, unsigned int k);
-    bool IsLifted(double parameter) const;
-    void RememberGuards(unsigned int i);
-    void RestoreGuards(unsigned int i);
+    void Work(Stretch const& stretch, unsigned int begin, unsigned int end);
     void AugmentAround(double parameter, unsigned int& done, HvExtent2<double>& extent) const;
 
     Curve& curve_;
     Impl& impl_;
     CFCDraggedKeys<Curve>& dragged_;
-    Curve benchCurve_;
-    Impl& bench_;
-    typename Impl::Store pile_;   ///< keys of the bench behind the current place, last first
-    bool benchHasFirst_ = false;  ///< the bench begins with the first key of the curve
-    bool benchHasLast_ = false;
-    bool isFirstStep_ = true;
 
     Order order_{1};  ///< in which the keys were put down last
     Order nextOrder_{1};
@@ -152,12 +117,11 @@ private:
     HvAltDynArray<Stretch> stretches_{1};
     HvAltDynArray<unsigned int> stretchOfKey_{1};
     HvAltDynArray<unsigned int> lifted_{1};  ///< indices of the curve, rising
-    HvAltDynArray<double> targets_{1};       ///< rising
+    CFCKeyBench<Curve> bench_;
+    HvAltDynArray<double> targets_{1};  ///< rising
     Turns lifts_{1};
     Turns puts_{1};
 
-    Guard leftGuard_{};
-    Guard rightGuard_{};
     CFCStdKey firstAtStart_;  ///< the ends, of a standard curve
     CFCStdKey lastAtStart_;
     double firstParameter_ = 0;
@@ -171,5 +135,6 @@ extern template class CFCKeyLift<HvBooleanFCurve>;
 extern template class CFCKeyLift<HvIntegerFCurve>;
 extern template class CFCKeyLift<HvRawFCurve>;
 extern template class CFCKeyLift<HvStdFCurve>;
+extern template class CFCKeyLift<HvQuatFCurve>;
 
 #endif

@@ -5,6 +5,7 @@
 
 #include <hv/fcurve/internal/HvQuatFCurveImpl.h>
 #include <hv/fcurve/internal/cycle_span.h>
+#include <hv/foundation/HvExtent2.h>
 
 #include <algorithm>
 #include <cmath>
@@ -35,6 +36,42 @@ void HvQuatFCurveImpl::Swap(HvQuatFCurveImpl& other) noexcept
     std::swap(defaultBezierTangentConstraint, other.defaultBezierTangentConstraint);
     std::swap(timeCurve, other.timeCurve);
     curve_->Swap(*other.curve_);
+}
+
+// Keys.
+
+double HvQuatFCurveImpl::AngleOf(unsigned int i) const
+{
+    HvPoint3<double> const angles = curve_->GetKeyValue(i);
+    return component == 0 ? angles.x : component == 1 ? angles.y : angles.z;
+}
+
+void HvQuatFCurveImpl::SetAngle(unsigned int i, double radians)
+{
+    HvPoint3<double> angles = curve_->GetKeyValue(i);
+    (component == 0 ? angles.x : component == 1 ? angles.y : angles.z) = radians;
+    unsigned short const word = curve_->GetConstraintData(i);
+    curve_->SetConstraintData(i, 0);
+    curve_->SetKeyValue(i, angles);
+    curve_->SetConstraintData(i, word);
+}
+
+void HvQuatFCurveImpl::SetValue(unsigned int i, double degrees)
+{
+    unsigned short const word = curve_->GetConstraintData(i);
+    curve_->SetConstraintData(i, 0);
+    curve_->SetKeyValue(i, component, degrees);
+    curve_->SetConstraintData(i, word);
+}
+
+void HvQuatFCurveImpl::AugmentByKeys(unsigned int first, unsigned int last,
+                                     HvExtent2<double>& extent) const
+{
+    for (unsigned int i = first; i <= last; ++i) {
+        double const value = RightValueOf(i);
+        extent.Augment({Parameter(i), value - kExtentMarginDegrees});
+        extent.Augment({Parameter(i), value + kExtentMarginDegrees});
+    }
 }
 
 // Finding keys.

@@ -73,6 +73,12 @@ public:
         curve_->SetConstraintData(i, word);
     }
 
+    /// The angle that the curve keeps for key i, radians.
+    double AngleOf(unsigned int i) const;
+    /// Set the angle of key i, whatever its locks; in radians, or in degrees.
+    void SetAngle(unsigned int i, double radians);
+    void SetValue(unsigned int i, double degrees);
+
     // Finding keys; see CFCBaseImpl.
 
     unsigned int LocateParameter(double p, int& exact) const;
@@ -93,6 +99,17 @@ public:
     double Eval(double p) const;
     /// All three angles at p, radians; outside the keys those of the end key.
     HvPoint3<double> AnglesHeldAt(double p) const;
+
+    // Extents to redraw.
+
+    /// How many neighbours on each side a key's change reaches: the path through a neighbour
+    /// depends on it, and so does the segment beyond.
+    static constexpr unsigned int kExtentReach = 2;
+    /// No angle goes farther from the line between its keys, or outside of them from the end key's,
+    /// than half a turn; half a turn more is what HvQuatCurve::GetKeyExtent allows for.
+    static constexpr double kExtentMarginDegrees = 360.0;
+    /// Augments by the keys `first` to `last` themselves with that margin.
+    void AugmentByKeys(unsigned int first, unsigned int last, HvExtent2<double>& extent) const;
 
     // Flattening; see HvQuatFCurve::FlattenFromTo.
 

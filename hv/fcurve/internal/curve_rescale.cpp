@@ -7,6 +7,7 @@
 
 #include <hv/fcurve/HvFCurveKeyMover.h>
 #include <hv/fcurve/HvFCurveStretcher.h>
+#include <hv/fcurve/HvQuatFCurve.h>
 #include <hv/fcurve/internal/CFCBaseImpl.h>
 #include <hv/foundation/HvDoubleArray.h>
 #include <hv/foundation/HvExtent2.h>
@@ -142,7 +143,13 @@ int HvCurveRescale::ScaleSome(HvBaseFCurve& curve, double& first, double& last) 
     last = region.max.x;
     curve.GetNearestKeyParameterInCenteredInterval(first, kStretchEndSnapParameter);
     curve.GetNearestKeyParameterInCenteredInterval(last, kStretchEndSnapParameter);
-    return scale > 0 ? 1 : MirrorStretch(curve, first, last);
+    if (scale > 0) {
+        return 1;
+    }
+    // A rotation cannot be cut without a trace, and its keys can be turned round where they are.
+    return curve.GetKind() == HvBaseFCurve::Quaternion
+               ? static_cast<HvQuatFCurve&>(curve).MirrorStretch(first, last)
+               : MirrorStretch(curve, first, last);
 }
 
 /// Whether a scale drags the first end of the stretch: the one that ripples, or the one of the

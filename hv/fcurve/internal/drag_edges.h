@@ -7,6 +7,7 @@
 #define HV_FCURVE_INTERNAL_DRAG_EDGES_H
 
 #include <hv/fcurve/internal/CFCBaseImpl.h>
+#include <hv/fcurve/internal/HvQuatFCurveImpl.h>
 #include <hv/foundation/HvExtent2.h>
 
 #include <cmath>
@@ -72,6 +73,29 @@ void HvDragEdges_Augment(Impl const& impl, double viewLeft, double viewRight, bo
                             ? static_cast<double>(impl.EvalRightUsingExtrapolationMethod(viewRight))
                             : held,
                         extent);
+    }
+}
+
+/// The same of a rotation. Outside the keys its angle stays near that of the end key whatever it
+/// does there, so it never rises; a constant one is that of the key.
+inline void HvDragEdges_Augment(HvQuatFCurveImpl const& impl, double viewLeft, double viewRight,
+                                bool left, bool right, HvExtent2<double>& extent)
+{
+    if (impl.NumKeys() == 0) {
+        return;
+    }
+    bool const isConstant =
+        impl.NumKeys() == 1 || impl.Method() == HvBaseFCurve::ConstantExtrapolation;
+    double const margin = isConstant ? 0 : HvQuatFCurveImpl::kExtentMarginDegrees;
+    if (left || impl.Cycles()) {
+        double const value = impl.RightValueOf(0);
+        HvDragEdges_Add(viewLeft, value - margin, extent);
+        HvDragEdges_Add(viewLeft, value + margin, extent);
+    }
+    if (right || impl.Cycles()) {
+        double const value = impl.RightValueOf(impl.NumKeys() - 1);
+        HvDragEdges_Add(viewRight, value - margin, extent);
+        HvDragEdges_Add(viewRight, value + margin, extent);
     }
 }
 

@@ -1,50 +1,96 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// Lifting and putting down keys: the work on the bench. Included by CFCKeyLift.cpp.
+// The bench of a key lift: making and removing keys one by one.
 
-#ifndef HV_FCURVE_INTERNAL_CFCKEYLIFT_BENCH_INL
-#define HV_FCURVE_INTERNAL_CFCKEYLIFT_BENCH_INL
+#include <hv/fcurve/internal/CFCKeyBench.h>
 
-#include <hv/fcurve/internal/CFCKeyLift.h>
 #include <hv/fcurve/internal/std_edit_checks.h>
 
 #include <algorithm>
 #include <cmath>
 
+namespace {
+
 // What a curve tells of the time before its first key.
 
 template <class T, class K>
-void CFCKeyLift_CopyHead(CFCKeyStoreA<T, K> const& from, CFCKeyStoreA<T, K>& to)
+void CopyHead(CFCKeyStoreA<T, K> const& from, CFCKeyStoreA<T, K>& to)
 {
     to.leftValue = from.leftValue;
 }
 template <class T, class K>
-void CFCKeyLift_CopyHead(CFCKeyStoreB<T, K> const&, CFCKeyStoreB<T, K>&)
+void CopyHead(CFCKeyStoreB<T, K> const&, CFCKeyStoreB<T, K>&)
 {
 }
 template <class T, class K>
-void CFCKeyLift_CopyHead(CFCKeyStoreC<T, K> const& from, CFCKeyStoreC<T, K>& to)
+void CopyHead(CFCKeyStoreC<T, K> const& from, CFCKeyStoreC<T, K>& to)
 {
     to.defaultSegmentKind = from.defaultSegmentKind;
 }
 
 /// Moves the last key of one store behind the last of another.
 template <class Store>
-void CFCKeyLift_MoveLast(Store& from, Store& to)
+void MoveLast(Store& from, Store& to)
 {
     unsigned int const last = from.keys.Count() - 1;
     to.InsertKey(to.keys.Count(), from.keys[last], from.ConstraintWord(last));
     from.RemoveKeyRange(last, last);
 }
 
+}  // namespace
+
 template <class Curve>
-void CFCKeyLift<Curve>::LoadBench(unsigned int first, unsigned int last)
+CFCKeyBench<Curve>::CFCKeyBench(Impl& impl, CFCDraggedKeys<Curve>& dragged,
+                                HvAltDynArray<unsigned int> const& lifted)
+    : impl_(impl), dragged_(dragged), lifted_(lifted), benchCurve_(Traits::NewCurve()),
+      bench_(HvCurveToolAccess::ImplOf(benchCurve_))
+{
+    bench_.keepsSpareKeys = true;
+    pile_.keepsSpareKeys = true;
+}
+
+template <class Curve>
+unsigned int CFCKeyBench<Curve>::Capacity() const
+{
+    return std::min(bench_.keys.Capacity(), pile_.keys.Capacity());
+}
+
+template <class Curve>
+void CFCKeyBench<Curve>::Reserve(unsigned int numKeys)
+{
+    bench_.ReserveKeys(numKeys);
+    pile_.ReserveKeys(numKeys);
+}
+
+template <class Curve>
+void CFCKeyBench<Curve>::Begin()
+{
+    leftGuard_.isRestored = false;
+    rightGuard_.isRestored = false;
+}
+
+template <class Curve>
+void CFCKeyBench<Curve>::Work(unsigned int first, unsigned int last, CFCKeyTurn const* lifts,
+                              CFCKeyTurn const* puts, unsigned int count)
+{
+    Load(first, last);
+    for (unsigned int j = count; j-- > 0;) {
+        Lift(lifts[j].key);
+    }
+    for (unsigned int j = 0; j < count; ++j) {
+        PutDown(puts[j].key);
+    }
+    Store(first);
+}
+
+template <class Curve>
+void CFCKeyBench<Curve>::Load(unsigned int first, unsigned int last)
 {
     if (bench_.NumKeys() != 0) {
         bench_.RemoveKeyRange(0, bench_.NumKeys() - 1);
     }
-    CFCKeyLift_CopyHead(impl_, bench_);
+    CopyHead(impl_, bench_);
     bench_.valueWhenNoKeys = impl_.valueWhenNoKeys;
     bench_.defaultBezierTangentConstraint = impl_.defaultBezierTangentConstraint;
     for (unsigned int i = first; i <= last; ++i) {
@@ -55,17 +101,17 @@ void CFCKeyLift<Curve>::LoadBench(unsigned int first, unsigned int last)
 }
 
 template <class Curve>
-void CFCKeyLift<Curve>::StoreBench(unsigned int first)
+void CFCKeyBench<Curve>::Store(unsigned int first)
 {
     while (pile_.keys.Count() != 0) {
-        CFCKeyLift_MoveLast<typename Impl::Store>(pile_, bench_);
+        MoveLast<typename Impl::Store>(pile_, bench_);
     }
     for (unsigned int i = 0; i < bench_.NumKeys(); ++i) {
         impl_.keys[first + i] = bench_.keys[i];
         impl_.SetConstraintWord(first + i, bench_.ConstraintWord(i));
     }
     if (benchHasFirst_) {
-        CFCKeyLift_CopyHead(bench_, impl_);
+        CopyHead(bench_, impl_);
         impl_.valueWhenNoKeys = bench_.valueWhenNoKeys;
     }
 }
@@ -73,7 +119,7 @@ void CFCKeyLift<Curve>::StoreBench(unsigned int first)
 /// Leaves two keys above the parameter on the bench, or those that there are: one more than an edit
 /// looks at, so that none takes the last of them for the end of the curve.
 template <class Curve>
-void CFCKeyLift<Curve>::SeekOnBench(double parameter)
+void CFCKeyBench<Curve>::Seek(double parameter)
 {
     typename Impl::Store& bench = bench_;
     constexpr unsigned int kKeysAbove = 2;
@@ -82,18 +128,18 @@ void CFCKeyLift<Curve>::SeekOnBench(double parameter)
         return count >= fromEnd && bench.keys[count - fromEnd].parameter > parameter;
     };
     while (isAbove(kKeysAbove + 1)) {
-        CFCKeyLift_MoveLast(bench, pile_);
+        MoveLast(bench, pile_);
     }
     while (pile_.keys.Count() != 0 && !isAbove(kKeysAbove)) {
-        CFCKeyLift_MoveLast(pile_, bench);
+        MoveLast(pile_, bench);
     }
 }
 
 template <class Curve>
-void CFCKeyLift<Curve>::Lift(unsigned int key)
+void CFCKeyBench<Curve>::Lift(unsigned int key)
 {
     double const parameter = dragged_.keys[key].parameter;
-    SeekOnBench(parameter);
+    Seek(parameter);
     if constexpr (Traits::kHasTangents) {
         CFCDraggedTangents& tangents = dragged_.tangents[key];
         unsigned int i = 0;
@@ -119,17 +165,17 @@ void CFCKeyLift<Curve>::Lift(unsigned int key)
 }
 
 template <class Curve>
-void CFCKeyLift<Curve>::PutDown(unsigned int index)
+void CFCKeyBench<Curve>::PutDown(unsigned int index)
 {
     CFCDraggedKey const& key = dragged_.keys[index];
-    SeekOnBench(key.targetParameter);
+    Seek(key.targetParameter);
     unsigned int k = 0;
     if constexpr (Traits::kHasTangents) {
         CFCDraggedTangents& tangents = dragged_.tangents[index];
         unsigned int const r = bench_.NumKeysNotAbove(key.targetParameter);
         bool const isInside = r != 0 && r != bench_.NumKeys();
         tangents.undivided = isInside ? HandlesBeside(r - 1, r) : CFCFacingHandles();
-        CreateOnBench(key, tangents);
+        Create(key, tangents);
         bench_.FindKey(key.targetParameter, 0, k);
         if (isInside && key.targetParameter == key.startParameter) {
             GiveHandlesOfStart(tangents.atStart, k);
@@ -162,7 +208,7 @@ void CFCKeyLift<Curve>::PutDown(unsigned int index)
 /// the solver cannot tell the place from one end of its segment, the key of that end would take the
 /// value instead: the key is then put in with its handles on it.
 template <class Curve>
-void CFCKeyLift<Curve>::CreateOnBench(CFCDraggedKey const& key, CFCDraggedTangents& tangents)
+void CFCKeyBench<Curve>::Create(CFCDraggedKey const& key, CFCDraggedTangents& tangents)
 {
     if constexpr (Traits::kHasTangents) {
         double const x = key.targetParameter;
@@ -191,7 +237,7 @@ void CFCKeyLift<Curve>::CreateOnBench(CFCDraggedKey const& key, CFCDraggedTangen
 // Handles of the keys beside.
 
 template <class Curve>
-CFCFacingHandles CFCKeyLift<Curve>::HandlesBeside(unsigned int left, unsigned int right) const
+CFCFacingHandles CFCKeyBench<Curve>::HandlesBeside(unsigned int left, unsigned int right) const
 {
     if constexpr (Traits::kHasTangents) {
         return {bench_.Parameter(left), bench_.Parameter(right), bench_.keys[left].rightHandle,
@@ -205,8 +251,8 @@ CFCFacingHandles CFCKeyLift<Curve>::HandlesBeside(unsigned int left, unsigned in
 /// each where the key is the same, and where nobody has changed the handle since, which `now`
 /// tells; or where that key is lifted too, and its tangents go with it.
 template <class Curve>
-void CFCKeyLift<Curve>::GiveHandlesBack(CFCDraggedTangents const& tangents,
-                                        CFCFacingHandles const& now, unsigned int i)
+void CFCKeyBench<Curve>::GiveHandlesBack(CFCDraggedTangents const& tangents,
+                                         CFCFacingHandles const& now, unsigned int i)
 {
     if constexpr (Traits::kHasTangents) {
         CFCFacingHandles const& before = tangents.undivided;
@@ -228,7 +274,7 @@ void CFCKeyLift<Curve>::GiveHandlesBack(CFCDraggedTangents const& tangents,
 
 /// Gives the keys beside key k, which is back where it started, the handles that they had then.
 template <class Curve>
-void CFCKeyLift<Curve>::GiveHandlesOfStart(CFCFacingHandles const& start, unsigned int k)
+void CFCKeyBench<Curve>::GiveHandlesOfStart(CFCFacingHandles const& start, unsigned int k)
 {
     if constexpr (Traits::kHasTangents) {
         if (start.isSet && start.leftParameter == bench_.Parameter(k - 1) &&
@@ -243,7 +289,7 @@ void CFCKeyLift<Curve>::GiveHandlesOfStart(CFCFacingHandles const& start, unsign
 
 /// Whether the key at `parameter` is one that the step lifts.
 template <class Curve>
-bool CFCKeyLift<Curve>::IsLifted(double parameter) const
+bool CFCKeyBench<Curve>::IsLifted(double parameter) const
 {
     unsigned int i = 0;
     return impl_.FindKey(parameter, 0, i) != 0 &&
@@ -251,7 +297,7 @@ bool CFCKeyLift<Curve>::IsLifted(double parameter) const
 }
 
 template <class Curve>
-void CFCKeyLift<Curve>::RememberGuards(unsigned int i)
+void CFCKeyBench<Curve>::RememberGuards(unsigned int i)
 {
     if constexpr (Traits::kHasTangents) {
         unsigned int const numKeys = bench_.NumKeys();
@@ -280,7 +326,7 @@ void CFCKeyLift<Curve>::RememberGuards(unsigned int i)
 }
 
 template <class Curve>
-void CFCKeyLift<Curve>::RestoreGuards(unsigned int i)
+void CFCKeyBench<Curve>::RestoreGuards(unsigned int i)
 {
     if constexpr (Traits::kHasTangents) {
         unsigned int const numKeys = bench_.NumKeys();
@@ -307,4 +353,7 @@ void CFCKeyLift<Curve>::RestoreGuards(unsigned int i)
     }
 }
 
-#endif
+template class CFCKeyBench<HvBooleanFCurve>;
+template class CFCKeyBench<HvIntegerFCurve>;
+template class CFCKeyBench<HvRawFCurve>;
+template class CFCKeyBench<HvStdFCurve>;
