@@ -138,6 +138,12 @@
 #include <hv/motionpath/HvMotionPath3d.h>
 #include <hv/motionpath/HvTwoSidedTangent.h>
 
+#include <hv/vectorize/HvVectorizer.h>
+#include <hv/vectorize/ObContext.h>
+#include <hv/vectorize/ObContour.h>
+#include <hv/vectorize/ObVectorize.h>
+#include <hv/vectorize/VectClosure.h>
+
 #include <hv/control/HvControlOperator.h>
 
 #endif

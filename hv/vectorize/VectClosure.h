@@ -1,0 +1,33 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// From the callbacks of the contour tracer to a path.
+
+#ifndef HV_VECTORIZE_VECTCLOSURE_H
+#define HV_VECTORIZE_VECTCLOSURE_H
+
+#include <hv/foundation/HvPoint2.h>
+#include <hv/platform/HvExport.h>
+
+class HvPath2f;
+
+/// What the callbacks that draw contours into a path are given as their user.
+struct VectClosure {
+    /// The last point that the tracer told.
+    float x = 0;
+    float y = 0;
+    HvPath2f* path = nullptr;
+    /// Calls of Moveto and Lineto so far.
+    unsigned int pointsAdded = 0;
+    /// Those of the current subpath.
+    unsigned int subpathPoints = 0;
+    /// 1 until the region's first contour has started.
+    int firstContour = 1;
+};
+
+/// Whether a line to `p` would go on in the direction of the last segment of the path, which runs
+/// along x or y: on one line with it and not back. False when that segment has no length, and on a
+/// path of fewer than two points.
+HV_API bool ShouldExtendLastSegment(VectClosure const& closure, HvPoint2<float> const& p);
+
+#endif
