@@ -17,8 +17,9 @@
 
 namespace {
 
-/// Strokes are joined wherever their sides part by more than this, in pixels.
-constexpr double kJointGap = 0.01;
+/// As fine as fills and strokes go, and strokes are joined wherever their sides part by more, in
+/// pixels.
+constexpr double kFlatness = 0.01;
 /// How far beyond its outline a fill may cover pixels: its right end counts.
 constexpr int kBoxMargin = 1;
 /// Two columns of a transform that differ by less than this share draw a round pen round.
@@ -55,7 +56,8 @@ Pen PenOf(HvTransfo4 const& transform)
 
 DrawingPainter::DrawingPainter(int width, int height) : coverage_(width, height, 0)
 {
-    strokeGc_.flatness = kJointGap;
+    fillGc_.flatness = kFlatness;
+    strokeGc_.flatness = kFlatness;
 }
 
 void DrawingPainter::Paint(Drawing const& drawing, HvTransfo4 const& toPixels, double opacity,

@@ -140,14 +140,24 @@ private:
         layer.transform.SetAlongPath(reader.PlainSwitch("ao"));
         layer.isMatte = reader.PlainSwitch("td");
         if (!reader.PlainSwitch("hd")) {
-            layer.isVisible.CreateKey(reader.Plain("ip", scene_.firstFrame), 1.0);
-            layer.isVisible.CreateKey(reader.Plain("op", scene_.endFrame), 0.0);
+            ShowBetween(reader.Plain("ip", scene_.firstFrame), reader.Plain("op", scene_.endFrame),
+                        layer.isVisible);
             ReadContent(reader, layer, layersOfFrame);
             ReadMasks(reader, layer);
             NoteLeftOut(reader);
         }
         layersOfFrame += 1.0;
         return layer;
+    }
+
+    static void ShowBetween(double in, double out, HvBooleanFCurve& isVisible)
+    {
+        if (in < out) {
+            // Before its first key a curve has the value of that.
+            isVisible.CreateKey(in - 1.0, 0.0);
+            isVisible.CreateKey(in, 1.0);
+            isVisible.CreateKey(out, 0.0);
+        }
     }
 
     void NoteLeftOut(PropertyReader const& reader)

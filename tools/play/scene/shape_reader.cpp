@@ -67,7 +67,10 @@ private:
 
     static bool IsReversed(PropertyReader const& reader)
     {
-        return reader.PlainInteger("d", 1) == kReversed;
+        // Under the same key a stroke has its dashes.
+        Json const* direction = Json_Find(reader.Owner(), "d");
+        return direction != nullptr && direction->is_number() &&
+               reader.PlainInteger("d", 1) == kReversed;
     }
 
     bool ReadOutline(std::string const& type, PropertyReader const& reader, SceneGroup& group)
