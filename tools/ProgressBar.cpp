@@ -6,6 +6,7 @@
 #include <tools/ProgressBar.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <ostream>
 #include <utility>
 
@@ -20,8 +21,8 @@ constexpr auto kInterval = std::chrono::milliseconds(100);
 
 ProgressBar::ProgressBar(std::ostream& stream, bool shown, std::string label, std::size_t total,
                          Clock::duration delay)
-    : stream_(stream), shown_(shown), label_(std::move(label)), total_(total),
-      next_(Clock::now() + delay)
+    : stream_(stream), shown_(shown), label_(std::move(label)), total_(total), start_(Clock::now()),
+      next_(start_ + delay)
 {
 }
 
@@ -33,6 +34,11 @@ ProgressBar::~ProgressBar()
     }
 }
 
+void ProgressBar::ShowRate(std::string unit)
+{
+    unit_ = std::move(unit);
+}
+
 void ProgressBar::Advance(std::size_t steps)
 {
     done_ = std::min(total_, done_ + steps);
@@ -42,6 +48,19 @@ void ProgressBar::Advance(std::size_t steps)
     }
 }
 
+std::string ProgressBar::Rate() const
+{
+    double const seconds = std::chrono::duration<double>(Clock::now() - start_).count();
+    if (unit_.empty() || done_ == 0 || !(seconds > 0.0)) {
+        return "";
+    }
+    double const rate = static_cast<double>(done_) / seconds;
+    char text[96];
+    std::snprintf(text, sizeof text, ", %.1f %s, %.0f s left", rate, unit_.c_str(),
+                  static_cast<double>(total_ - done_) / rate);
+    return text;
+}
+
 void ProgressBar::Draw()
 {
     double const share =
@@ -49,6 +68,6 @@ void ProgressBar::Draw()
     std::size_t const filled = static_cast<std::size_t>(share * double(kCells));
     stream_ << "\r" << label_ << " [" << std::string(filled, '#')
             << std::string(kCells - filled, '.') << "] " << static_cast<int>(share * 100.0) << " %"
-            << std::flush;
+            << Rate() << "\x1b[K" << std::flush;
     drawn_ = true;
 }

@@ -26,18 +26,24 @@ public:
     ProgressBar(ProgressBar const&) = delete;
     ProgressBar& operator=(ProgressBar const&) = delete;
 
+    /// Also shows how many steps a second are done, under the name `unit`, and the time left.
+    void ShowRate(std::string unit);
+
     /// Counts further steps as done.
     void Advance(std::size_t steps);
 
 private:
     void Draw();
+    std::string Rate() const;
 
     std::ostream& stream_;
     bool shown_;
     bool drawn_ = false;
     std::string label_;
+    std::string unit_;
     std::size_t total_;
     std::size_t done_ = 0;
+    Clock::time_point start_;
     Clock::time_point next_;
 };
 

@@ -6,6 +6,7 @@
 #include <tools/ToolError.h>
 #include <tools/commands/curve_command.h>
 #include <tools/commands/inspect_command.h>
+#include <tools/commands/play_command.h>
 #include <tools/commands/render_command.h>
 #include <tools/tool.h>
 
@@ -31,6 +32,7 @@ int Run(int argc, char const* const* argv, ToolStreams const& streams)
     int result = ToolExitDone;
     CurveCommand_Add(app, streams, result);
     InspectCommand_Add(app, streams, result);
+    PlayCommand_Add(app, streams, result);
     RenderCommand_Add(app, streams, result);
     try {
         app.parse(argc, argv);

@@ -20,7 +20,8 @@ struct ToolStreams {
 enum ToolExit : int {
     ToolExitDone = 0,         ///< all went well
     ToolExitCheckFailed = 1,  ///< a check that was asked for found a fault
-    ToolExitRefused = 2       ///< the arguments or a file cannot be used; one line says why
+    ToolExitRefused = 2,      ///< the arguments or a file cannot be used; one line says why
+    ToolExitLeftOut = 3       ///< all was written, without what a file asks for and is not done
 };
 
 /// Runs the tool with the arguments of main() and returns its exit code. Nothing is thrown.

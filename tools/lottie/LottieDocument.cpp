@@ -16,9 +16,6 @@ namespace {
 /// Deeper nesting than any editor makes; it bounds the walk's own stack.
 constexpr int kDeepest = 256;
 
-/// What is quoted of a parser's message.
-constexpr std::size_t kLongestMessage = 160;
-
 /// Where the walk stands.
 struct Place {
     std::string path;   ///< layers[0].ks.p
@@ -88,22 +85,6 @@ private:
     LottieDocument& document_;
 };
 
-Json ParseJson(std::string const& text)
-{
-    try {
-        return Json::parse(text);
-    } catch (Json::parse_error const& error) {
-        // The parser's message says the place, after a number of its own, and quotes what it met
-        // there, however long.
-        std::string const what = error.what();
-        std::size_t const start = what.find("parse error");
-        throw ToolError("not JSON: " +
-                        what.substr(start == std::string::npos ? 0 : start, kLongestMessage));
-    } catch (Json::exception const&) {
-        throw ToolError("not JSON that can be read: it holds a number beyond all range");
-    }
-}
-
 double OptionalNumber(Json const& root, char const* key)
 {
     Json const* value = Json_Find(root, key);
@@ -114,7 +95,7 @@ double OptionalNumber(Json const& root, char const* key)
 
 LottieDocument LottieDocument_Parse(std::string const& text)
 {
-    Json const root = ParseJson(text);
+    Json const root = Json_Parse(text);
     Json const* layers = Json_Find(root, "layers");
     if (layers == nullptr || !layers->is_array()) {
         throw ToolError("not a Lottie document: it has no list of layers");

@@ -15,6 +15,10 @@
 /// A JSON value whose members stay in the order of the file.
 using Json = nlohmann::ordered_json;
 
+/// The value of a text. Throws ToolError where it is no JSON, nested beyond 512 levels, or has an
+/// object of more than 65536 members: far beyond what an editor writes.
+Json Json_Parse(std::string const& text);
+
 /// The member `key` of an object, or null when there is none or `object` is no object.
 Json const* Json_Find(Json const& object, char const* key);
 

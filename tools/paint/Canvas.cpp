@@ -5,21 +5,17 @@
 
 #include <tools/paint/Canvas.h>
 
-namespace {
+#include <algorithm>
 
-/// a * b / 255, rounded: exact for all bytes.
-std::uint8_t Product(unsigned int a, unsigned int b)
-{
-    unsigned int const product = a * b + 128;
-    return static_cast<std::uint8_t>((product + (product >> 8)) >> 8);
-}
+namespace {
 
 struct Premultiplied {
     std::uint8_t parts[4];
 
     explicit Premultiplied(PaintColour const& colour)
-        : parts{Product(colour.red, colour.alpha), Product(colour.green, colour.alpha),
-                Product(colour.blue, colour.alpha), colour.alpha}
+        : parts{PaintByte_Product(colour.red, colour.alpha),
+                PaintByte_Product(colour.green, colour.alpha),
+                PaintByte_Product(colour.blue, colour.alpha), colour.alpha}
     {
     }
 };
@@ -27,9 +23,10 @@ struct Premultiplied {
 /// Puts `parts`, premultiplied and then made fainter by `share`, over a pixel.
 void PutOver(std::uint8_t* pixel, std::uint8_t const* parts, unsigned int share)
 {
-    unsigned int const rest = 255U - Product(parts[3], share);
+    unsigned int const rest = 255U - PaintByte_Product(parts[3], share);
     for (int i = 0; i < 4; ++i) {
-        pixel[i] = static_cast<std::uint8_t>(Product(parts[i], share) + Product(pixel[i], rest));
+        pixel[i] = static_cast<std::uint8_t>(PaintByte_Product(parts[i], share) +
+                                             PaintByte_Product(pixel[i], rest));
     }
 }
 
@@ -39,6 +36,15 @@ Canvas::Canvas(int width, int height)
     : width_(width), height_(height),
       bytes_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4)
 {
+}
+
+void Canvas::SetPixel(int x, int y, PaintColour const& premultiplied)
+{
+    std::uint8_t* const pixel = &bytes_[Offset(x, y)];
+    pixel[0] = premultiplied.red;
+    pixel[1] = premultiplied.green;
+    pixel[2] = premultiplied.blue;
+    pixel[3] = premultiplied.alpha;
 }
 
 void Canvas::Fill(PaintColour const& colour)
@@ -63,6 +69,23 @@ void Canvas::Paint(std::uint8_t const* coverage, PixelBox const& box, PaintColou
     }
 }
 
+void Canvas::PaintPixel(std::size_t offset, std::uint8_t share, PaintColour const& colour)
+{
+    PutOver(&bytes_[offset], Premultiplied(colour).parts, share);
+}
+
+void Canvas::Multiply(std::uint8_t const* coverage)
+{
+    for (std::size_t i = 0; i < bytes_.size(); ++i) {
+        bytes_[i] = PaintByte_Product(bytes_[i], coverage[i / 4]);
+    }
+}
+
+void Canvas::Clear()
+{
+    std::fill(bytes_.begin(), bytes_.end(), std::uint8_t(0));
+}
+
 void Canvas::Paint(Canvas const& layer, std::uint8_t opacity)
 {
     for (std::size_t i = 0; i < bytes_.size(); i += 4) {
@@ -72,15 +95,36 @@ void Canvas::Paint(Canvas const& layer, std::uint8_t opacity)
     }
 }
 
-std::vector<std::uint8_t> Canvas::StraightPixels() const
+std::vector<std::uint8_t> Canvas::StraightPixels(PixelBox const& box) const
 {
-    std::vector<std::uint8_t> straight(bytes_);
-    for (std::size_t i = 0; i < straight.size(); i += 4) {
-        unsigned int const alpha = bytes_[i + 3];
-        for (std::size_t part = 0; alpha != 0 && part < 3; ++part) {
-            straight[i + part] =
-                static_cast<std::uint8_t>((bytes_[i + part] * 255U + alpha / 2) / alpha);
+    std::vector<std::uint8_t> straight;
+    auto const rowBytes = static_cast<std::size_t>(box.right - box.left) * 4;
+    straight.reserve(rowBytes * static_cast<std::size_t>(box.bottom - box.top));
+    for (int y = box.top; y < box.bottom; ++y) {
+        std::uint8_t const* pixel = &bytes_[Offset(box.left, y)];
+        for (std::uint8_t const* const end = pixel + rowBytes; pixel != end; pixel += 4) {
+            unsigned int const alpha = pixel[3];
+            for (std::size_t part = 0; part < 3; ++part) {
+                straight.push_back(alpha == 0 ? std::uint8_t(0)
+                                              : static_cast<std::uint8_t>(
+                                                    (pixel[part] * 255U + alpha / 2) / alpha));
+            }
+            straight.push_back(pixel[3]);
         }
     }
     return straight;
+}
+
+PixelBox Canvas::PaintedBox() const
+{
+    PixelBox box = {width_, height_, 0, 0};
+    for (int y = 0; y < height_; ++y) {
+        for (int x = 0; x < width_; ++x) {
+            if (Pixel(x, y)[3] != 0) {
+                box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
+                       y + 1};
+            }
+        }
+    }
+    return box;
 }

@@ -10,6 +10,10 @@
 
 #include <string>
 
+/// The bytes of a PNG file of the pixels in `box`, which lies in the canvas and is not empty.
+/// Throws ToolError when libpng refuses.
+std::string PngFile_Bytes(Canvas const& canvas, PixelBox const& box);
+
 /// Writes the canvas; the file's folder is made when it is missing. Throws ToolError when it cannot
 /// be written.
 void PngFile_Write(std::string const& path, Canvas const& canvas);

@@ -1,0 +1,107 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// The colours of a gradient over a picture.
+
+#include <tools/play/painting/GradientColours.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+namespace {
+
+/// Steps of the table of colours: finer than a byte tells apart, also where a stop follows soon.
+constexpr int kTableSteps = 1024;
+
+std::uint8_t ByteOf(double share)
+{
+    return static_cast<std::uint8_t>(share > 0.0 ? std::min(share, 1.0) * 255.0 + 0.5 : 0.0);
+}
+
+/// The value at an offset; `value(i)` is that of stop i.
+template <class Stop, class Value>
+double Between(std::vector<Stop> const& stops, double offset, Value const& value)
+{
+    auto const above =
+        std::upper_bound(stops.begin(), stops.end(), offset,
+                         [](double at, Stop const& stop) { return at < stop.offset; });
+    if (above == stops.begin()) {
+        return value(stops.front());
+    }
+    Stop const& low = *(above - 1);
+    if (above == stops.end()) {
+        return value(low);
+    }
+    double const share = (offset - low.offset) / (above->offset - low.offset);
+    return value(low) + (value(*above) - value(low)) * share;
+}
+
+/// Stops as editors write them rise; any others are put in order.
+template <class Stop>
+std::vector<Stop> Sorted(std::vector<Stop> stops)
+{
+    std::stable_sort(stops.begin(), stops.end(),
+                     [](Stop const& a, Stop const& b) { return a.offset < b.offset; });
+    return stops;
+}
+
+}  // namespace
+
+GradientColours::GradientColours(DrawnGradient const& gradient, HvTransfo4 const& toPixels,
+                                 double opacity)
+    : isRadial_(gradient.isRadial)
+{
+    toPixels.Inverse(fromPixels_);
+    HvPoint2<double> const axis = gradient.end - gradient.start;
+    focus_ = isRadial_ ? gradient.focus : gradient.start;
+    way_ = isRadial_ ? gradient.start - gradient.focus : axis;
+    double const squared = HvPoint2_AdotB(axis, axis);
+    scale_ = isRadial_ ? squared : (squared > 0.0 ? 1.0 / squared : 0.0);
+
+    std::vector<DrawnStop> const colours = Sorted(gradient.colours);
+    std::vector<DrawnOpacity> const opacities = Sorted(gradient.opacities);
+    table_.reserve(kTableSteps + 1);
+    for (int i = 0; i <= kTableSteps; ++i) {
+        double const offset = static_cast<double>(i) / kTableSteps;
+        auto const part = [&colours, offset](double SceneColour::*member) {
+            return ByteOf(Between(colours, offset,
+                                  [member](DrawnStop const& stop) { return stop.colour.*member; }));
+        };
+        double const alpha =
+            opacities.empty()
+                ? 1.0
+                : Between(opacities, offset, [](DrawnOpacity const& stop) { return stop.opacity; });
+        table_.push_back({part(&SceneColour::red), part(&SceneColour::green),
+                          part(&SceneColour::blue), ByteOf(alpha * opacity)});
+    }
+}
+
+double GradientColours::LinearShare(HvPoint2<double> const& p) const
+{
+    return HvPoint2_AdotB(p - focus_, way_) * scale_;
+}
+
+/// The ray from the focus f through p meets the circle of centre c and radius r at f + s (p - f);
+/// the share is 1 / s, the greater root of
+///
+///     share^2 (r^2 - |c - f|^2) + 2 share (p - f).(c - f) - |p - f|^2 = 0
+double GradientColours::RadialShare(HvPoint2<double> const& p) const
+{
+    HvPoint2<double> const ray = p - focus_;
+    double const a = scale_ - HvPoint2_AdotB(way_, way_);
+    if (!(a > 0.0)) {
+        return 1.0;
+    }
+    double const b = HvPoint2_AdotB(ray, way_);
+    return (std::sqrt(b * b + a * HvPoint2_AdotB(ray, ray)) - b) / a;
+}
+
+PaintColour GradientColours::At(int x, int y) const
+{
+    HvPoint2<double> const p = fromPixels_.Map(HvPoint2<double>(x + 0.5, y + 0.5));
+    double const share = isRadial_ ? RadialShare(p) : LinearShare(p);
+    // What is no number counts as 0.
+    double const step = share > 0.0 ? std::min(share, 1.0) * kTableSteps + 0.5 : 0.0;
+    return table_[static_cast<std::size_t>(step)];
+}

@@ -1,0 +1,37 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// The colours of a gradient over a picture.
+
+#ifndef HV_TOOLS_PLAY_PAINTING_GRADIENTCOLOURS_H
+#define HV_TOOLS_PLAY_PAINTING_GRADIENTCOLOURS_H
+
+#include <hv/rotation/HvTransfo4.h>
+#include <tools/paint/Canvas.h>
+#include <tools/play/evaluation/drawing.h>
+
+#include <vector>
+
+/// Gives the colour of each pixel. Between stops colours and opacities run evenly; before the first
+/// and behind the last they stay.
+class GradientColours {
+public:
+    /// @param toPixels  from the gradient's coordinates; has an inverse.
+    /// @param opacity   0 to 1, for all of it.
+    GradientColours(DrawnGradient const& gradient, HvTransfo4 const& toPixels, double opacity);
+
+    PaintColour At(int x, int y) const;
+
+private:
+    double LinearShare(HvPoint2<double> const& p) const;
+    double RadialShare(HvPoint2<double> const& p) const;
+
+    std::vector<PaintColour> table_;
+    HvTransfo4 fromPixels_;
+    bool isRadial_;
+    HvPoint2<double> focus_;  ///< a linear one's start
+    HvPoint2<double> way_;    ///< to the end; a radial one's from the focus to the centre
+    double scale_;            ///< one over the squared length; a radial one's squared radius
+};
+
+#endif
