@@ -138,6 +138,9 @@
 #include <hv/motionpath/HvMotionPath3d.h>
 #include <hv/motionpath/HvTwoSidedTangent.h>
 
+#include <hv/morph/HvMorpher.h>
+#include <hv/morph/HvMorpherImpl.h>
+
 #include <hv/vectorize/HvVectorizer.h>
 #include <hv/vectorize/ObContext.h>
 #include <hv/vectorize/ObContour.h>

@@ -1,0 +1,19 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// Where a morph puts what it makes.
+
+#include <hv/morph/internal/HvMorphOutput.h>
+
+#include <hv/shape/HvGC.h>
+
+bool HvMorphOutput::AppendFit(HvPoint2fArray const& line, bool isClosed, unsigned int& subpath)
+{
+    subpath = path.NumPoints();
+    if (isClosed) {
+        tool_.ClosedFit(line, gc_.cornerCosSquared, 3, gc_.minPointGap, 0, sink_);
+    } else {
+        tool_.OpenFit(line, gc_.cornerCosSquared, 3, gc_.minPointGap, 0, sink_, 0);
+    }
+    return path.NumPoints() > subpath;
+}

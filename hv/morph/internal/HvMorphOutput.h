@@ -1,0 +1,42 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// Where a morph puts what it makes.
+
+#ifndef HV_MORPH_INTERNAL_HVMORPHOUTPUT_H
+#define HV_MORPH_INTERNAL_HVMORPHOUTPUT_H
+
+#include <hv/bezier/HvBezierTool.h>
+#include <hv/pathbuild/HvPath2fProp1d.h>
+#include <hv/shape/HvPath2fSink.h>
+
+/// Collects the result beside the path that it is for, so that this changes in one piece, when the
+/// outlines, one of which it may be, have been read.
+class HvMorphOutput {
+public:
+    HvMorphOutput(HvPath2fProp1d& out, HvGC const& gc) : out_(out), gc_(gc), path(out), sink_(path)
+    {
+    }
+    HvMorphOutput(HvMorphOutput const&) = delete;
+    HvMorphOutput& operator=(HvMorphOutput const&) = delete;
+
+    /// Appends a fit of a polyline as a subpath. Returns whether it appended anything.
+    ///
+    /// @param subpath  takes the index of the first point of it.
+    bool AppendFit(HvPoint2fArray const& line, bool isClosed, unsigned int& subpath);
+    /// Hands the result over.
+    void Finish() { out_ = path; }
+
+private:
+    HvPath2fProp1d& out_;
+    HvGC const& gc_;
+
+public:
+    HvPath2fProp1d path;  ///< what was in the output, and the result so far
+
+private:
+    HvPath2fSink sink_;
+    HvBezierTool tool_;
+};
+
+#endif
