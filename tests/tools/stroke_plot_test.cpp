@@ -78,3 +78,33 @@ TEST(stroke_plot, StrokesOfAnyShapeFit)
         }
     }
 }
+
+TEST(stroke_plot, WidthsAreDrawnAlongThePathAndBelowIt)
+{
+    StrokeDocument const wave = Wave(100);
+    StrokeFit const fit = StrokeFit_Make(wave, {}, [](std::size_t) {});
+    std::vector<double> widths;
+    for (int i = 0; i < 100; ++i) {
+        widths.push_back(0.5 + 0.4 * std::sin(i * 0.2));
+    }
+    std::string const svg =
+        StrokePlot_Draw(wave, fit, widths, StrokeProfile_Make(fit, widths), {"title", "subtitle"});
+    EXPECT_EQ(Count(svg, "<polygon class=\"ribbon\""), 1);
+    EXPECT_EQ(Count(svg, "<polyline class=\"profile\""), 1);
+    EXPECT_EQ(Count(svg, "class=\"point\""), 2 * 100 + 1);
+    EXPECT_NE(svg.find(">length<"), std::string::npos);
+}
+
+TEST(stroke_plot, WidthsOfNothingAreDrawnSafely)
+{
+    StrokeDocument still;
+    still.points.resize(4);
+    for (double width : {0.0, 1.0}) {
+        StrokeFit const fit = StrokeFit_Make(still, {}, [](std::size_t) {});
+        std::vector<double> const widths(4, width);
+        std::string const svg =
+            StrokePlot_Draw(still, fit, widths, StrokeProfile_Make(fit, widths), {"title", ""});
+        EXPECT_EQ(svg.find("nan"), std::string::npos);
+        EXPECT_EQ(svg.find("inf\""), std::string::npos);
+    }
+}

@@ -435,8 +435,15 @@ TEST_F(tool, FitsAStroke)
     EXPECT_EQ(run.err, "");
     EXPECT_NE(run.out.find("41 points as"), std::string::npos);
     EXPECT_NE(Read(svg).find("stroke_hook.csv"), std::string::npos);
-    for (std::vector<char const*> const& more : std::vector<std::vector<char const*>>{
-             {"--live", "4"}, {"--closed"}, {"--corner", "90"}, {"--tolerance", "0.1"}}) {
+    EXPECT_NE(Read(svg).find("ribbon"), std::string::npos);
+    EXPECT_EQ(ToolRun({"fit", kStroke, "--out", svg.c_str(), "--width", "none"}).code, 0);
+    EXPECT_EQ(Read(svg).find("class=\"ribbon\""), std::string::npos);
+    for (std::vector<char const*> const& more :
+         std::vector<std::vector<char const*>>{{"--live", "4"},
+                                               {"--closed"},
+                                               {"--corner", "90"},
+                                               {"--tolerance", "0.1"},
+                                               {"--width", "speed"}}) {
         std::vector<char const*> all = {"fit", kStroke, "--out", svg.c_str()};
         all.insert(all.end(), more.begin(), more.end());
         EXPECT_EQ(ToolRun(all).code, 0) << more[0];
@@ -447,6 +454,11 @@ TEST_F(tool, RefusesStrokesAndNumbersThatAreNot)
 {
     std::string const svg = PathOf("hook.svg");
     EXPECT_TRUE(Refused(ToolRun({"fit", kStroke})));
+    std::string const bare = Write("bare.csv", "1,2\n3,4\n");
+    for (char const* width : {"pressure", "speed", "other"}) {
+        EXPECT_TRUE(
+            Refused(ToolRun({"fit", bare.c_str(), "--out", svg.c_str(), "--width", width})));
+    }
     EXPECT_TRUE(Refused(ToolRun({"fit", "does-not-exist.csv", "--out", svg.c_str()})));
     std::string const bad = Write("bad.csv", "x,y\n1,2\n3,q\n");
     ToolRun const run({"fit", bad.c_str(), "--out", svg.c_str()});

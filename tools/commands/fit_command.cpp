@@ -11,6 +11,7 @@
 #include <tools/plot/stroke_plot.h>
 #include <tools/stroke/StrokeDocument.h>
 #include <tools/stroke/stroke_fit.h>
+#include <tools/stroke/stroke_profile.h>
 
 #include <CLI/CLI.hpp>
 
@@ -19,6 +20,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -30,6 +32,7 @@ struct Request {
     std::string file;
     std::string out;
     StrokeFitOptions fit;
+    std::string width;
 };
 
 StrokeDocument ReadStroke(std::string const& file)
@@ -52,6 +55,29 @@ void RefuseBadNumbers(StrokeFitOptions const& options)
     }
 }
 
+/// A width for each point, or none at all.
+std::vector<double> WidthsOf(StrokeDocument const& stroke, Request const& request)
+{
+    bool const isUnsaid = request.width.empty();
+    if (request.width == "none" || (isUnsaid && !stroke.hasPressure)) {
+        return {};
+    }
+    try {
+        return StrokeProfile_Widths(stroke, request.width == "speed" ? StrokeWidth::Speed
+                                                                     : StrokeWidth::Pressure);
+    } catch (ToolError const& error) {
+        throw ToolError(request.file + ": --width " + request.width + ": " + error.what());
+    }
+}
+
+std::string Drawn(StrokeDocument const& stroke, StrokeFit const& fit,
+                  std::vector<double> const& widths, StrokePlotLabels const& labels)
+{
+    return widths.empty()
+               ? StrokePlot_Draw(stroke, fit, labels)
+               : StrokePlot_Draw(stroke, fit, widths, StrokeProfile_Make(fit, widths), labels);
+}
+
 std::string Described(StrokeDocument const& stroke, StrokeFit const& fit, double tolerance)
 {
     return NumberText_Counted(stroke.points.size(), "point") + " as " +
@@ -65,6 +91,7 @@ int Run(Request const& request, ToolStreams const& streams)
 {
     RefuseBadNumbers(request.fit);
     StrokeDocument const stroke = ReadStroke(request.file);
+    std::vector<double> const widths = WidthsOf(stroke, request);
     StrokeFit fit;
     {
         ProgressBar progress(streams.err, streams.showProgress, "measuring", stroke.points.size());
@@ -73,7 +100,7 @@ int Run(Request const& request, ToolStreams const& streams)
     }
     std::string const words = Described(stroke, fit, request.fit.tolerance);
     std::string const name = std::filesystem::path(request.file).filename().string();
-    File_Write(request.out, StrokePlot_Draw(stroke, fit, {name, words}));
+    File_Write(request.out, Drawn(stroke, fit, widths, {name, words}));
     streams.out << request.out << ": " << words << "\n";
     return ToolExitDone;
 }
@@ -96,6 +123,10 @@ void FitCommand_Add(CLI::App& app, ToolStreams const& streams, int& result)
     command->add_option("--corner", request->fit.cornerDegrees,
                         "turns of this many degrees stay corners, up to 90; initially 25");
     command->add_flag("--closed", request->fit.isClosed, "lead the stroke back to its start");
+    command
+        ->add_option("--width", request->width,
+                     "what the width follows; initially the pressure where there is one")
+        ->check(CLI::IsMember({"pressure", "speed", "none"}));
     command->add_option("--live", request->fit.live,
                         "build the path while the points arrive, so many at a time");
     command->callback([request, &streams, &result] { result = Run(*request, streams); });

@@ -3,6 +3,7 @@
 
 // A picture of a stroke and its fit.
 
+#include <hv/foundation/HvDoubleArray.h>
 #include <hv/foundation/HvExtent2.h>
 #include <hv/foundation/HvPoint2fArray.h>
 #include <tools/number_text.h>
@@ -10,6 +11,7 @@
 #include <tools/plot/SvgWriter.h>
 #include <tools/plot/plot_style.h>
 #include <tools/plot/stroke_plot.h>
+#include <tools/plot/stroke_ribbon.h>
 
 #include <algorithm>
 #include <cmath>
@@ -29,6 +31,17 @@ constexpr double kLeastFieldHeight = 220;
 constexpr double kMostFieldHeight = 760;
 constexpr double kLegendLine = kTop - 14;
 
+// The field of the profile below that one.
+constexpr double kProfileGap = 74;
+constexpr double kProfileHeight = 110;
+constexpr int kProfileTicks = 4;
+/// Space above the largest width, as a share of it.
+constexpr double kProfileHeadroom = 0.12;
+/// The largest width, as the path is drawn.
+constexpr double kRibbonPixels = 18;
+/// The longest stretch of the path that is drawn with evenly changing width.
+constexpr double kRibbonStep = 5;
+
 constexpr double kPointRadius = 2;
 constexpr double kNodeRadius = 4.5;
 constexpr double kHandleRadius = 2.6;
@@ -43,9 +56,13 @@ constexpr std::size_t kMostPoints = 20000;
 /// More nodes than this are drawn without their handles.
 constexpr unsigned int kMostHandles = 400;
 
-constexpr char kMoreStyle[] = ".point { fill: #dc2626; fill-opacity: 0.75; }\n"
-                              ".thin { stroke: #d97706; stroke-width: 1; stroke-opacity: 0.7; }\n"
-                              ".grip { fill: #ffffff; stroke: #d97706; stroke-width: 1.2; }\n";
+constexpr char kMoreStyle[] =
+    ".point { fill: #dc2626; fill-opacity: 0.75; }\n"
+    ".thin { stroke: #d97706; stroke-width: 1; stroke-opacity: 0.7; }\n"
+    ".ribbon { fill: #bfdbfe; }\n"
+    ".narrow { fill: none; stroke: #2563eb; stroke-width: 1.2; }\n"
+    ".profile { fill: none; stroke: #2563eb; stroke-width: 1.8; stroke-linejoin: round; }\n"
+    ".grip { fill: #ffffff; stroke: #d97706; stroke-width: 1.2; }\n";
 
 /// The part of the plane that the field shows.
 struct View {
@@ -109,12 +126,22 @@ int TicksAlong(double pixels)
     return std::max(2, static_cast<int>(std::clamp(pixels / kPixelsPerTick, 2.0, 20.0)));
 }
 
+/// The widths of a stroke, and the curve through them.
+struct Profile {
+    std::vector<double> const& widths;
+    HvRawFCurve const& curve;
+
+    double Largest() const { return *std::max_element(widths.begin(), widths.end()); }
+};
+
 /// One picture in the making.
 class StrokePlot {
 public:
-    StrokePlot(StrokeDocument const& stroke, StrokeFit const& fit, StrokePlotLabels const& labels)
-        : stroke_(stroke), fit_(fit), labels_(labels), view_(ViewOf(stroke, fit)),
-          bottom_(kTop + FieldHeight(view_)), height_(bottom_ + kBelowField),
+    StrokePlot(StrokeDocument const& stroke, StrokeFit const& fit, Profile const* profile,
+               StrokePlotLabels const& labels)
+        : stroke_(stroke), fit_(fit), profile_(profile), labels_(labels),
+          view_(ViewOf(stroke, fit)), bottom_(kTop + FieldHeight(view_)),
+          height_(bottom_ + (profile == nullptr ? 0 : kProfileGap + kProfileHeight) + kBelowField),
           across_(view_.low.x, view_.high.x, TicksAlong(kRight - kLeastLeft)),
           down_(view_.low.y, view_.high.y, TicksAlong(bottom_ - kTop)),
           left_(PlotStyle_LeftEdge(down_, kLeastLeft)),
@@ -129,12 +156,18 @@ public:
         svg_.Rect("page", 0, 0, kWidth, height_);
         svg_.Rect("field", left_, kTop, kRight - left_, bottom_ - kTop);
         DrawGrid();
+        if (profile_ != nullptr) {
+            DrawRibbon();
+        }
         DrawPath();
         if (HasHandles()) {
             DrawHandles();
         }
         DrawNodes();
         DrawPoints();
+        if (profile_ != nullptr) {
+            DrawProfile();
+        }
         DrawWords();
         return svg_.Finish();
     }
@@ -175,7 +208,99 @@ private:
         std::vector<Point> line = OutlineOf(fit_.path, kFlattenPixels / scale_);
         std::transform(line.begin(), line.end(), line.begin(),
                        [this](Point const& p) { return Pixel(p); });
-        svg_.Polyline("curve", line);
+        svg_.Polyline(profile_ == nullptr ? "curve" : "narrow", line);
+    }
+
+    /// The outline in pixels, with the width at each place.
+    std::vector<RibbonPoint> RibbonLine() const
+    {
+        double const largest = profile_->Largest();
+        double const perWidth = largest > 0.0 ? kRibbonPixels / largest : 0.0;
+        std::vector<RibbonPoint> line;
+        double walked = 0.0;
+        Point before;
+        for (Point const& p : OutlineOf(fit_.path, kFlattenPixels / scale_)) {
+            double const step = line.empty() ? 0.0 : HvPoint2_LengthAB(before, p);
+            double const parts = line.empty() ? 1.0 : std::ceil(step * scale_ / kRibbonStep);
+            for (double k = 1.0; k <= parts; ++k) {
+                double const share = k / parts;
+                Point const at = line.empty() ? p : before + (p - before) * share;
+                double const width = profile_->curve.Eval(walked + step * share, 0);
+                line.push_back({Pixel(at), std::max(width, 0.0) * perWidth});
+            }
+            walked += step;
+            before = p;
+        }
+        return line;
+    }
+
+    void DrawRibbon()
+    {
+        std::vector<RibbonPoint> const line = RibbonLine();
+        if (line.empty()) {
+            return;
+        }
+        Ribbon const ribbon = Ribbon_Make(line);
+        svg_.Polygon("ribbon", ribbon.outline);
+        for (RibbonDisc const& disc : ribbon.discs) {
+            svg_.Circle("ribbon", disc.centre, disc.radius);
+        }
+    }
+
+    // The field of the profile.
+
+    double ProfileTop() const { return bottom_ + kProfileGap; }
+    Point ProfilePixel(double along, double width) const
+    {
+        double const length = fit_.length > 0.0 ? fit_.length : 1.0;
+        double const largest = profile_->Largest() > 0.0 ? profile_->Largest() : 1.0;
+        return {left_ + along / length * (kRight - left_),
+                ProfileTop() +
+                    kProfileHeight * (1.0 - width / (largest * (1.0 + kProfileHeadroom)))};
+    }
+
+    void DrawProfile()
+    {
+        svg_.Rect("field", left_, ProfileTop(), kRight - left_, kProfileHeight);
+        DrawProfileGrid();
+        for (std::size_t i = 0; i < stroke_.points.size(); i += PointStride()) {
+            svg_.Circle("point", ProfilePixel(fit_.feet[i], profile_->widths[i]), kPointRadius);
+        }
+        HvDoubleArray along(64);
+        HvDoubleArray widths(64);
+        HvDoubleArray same(64);
+        profile_->curve.GetKeys(along, widths, same, 0);
+        std::vector<Point> line;
+        for (unsigned int i = 0; i < along.Size(); ++i) {
+            line.push_back(ProfilePixel(along[i], widths[i]));
+        }
+        svg_.Polyline("profile", line);
+        svg_.Text("side axis", Point(left_ - kPlotLabelGap, ProfileTop() - 14 + kPlotDigitDrop),
+                  "width");
+        svg_.Text("low axis", Point((left_ + kRight) / 2, height_ - 18), "length");
+    }
+
+    void DrawProfileGrid()
+    {
+        double const bottom = ProfileTop() + kProfileHeight;
+        if (fit_.length > 0.0) {
+            NiceTicks const ticks(0.0, fit_.length, TicksAlong(kRight - left_));
+            for (int i = 0; i < ticks.Count(); ++i) {
+                double const x = ProfilePixel(ticks.Value(i), 0.0).x;
+                svg_.Line("grid", Point(x, ProfileTop()), Point(x, bottom));
+                svg_.Text("low", Point(x, bottom + kPlotLabelGap + 2 * kPlotDigitDrop),
+                          ticks.Label(i));
+            }
+        }
+        if (profile_->Largest() > 0.0) {
+            NiceTicks const ticks(0.0, profile_->Largest(), kProfileTicks);
+            for (int i = 0; i < ticks.Count(); ++i) {
+                double const y = ProfilePixel(0.0, ticks.Value(i)).y;
+                svg_.Line("grid", Point(left_, y), Point(kRight, y));
+                svg_.Text("side", Point(left_ - kPlotLabelGap, y + kPlotDigitDrop), ticks.Label(i));
+            }
+        }
+        svg_.Rect("frame", left_, ProfileTop(), kRight - left_, kProfileHeight);
     }
 
     bool HasHandles() const { return fit_.numCurves <= kMostHandles; }
@@ -225,7 +350,7 @@ private:
         svg_.Text("title", Point(left_, 36), PlotStyle_Shortened(labels_.title, kPlotLongestTitle));
         svg_.Text("", Point(left_, 58),
                   PlotStyle_Shortened(labels_.subtitle, kPlotLongestSubtitle));
-        svg_.Text("low axis", Point((left_ + kRight) / 2, height_ - 18), "x");
+        svg_.Text("low axis", Point((left_ + kRight) / 2, bottom_ + kBelowField - 18), "x");
         svg_.Text("side axis", Point(left_ - kPlotLabelGap, kLegendLine + kPlotDigitDrop), "y");
         DrawLegend();
     }
@@ -254,6 +379,7 @@ private:
 
     StrokeDocument const& stroke_;
     StrokeFit const& fit_;
+    Profile const* const profile_;  ///< null for a stroke without widths
     StrokePlotLabels const& labels_;
     View const view_;
     double const bottom_;
@@ -270,5 +396,13 @@ private:
 std::string StrokePlot_Draw(StrokeDocument const& stroke, StrokeFit const& fit,
                             StrokePlotLabels const& labels)
 {
-    return StrokePlot(stroke, fit, labels).Draw();
+    return StrokePlot(stroke, fit, nullptr, labels).Draw();
+}
+
+std::string StrokePlot_Draw(StrokeDocument const& stroke, StrokeFit const& fit,
+                            std::vector<double> const& widths, HvRawFCurve const& profile,
+                            StrokePlotLabels const& labels)
+{
+    Profile const both = {widths, profile};
+    return StrokePlot(stroke, fit, &both, labels).Draw();
 }

@@ -112,6 +112,8 @@ public:
         HvPoint2fArraySingleComponent_ComputeChordLength(line_, lengths_);
     }
 
+    /// How far along the polyline the foot of the last point is.
+    double Foot() const { return at_; }
     double Length() const { return lengths_[lengths_.Size() - 1]; }
 
     /// The distance of the next point, which lies `step` behind the one before; sought near the
@@ -179,6 +181,7 @@ StrokeFit StrokeFit_Make(StrokeDocument const& stroke, StrokeFitOptions const& o
     for (unsigned int i = 0; i < places.Size(); ++i) {
         double const step = i == 0 ? 0.0 : HvPoint2_LengthAB(places[i - 1], places[i]);
         fit.farthest = std::max(fit.farthest, nearest.Distance(places[i], step));
+        fit.feet.push_back(i == 0 ? 0.0 : std::max(fit.feet.back(), nearest.Foot()));
         advance(1);
     }
     return fit;

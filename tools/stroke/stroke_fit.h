@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <vector>
 
 /// How a stroke is fitted.
 struct StrokeFitOptions {
@@ -34,6 +35,8 @@ struct StrokeFit {
     /// Greatest distance of a point from the path; a live fit smooths its points, so that it may
     /// exceed the tolerance.
     double farthest = 0.0;
+    /// For each point how far along the path its foot is, not descending.
+    std::vector<double> feet;
 };
 
 /// Fits a stroke. `advance` is told of points that are done with; each counts once.
