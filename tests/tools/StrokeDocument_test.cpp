@@ -89,6 +89,7 @@ TEST(StrokeDocument, RefusalsNameTheLine)
     EXPECT_EQ(RefusalOf("1,2,-0.5\n3,4,1\n"), "line 1: pressure -0.5 is below 0");
     EXPECT_EQ(RefusalOf("1,2,1,10\n3,4,1,9.5\n"), "line 2: time goes back from 10 to 9.5");
     EXPECT_EQ(RefusalOf("1,2\n3,1e19\n"), "line 2: 1e+19 is too far out");
+    EXPECT_EQ(RefusalOf("1,2,1e19\n"), "line 1: 1e+19 is too far out");
     for (char const* bad : {"", "nan", "inf", "-inf", "1e999", "0x10", "1 2", "--1", "1.2.3"}) {
         EXPECT_EQ(RefusalOf("1,2\n3," + std::string(bad) + "\n"),
                   "line 2: \"" + std::string(bad) + "\" is no number");

@@ -39,6 +39,8 @@ constexpr int kProfileTicks = 4;
 constexpr double kProfileHeadroom = 0.12;
 /// The largest width, as the path is drawn.
 constexpr double kRibbonPixels = 18;
+/// Widths below this count as none: an axis has no room for them.
+constexpr double kLeastWidth = 1e-12;
 /// The longest stretch of the path that is drawn with evenly changing width.
 constexpr double kRibbonStep = 5;
 
@@ -130,8 +132,7 @@ int TicksAlong(double pixels)
 struct Profile {
     std::vector<double> const& widths;
     HvRawFCurve const& curve;
-
-    double Largest() const { return *std::max_element(widths.begin(), widths.end()); }
+    double largest;  ///< 1 where there is none to speak of
 };
 
 /// One picture in the making.
@@ -214,8 +215,7 @@ private:
     /// The outline in pixels, with the width at each place.
     std::vector<RibbonPoint> RibbonLine() const
     {
-        double const largest = profile_->Largest();
-        double const perWidth = largest > 0.0 ? kRibbonPixels / largest : 0.0;
+        double const perWidth = kRibbonPixels / profile_->largest;
         std::vector<RibbonPoint> line;
         double walked = 0.0;
         Point before;
@@ -253,10 +253,9 @@ private:
     Point ProfilePixel(double along, double width) const
     {
         double const length = fit_.length > 0.0 ? fit_.length : 1.0;
-        double const largest = profile_->Largest() > 0.0 ? profile_->Largest() : 1.0;
+        double const most = profile_->largest * (1.0 + kProfileHeadroom);
         return {left_ + along / length * (kRight - left_),
-                ProfileTop() +
-                    kProfileHeight * (1.0 - width / (largest * (1.0 + kProfileHeadroom)))};
+                ProfileTop() + kProfileHeight * (1.0 - width / most)};
     }
 
     void DrawProfile()
@@ -284,21 +283,19 @@ private:
     {
         double const bottom = ProfileTop() + kProfileHeight;
         if (fit_.length > 0.0) {
-            NiceTicks const ticks(0.0, fit_.length, TicksAlong(kRight - left_));
-            for (int i = 0; i < ticks.Count(); ++i) {
-                double const x = ProfilePixel(ticks.Value(i), 0.0).x;
+            NiceTicks const lengths(0.0, fit_.length, TicksAlong(kRight - left_));
+            for (int i = 0; i < lengths.Count(); ++i) {
+                double const x = ProfilePixel(lengths.Value(i), 0.0).x;
                 svg_.Line("grid", Point(x, ProfileTop()), Point(x, bottom));
                 svg_.Text("low", Point(x, bottom + kPlotLabelGap + 2 * kPlotDigitDrop),
-                          ticks.Label(i));
+                          lengths.Label(i));
             }
         }
-        if (profile_->Largest() > 0.0) {
-            NiceTicks const ticks(0.0, profile_->Largest(), kProfileTicks);
-            for (int i = 0; i < ticks.Count(); ++i) {
-                double const y = ProfilePixel(0.0, ticks.Value(i)).y;
-                svg_.Line("grid", Point(left_, y), Point(kRight, y));
-                svg_.Text("side", Point(left_ - kPlotLabelGap, y + kPlotDigitDrop), ticks.Label(i));
-            }
+        NiceTicks const ticks(0.0, profile_->largest, kProfileTicks);
+        for (int i = 0; i < ticks.Count(); ++i) {
+            double const y = ProfilePixel(0.0, ticks.Value(i)).y;
+            svg_.Line("grid", Point(left_, y), Point(kRight, y));
+            svg_.Text("side", Point(left_ - kPlotLabelGap, y + kPlotDigitDrop), ticks.Label(i));
         }
         svg_.Rect("frame", left_, ProfileTop(), kRight - left_, kProfileHeight);
     }
@@ -403,6 +400,7 @@ std::string StrokePlot_Draw(StrokeDocument const& stroke, StrokeFit const& fit,
                             std::vector<double> const& widths, HvRawFCurve const& profile,
                             StrokePlotLabels const& labels)
 {
-    Profile const both = {widths, profile};
+    double const largest = *std::max_element(widths.begin(), widths.end());
+    Profile const both = {widths, profile, largest > kLeastWidth ? largest : 1.0};
     return StrokePlot(stroke, fit, &both, labels).Draw();
 }

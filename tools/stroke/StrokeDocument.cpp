@@ -192,13 +192,16 @@ private:
         }
         if (column == Column::Time) {
             point.time = *value;
-        } else if (column == Column::Pressure) {
+            return;
+        }
+        if (std::fabs(*value) > kGreatestNumber) {
+            Refuse(NumberText_Exact(*value) + " is too far out");
+        }
+        if (column == Column::Pressure) {
             if (*value < 0.0) {
                 Refuse("pressure " + NumberText_Exact(*value) + " is below 0");
             }
             point.pressure = *value;
-        } else if (std::fabs(*value) > kGreatestCoordinate) {
-            Refuse(NumberText_Exact(*value) + " is too far out");
         } else {
             (column == Column::X ? point.place.x : point.place.y) = static_cast<float>(*value);
         }
@@ -207,7 +210,7 @@ private:
     /// Letters of a bad field that are repeated to the reader.
     static constexpr std::size_t kLongestQuote = 40;
     /// Squares of coordinates up to this are floats still.
-    static constexpr double kGreatestCoordinate = 1e18;
+    static constexpr double kGreatestNumber = 1e18;
 
     StrokeDocument document_;
     std::vector<Column> columns_;

@@ -33,7 +33,7 @@ struct StrokeDocument {
 /// "#", count for nothing.
 ///
 /// Throws ToolError, naming the line: for a line with more or fewer columns than the first, text
-/// that is no number, a coordinate that a float does not hold, a pressure below 0, a time before
+/// that is no number, a coordinate or pressure beyond 1e18, a pressure below 0, a time before
 /// that of the point before; and for a document of fewer than two points.
 StrokeDocument StrokeDocument_Parse(std::string const& text);
 
