@@ -5,6 +5,7 @@
 
 #include <tools/ToolError.h>
 #include <tools/commands/curve_command.h>
+#include <tools/commands/fit_command.h>
 #include <tools/commands/inspect_command.h>
 #include <tools/commands/play_command.h>
 #include <tools/commands/render_command.h>
@@ -27,10 +28,11 @@ int Refuse(ToolStreams const& streams, char const* reason)
 
 int Run(int argc, char const* const* argv, ToolStreams const& streams)
 {
-    CLI::App app("Looks into animations and drawings through the library.", "hv");
+    CLI::App app("Looks into animations, drawings and strokes through the library.", "hv");
     app.require_subcommand(1);
     int result = ToolExitDone;
     CurveCommand_Add(app, streams, result);
+    FitCommand_Add(app, streams, result);
     InspectCommand_Add(app, streams, result);
     PlayCommand_Add(app, streams, result);
     RenderCommand_Add(app, streams, result);

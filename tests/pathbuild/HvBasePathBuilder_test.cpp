@@ -7,6 +7,7 @@
 
 #include "stroke_test_support.h"
 #include <hv/pathbuild/stroke_sampling.h>
+#include <tests/shape/slot_of.h>
 #include <tests/support/allocation_failure.h>
 #include <tests/support/generators.h>
 
@@ -249,6 +250,18 @@ TYPED_TEST(AllBuilders, GoesOnSafelyOnAPathThatWasEmptied)
         EXPECT_LE(pen.builder.GetTrailingSamples()->Size(), 100u);
         pen.builder.EndSubpath({0, 0}, 1);
     }
+}
+
+TEST(HvBasePathBuilder, VirtualOperationsStandInTheirSlots)
+{
+    using B = HvBasePathBuilder;
+    using P = StrokePoint const&;
+    EXPECT_EQ(SlotOf(static_cast<void (B::*)(P)>(&B::StartSubpath)), 2u);
+    EXPECT_EQ(SlotOf(static_cast<void (B::*)(P, HvPath2f*)>(&B::StartSubpath)), 3u);
+    EXPECT_EQ(SlotOf(&B::AddInputPoint), 4u);
+    EXPECT_EQ(SlotOf(&B::GetTrailingSamples), 5u);
+    EXPECT_EQ(SlotOf(&B::EndSubpath), 6u);
+    EXPECT_EQ(SlotOf(&B::Reset), 7u);
 }
 
 // Smoothing.

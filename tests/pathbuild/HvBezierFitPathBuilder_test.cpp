@@ -6,6 +6,9 @@
 #include <hv/pathbuild/HvBezierFitPathBuilder.h>
 
 #include "stroke_test_support.h"
+#include <tests/support/allocation_failure.h>
+
+#include <memory>
 
 namespace {
 
@@ -399,6 +402,19 @@ TEST(HvBezierFitPathBuilder, RingInOneRunIsClosed)
     }
 }
 
+TEST(HvBezierFitPathBuilder, OnlyTheLastRunCloses)
+{
+    // Two steps to a corner, then three back to the start, all below the fit: degrees 2 + 1 and,
+    // with the control that closes, 3 + 2.
+    Pen pen(100.0, 100.0, 1.0, 8);
+    pen.builder.StartSubpath({0, 0});
+    pen.Add({{20, 0}, {40, 0}, {30, 20}, {15, 20}});
+    pen.builder.EndSubpath({0, 0}, 1);
+    EXPECT_EQ(Flags(pen.builder), (std::vector<int>{0, 0, 1, 0, 0}));
+    EXPECT_EQ(DegreesOf(pen.path), (std::vector<unsigned int>{3, 5}));
+    EXPECT_EQ(pen.path.IsSubpathClosed(0), 1);
+}
+
 TEST(HvBezierFitPathBuilder, EndOnTheStartIsNotRepeated)
 {
     Pen pen;
@@ -459,4 +475,27 @@ TEST(HvBezierFitPathBuilder, WaveIsSmoothAndNear)
     for (StrokePoint const& p : wave) {
         EXPECT_LE(DistanceFrom(ToVector(flat), p), 1.2);
     }
+}
+
+// Failures.
+
+TEST(HvBezierFitPathBuilder, FailedCommitIsNotedAnew)
+{
+    auto const prepare = [] {
+        auto pen = std::make_unique<Pen>();
+        pen->builder.StartSubpath({0, 0});
+        for (int i = 1; i < 300; ++i) {
+            pen->Add({{static_cast<float>(5 * i), static_cast<float>(20 * (i % 3))}});
+        }
+        return pen;
+    };
+    RefuseEachAllocation(
+        prepare, [](std::unique_ptr<Pen>& pen) { pen->builder.GetTrailingSamples(); },
+        [](std::unique_ptr<Pen>& pen, bool) {
+            pen->builder.GetTrailingSamples();
+            unsigned int const last = pen->builder.input.Size() - 1;
+            EXPECT_EQ(pen->builder.processedIndex, last);
+            EXPECT_EQ(pen->builder.corners.Size(), last);
+            EXPECT_EQ(pen->builder.chordLengths.Size(), last + 1);
+        });
 }

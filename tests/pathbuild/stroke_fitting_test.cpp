@@ -314,15 +314,18 @@ TEST(FindBezierCurve, HalvesJoinSmoothlyAndTheSecondCloses)
 {
     std::vector<StrokePoint> ring = Bow(9);
     ring.push_back({0, 0});
-    Stroke stroke(ring);
-    stroke.path.Moveto({0, 0});
-    stroke.Find(100, {0, 0, 9, 0, 1});
-    EXPECT_TRUE(IsClosed(stroke.path));
-    unsigned int const node = 5;
-    HvPoint2<double> const in(stroke.path.GetPoint(node) - stroke.path.GetPoint(node - 1));
-    HvPoint2<double> const out(stroke.path.GetPoint(node + 1) - stroke.path.GetPoint(node));
-    EXPECT_NEAR(HvPoint2_AdetB(in, out) / HvPoint2_Length(in) / HvPoint2_Length(out), 0.0, 1e-6);
-    EXPECT_GT(HvPoint2_AdotB(in, out), 0.0);
+    for (int isCorner : {0, 1}) {
+        Stroke stroke(ring);
+        stroke.path.Moveto({0, 0});
+        stroke.Find(100, {0, isCorner, 9, 0, 1});
+        EXPECT_TRUE(IsClosed(stroke.path));
+        unsigned int const node = 5;
+        HvPoint2<double> const in(stroke.path.GetPoint(node) - stroke.path.GetPoint(node - 1));
+        HvPoint2<double> const out(stroke.path.GetPoint(node + 1) - stroke.path.GetPoint(node));
+        EXPECT_NEAR(HvPoint2_AdetB(in, out) / HvPoint2_Length(in) / HvPoint2_Length(out), 0.0,
+                    1e-6);
+        EXPECT_GT(HvPoint2_AdotB(in, out), 0.0);
+    }
 }
 
 TEST(FindBezierCurve, SevenStepsCloseAtDegreeEight)

@@ -87,15 +87,22 @@ TEST(stroke_sampling, PieceStartsAtItsFirstPoint)
 
 TEST(stroke_sampling, SumsOfSpacingsThatPassTheEndGiveTheEnd)
 {
-    // Ten times 0.1 added up is 0.9999999999999999, and so on: whatever the rounding, the count
-    // that is returned is there.
+    // Nth parts of 1 add up to a little more than 1 for some of these, and to less for others:
+    // whatever the rounding, the count that is returned is there, and nothing lies behind the end.
+    int numBeyond = 0;
     for (int n = 1; n <= 1000; ++n) {
-        float const end = static_cast<float>(n) * 0.1f;
-        Sampled const sampled = Sample({{0, 0}, {end, 0}}, 0, 1, 0.1, 0.0, 0);
+        double const spacing = 1.0 / n;
+        Sampled const sampled = Sample({{0, 0}, {1, 0}, {kNoNumber, 0}}, 0, 1, spacing, 0.0, 0);
         ASSERT_EQ(sampled.points.size(), static_cast<std::size_t>(sampled.count)) << n;
-        ASSERT_LE(sampled.points.back().x, end);
+        ASSERT_LE(sampled.points.back().x, 1.0f);
         ASSERT_GE(sampled.remainder, 0.0);
+        double sum = 0.0;
+        for (std::size_t k = 0; k < sampled.points.size(); ++k) {
+            sum += spacing;
+        }
+        numBeyond += sum > 1.0 ? 1 : 0;
     }
+    EXPECT_GT(numBeyond, 100);
 }
 
 // The end.

@@ -74,6 +74,7 @@ private:
 };
 
 char const* const kSample = HV_SAMPLE_ANIMATION;
+char const* const kStroke = HV_SAMPLE_STROKE;
 
 }  // namespace
 
@@ -422,4 +423,62 @@ TEST_F(tool, RenderingRefusesWhatItCannotUse)
     }
     EXPECT_TRUE(Refused(ToolRun({"render", Write("no.svg", "no").c_str(), "--out", png.c_str()})));
     EXPECT_TRUE(Refused(ToolRun({"render", "does-not-exist.svg", "--out", png.c_str()})));
+}
+
+// hv fit.
+
+TEST_F(tool, FitsAStroke)
+{
+    std::string const svg = PathOf("new/folder/hook.svg");
+    ToolRun const run({"fit", kStroke, "--out", svg.c_str()});
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(run.err, "");
+    EXPECT_NE(run.out.find("41 points as"), std::string::npos);
+    EXPECT_NE(Read(svg).find("stroke_hook.csv"), std::string::npos);
+    EXPECT_NE(Read(svg).find("ribbon"), std::string::npos);
+    EXPECT_EQ(ToolRun({"fit", kStroke, "--out", svg.c_str(), "--width", "none"}).code, 0);
+    EXPECT_EQ(Read(svg).find("class=\"ribbon\""), std::string::npos);
+    for (std::vector<char const*> const& more :
+         std::vector<std::vector<char const*>>{{"--live", "4"},
+                                               {"--closed"},
+                                               {"--corner", "90"},
+                                               {"--tolerance", "0.1"},
+                                               {"--width", "speed"}}) {
+        std::vector<char const*> all = {"fit", kStroke, "--out", svg.c_str()};
+        all.insert(all.end(), more.begin(), more.end());
+        EXPECT_EQ(ToolRun(all).code, 0) << more[0];
+    }
+}
+
+TEST_F(tool, RefusesStrokesAndNumbersThatAreNot)
+{
+    std::string const svg = PathOf("hook.svg");
+    EXPECT_TRUE(Refused(ToolRun({"fit", kStroke})));
+    std::string const bare = Write("bare.csv", "1,2\n3,4\n");
+    for (char const* width : {"pressure", "speed", "other"}) {
+        EXPECT_TRUE(
+            Refused(ToolRun({"fit", bare.c_str(), "--out", svg.c_str(), "--width", width})));
+    }
+    EXPECT_TRUE(Refused(ToolRun({"fit", "does-not-exist.csv", "--out", svg.c_str()})));
+    std::string const bad = Write("bad.csv", "x,y\n1,2\n3,q\n");
+    ToolRun const run({"fit", bad.c_str(), "--out", svg.c_str()});
+    EXPECT_TRUE(Refused(run));
+    EXPECT_NE(run.err.find("bad.csv: line 3: \"q\" is no number"), std::string::npos);
+    for (std::vector<char const*> const& more :
+         std::vector<std::vector<char const*>>{{"--tolerance", "0"},
+                                               {"--tolerance", "-1"},
+                                               {"--tolerance", "nan"},
+                                               {"--tolerance", "inf"},
+                                               {"--corner", "91"},
+                                               {"--corner", "-1"},
+                                               {"--corner", "nan"},
+                                               {"--live", "-1"},
+                                               {"--live", "x"}}) {
+        std::vector<char const*> all = {"fit", kStroke, "--out", svg.c_str()};
+        all.insert(all.end(), more.begin(), more.end());
+        EXPECT_TRUE(Refused(ToolRun(all))) << more[0] << " " << more[1];
+    }
+    EXPECT_FALSE(std::filesystem::exists(svg));
+    ToolRun const unwritable({"fit", kStroke, "--out", "/proc/none/hook.svg"});
+    EXPECT_TRUE(Refused(unwritable));
 }

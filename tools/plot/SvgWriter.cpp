@@ -79,13 +79,12 @@ void SvgWriter::Line(std::string const& cls, Point const& a, Point const& b)
 
 void SvgWriter::Polyline(std::string const& cls, std::vector<Point> const& points)
 {
-    std::string list;
-    for (Point const& p : points) {
-        list += list.empty() ? Pair(p) : " " + Pair(p);
-    }
-    Open("polyline", cls);
-    Attribute("points", list);
-    Close("polyline", std::string());
+    PointList("polyline", cls, points);
+}
+
+void SvgWriter::Polygon(std::string const& cls, std::vector<Point> const& points)
+{
+    PointList("polygon", cls, points);
 }
 
 void SvgWriter::Circle(std::string const& cls, Point const& centre, double radius,
@@ -119,6 +118,18 @@ void SvgWriter::Text(std::string const& cls, Point const& at, std::string const&
 std::string SvgWriter::Finish()
 {
     return text_ + "</svg>\n";
+}
+
+void SvgWriter::PointList(char const* element, std::string const& cls,
+                          std::vector<Point> const& points)
+{
+    std::string list;
+    for (Point const& p : points) {
+        list += list.empty() ? Pair(p) : " " + Pair(p);
+    }
+    Open(element, cls);
+    Attribute("points", list);
+    Close(element, std::string());
 }
 
 void SvgWriter::Open(std::string const& element, std::string const& cls)

@@ -25,6 +25,8 @@ public:
     void Rect(std::string const& cls, double x, double y, double width, double height);
     void Line(std::string const& cls, Point const& a, Point const& b);
     void Polyline(std::string const& cls, std::vector<Point> const& points);
+    /// A polygon, filled by winding where it crosses itself.
+    void Polygon(std::string const& cls, std::vector<Point> const& points);
     /// A circle; a tooltip that is not empty shows when it is pointed at.
     void Circle(std::string const& cls, Point const& centre, double radius,
                 std::string const& tooltip = std::string());
@@ -37,6 +39,7 @@ public:
     std::string Finish();
 
 private:
+    void PointList(char const* element, std::string const& cls, std::vector<Point> const& points);
     void Open(std::string const& element, std::string const& cls);
     void Attribute(char const* name, double value);
     void Attribute(char const* name, std::string const& value);

@@ -1,0 +1,188 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// From a stroke to a path of few curves.
+
+#include <hv/bezier/HvBezierTool.h>
+#include <hv/foundation/HvExtent2.h>
+#include <hv/foundation/polyline_length.h>
+#include <hv/pathbuild/HvBezierFitPathBuilder.h>
+#include <hv/shape/HvGC.h>
+#include <hv/shape/HvPath2fSink.h>
+#include <tools/stroke/stroke_fit.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+/// The polyline on which distances are measured stays this near to the path, in tolerances, or, in
+/// sizes of the stroke, as near as its floats can tell.
+constexpr double kMeasuredShare = 1e-4;
+constexpr double kMeasuredSizeShare = 1e-7;
+/// The foot of a point is sought so many tolerances, and so many steps of the stroke, around that
+/// of the point before.
+constexpr double kReachTolerances = 4.0;
+constexpr double kReachSteps = 2.0;
+
+// A live fit, in tolerances: what is near enough to be one point, from which length on a step is
+// subdivided, and from which on it is so long that nothing is known of what lies between.
+constexpr double kLiveGap = 0.25;
+constexpr double kLiveSubdivided = 20.0;
+constexpr double kLiveLong = 60.0;
+/// The fewest steps of a live fit.
+constexpr unsigned int kLiveFewest = 4;
+
+double Radians(double degrees)
+{
+    return degrees * std::acos(-1.0) / 180.0;
+}
+
+HvPoint2fArray PlacesOf(StrokeDocument const& stroke)
+{
+    HvPoint2fArray places(static_cast<unsigned int>(stroke.points.size()));
+    for (StrokePoint const& point : stroke.points) {
+        places.Add(point.place);
+    }
+    return places;
+}
+
+void FitAtOnce(HvPoint2fArray const& places, StrokeFitOptions const& options, HvPath2f& path)
+{
+    double const cosine = std::cos(Radians(options.cornerDegrees));
+    // A turn of more than 90 degrees is always a corner.
+    double const squared = cosine > 0.0 ? cosine * cosine : 0.0;
+    HvPath2fSink sink(path);
+    HvBezierTool tool;
+    if (options.isClosed) {
+        tool.ClosedFit(places, squared, 3, options.tolerance, 0, sink);
+    } else {
+        tool.OpenFit(places, squared, 3, options.tolerance, 0, sink, 0);
+    }
+}
+
+void FitLive(HvPoint2fArray const& places, StrokeFitOptions const& options, HvPath2f& path)
+{
+    HvGC gc;
+    gc.minPointGap = options.tolerance * kLiveGap;
+    gc.flatness = options.tolerance;
+    gc.sampleSpacing = options.tolerance;
+    HvBezierFitPathBuilder builder(gc, &path, options.tolerance * kLiveLong,
+                                   options.tolerance * kLiveSubdivided, options.tolerance,
+                                   kLiveFewest);
+    builder.StartSubpath(places[0]);
+    unsigned int const last = places.Size() - 1;
+    for (unsigned int i = 1; i < last; ++i) {
+        builder.AddInputPoint(places[i], 0);
+        if (i % options.live == 0) {
+            builder.GetTrailingSamples();
+        }
+    }
+    builder.EndSubpath(places[last], options.isClosed ? 1 : 0);
+}
+
+unsigned int NumCurves(HvPath2f const& path)
+{
+    unsigned int count = 0;
+    for (unsigned int i = 1; i < path.NumPoints(); i = path.EndOfSegment(i) + 1) {
+        ++count;
+    }
+    return count;
+}
+
+double MeasuredWithin(HvPath2f const& path, double tolerance)
+{
+    HvExtent2<double> extent;
+    path.GetExtent(extent);
+    double const size = std::max(extent.max.x - extent.min.x, extent.max.y - extent.min.y);
+    return std::max(tolerance * kMeasuredShare, size * kMeasuredSizeShare);
+}
+
+/// A polyline in which the points of a stroke, in their order, find what lies next to them.
+class NearestOnPath {
+public:
+    NearestOnPath(HvPath2f const& path, double tolerance) : tolerance_(tolerance)
+    {
+        path.FlattenSubpath(0, MeasuredWithin(path, tolerance), line_);
+        if (line_.Size() == 0) {
+            // A pen that stood still: a lone start has no outline.
+            line_ = HvPoint2fArray(path.GetPoint(0), 2);
+        }
+        HvPoint2fArraySingleComponent_ComputeChordLength(line_, lengths_);
+    }
+
+    /// How far along the polyline the foot of the last point is.
+    double Foot() const { return at_; }
+    double Length() const { return lengths_[lengths_.Size() - 1]; }
+
+    /// The distance of the next point, which lies `step` behind the one before; sought near the
+    /// foot of that one, and only where nothing is near there on the whole path.
+    double Distance(HvPoint2<float> const& p, double step)
+    {
+        double const reach = kReachSteps * step + kReachTolerances * tolerance_;
+        while (first_ > 0 && lengths_[first_] > at_ - reach) {
+            --first_;
+        }
+        while (first_ + 2 < line_.Size() && lengths_[first_ + 1] < at_ - reach) {
+            ++first_;
+        }
+        double squared = Nearest(p, first_, at_ + step + reach);
+        if (squared > reach * reach) {
+            squared = Nearest(p, 0, Length());
+        }
+        return std::sqrt(squared);
+    }
+
+private:
+    /// The least squared distance of the pieces from vertex `first` on up to the length `end`,
+    /// whose place becomes the last foot.
+    double Nearest(HvPoint2<float> const& p, unsigned int first, double end)
+    {
+        double least = std::numeric_limits<double>::infinity();
+        for (unsigned int i = first; i + 1 < line_.Size() && lengths_[i] <= end; ++i) {
+            double squared = 0.0;
+            double parameter = 0.0;
+            HvPoint2_FindClosestPointOnLineSegment(
+                HvPoint2<double>(p), HvPoint2<double>(line_[i]), HvPoint2<double>(line_[i + 1]),
+                std::numeric_limits<double>::max(), squared, parameter);
+            if (squared < least) {
+                least = squared;
+                at_ = lengths_[i] + parameter * (lengths_[i + 1] - lengths_[i]);
+            }
+        }
+        return least;
+    }
+
+    double tolerance_;
+    HvPoint2fArray line_ = HvPoint2fArray(256);
+    HvDoubleArray lengths_ = HvDoubleArray(256);
+    /// Where the last foot lies, as a length, and the vertex where its neighbourhood begins.
+    double at_ = 0.0;
+    unsigned int first_ = 0;
+};
+
+}  // namespace
+
+StrokeFit StrokeFit_Make(StrokeDocument const& stroke, StrokeFitOptions const& options,
+                         std::function<void(std::size_t)> const& advance)
+{
+    HvPoint2fArray const places = PlacesOf(stroke);
+    StrokeFit fit;
+    if (options.live != 0) {
+        FitLive(places, options, fit.path);
+    } else {
+        FitAtOnce(places, options, fit.path);
+    }
+    fit.numCurves = NumCurves(fit.path);
+
+    NearestOnPath nearest(fit.path, options.tolerance);
+    fit.length = nearest.Length();
+    for (unsigned int i = 0; i < places.Size(); ++i) {
+        double const step = i == 0 ? 0.0 : HvPoint2_LengthAB(places[i - 1], places[i]);
+        fit.farthest = std::max(fit.farthest, nearest.Distance(places[i], step));
+        fit.feet.push_back(i == 0 ? 0.0 : std::max(fit.feet.back(), nearest.Foot()));
+        advance(1);
+    }
+    return fit;
+}
