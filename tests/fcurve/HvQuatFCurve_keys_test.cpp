@@ -83,6 +83,33 @@ TEST(HvQuatFCurve_keys, MergeIntoOne)
     EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 4, 5}));
 }
 
+TEST(HvQuatFCurve_keys, MergeWhereOneStands)
+{
+    Trio const trio = MakeTrio();
+    EXPECT_EQ(trio.y->MergeAndCreateKey(2, 2, 2, 7, 0, 0, 0), 1) << "an interval of one parameter";
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 2, 4, 5}));
+    EXPECT_NEAR(ValuesOf(*trio.y)[1], 7, kRoundTrip);
+    EXPECT_EQ(trio.y->MergeAndCreateKey(2, 4.5, 2, 8, 0, 0, 0), 1) << "into the first of them";
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 2, 5}));
+    EXPECT_NEAR(ValuesOf(*trio.y)[1], 8, kRoundTrip);
+}
+
+TEST(HvQuatFCurve_keys, MergeInTheCycleWhereTheIntervalFolds)
+{
+    Trio const trio = MakeTrio();
+    trio.x->SetExtrapolationMethod(C::CycleExtrapolation);
+    EXPECT_EQ(trio.y->MergeAndCreateNonModifyingKey(5.5, 6.5, 6, 0, 0, 0, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 2, 4, 5})) << "the one from 1.5 to 2.5";
+    EXPECT_EQ(trio.y->MergeAndCreateNonModifyingKey(5.5, 8.5, 7, 0, 0, 0, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 3, 5}));
+    // An interval that is turned round is its end.
+    EXPECT_EQ(trio.y->MergeAndCreateNonModifyingKey(8, 6, 7, 0, 0, 0, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 2, 3, 5}));
+    // The key is drawn into the interval.
+    EXPECT_EQ(trio.y->MergeAndCreateNonModifyingKey(7.5, 7.75, 8.25, 0, 0, 0, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 2, 3, 3.75, 5}));
+}
+
 TEST(HvQuatFCurve_keys, KeepDataWhenAsked)
 {
     Trio const trio = MakeTrio();
@@ -299,6 +326,9 @@ TEST(HvQuatFCurve_keys, AreNotMergedBeyondTheirNeighbours)
     EXPECT_EQ(trio.y->MergeAndCreateKey(1.5, 2.5, 4, 7, 0, 0, 0), 0);
     EXPECT_EQ(trio.y->MergeAndCreateKey(1.5, 2.5, 0.5, 7, 0, 0, 0), 0);
     EXPECT_EQ(trio.y->MergeAndCreateKey(2.5, 3.5, 1.5, 7, 0, 0, 0), 0);
+    EXPECT_EQ(trio.y->MergeAndCreateKey(1, 3, 1, 7, 1, 0, 0), 0)
+        << "not onto the key of an open end";
+    EXPECT_EQ(trio.y->MergeAndCreateKey(1, 4, 4, 7, 0, 1, 0), 0);
     EXPECT_EQ(trio.y->MergeAndCreateKey(3, 2, 2, 7, 0, 0, 0), 1) << "an empty interval";
     EXPECT_EQ(QuatImage(*trio.y), image);
 }

@@ -351,6 +351,26 @@ TEST(HvQuatFCurve, SnapsAsItIs)
     ASSERT_TRUE(beyond);
     EXPECT_EQ(beyond->GetExtrapolationMethod(), C::ConstantExtrapolation);
     EXPECT_EQ(beyond->Eval(0, 0), trio.z->Eval(0, 0));
+    // One end beyond is enough, and the ends of the keys are not.
+    for (double const from : {0.5, 1.0}) {
+        for (double const to : {5.0, 5.5}) {
+            std::unique_ptr<C> const copy(trio.z->SnapShot(from, to, C::CycleExtrapolation));
+            ASSERT_TRUE(copy);
+            EXPECT_EQ(copy->GetExtrapolationMethod(),
+                      from == 1 && to == 5 ? C::CycleExtrapolation : C::ConstantExtrapolation);
+        }
+    }
+    HvQuatFCurve single(2u);
+    single.CreateKey(1, 7);
+    std::unique_ptr<C> const one(single.SnapShot(0, 3, C::CycleExtrapolation));
+    ASSERT_TRUE(one);
+    EXPECT_EQ(one->GetExtrapolationMethod(), C::CycleExtrapolation) << "all methods are one";
+    // A value at either end that is no number gives none.
+    for (unsigned int const i : {0u, 3u}) {
+        Trio const bad = MakeTrio();
+        bad.curve->SetKeyValue(i, HvPoint3<double>(NAN, NAN, NAN));
+        EXPECT_EQ(bad.z->SnapShot(0, 5, C::ConstantExtrapolation), nullptr) << i;
+    }
     EXPECT_EQ(trio.z->SnapShot(nan, 3, C::ConstantExtrapolation), nullptr);
     std::unique_ptr<C> const empty(HvQuatFCurve(0u).SnapShot(0, 3, C::CycleExtrapolation));
     ASSERT_TRUE(empty);
