@@ -22,6 +22,7 @@ namespace {
 constexpr unsigned char kBefore = 77;
 constexpr std::size_t kMostBytes = 8u << 20;  // of one allocation
 constexpr int kMostSteps = 64;
+constexpr unsigned int kMostFitted = 500;  // samples, as fits are slow
 
 // Far outlines at a fine tolerance ask for as many points as there is memory.
 int AllowSmall(std::size_t size)
@@ -141,8 +142,10 @@ void Outline(HvPath2f const& path, HvGC const& gc)
     tags.Chop(0);
     path.Sample(gc, pts, tags);
     RequireRuns(pts.Size(), tags);
-    HvPath2f again(1u);
-    again.AddFittedSamplesFromPath(gc, path);
+    if (pts.Size() < kMostFitted) {
+        HvPath2f again(1u);
+        again.AddFittedSamplesFromPath(gc, path);
+    }
 }
 
 void Render(HvPath2f const& path, HvGC const& gc, FuzzInput& input)
