@@ -36,9 +36,9 @@ struct Scene {
 
     explicit Scene(FuzzInput& input)
         : p0(input.Point()), p1(input.Point()), p2(input.Point()),
-          half(input.Next() % 4 != 0 ? 0.5 : input.Coordinate()), brush(input.Next() - 4),
-          raster(input.Next() % 48, input.Next() % 48, kBefore),
-          distance(input.Next() % 48, input.Next() % 48, kFar)
+          half(input.Next() % 4 != 0 ? 0.5 : input.Coordinate()),
+          brush(input.Next() - 4), raster{input.Next() % 48, input.Next() % 48, kBefore},
+          distance{input.Next() % 48, input.Next() % 48, kFar}
     {
     }
 
