@@ -13,6 +13,8 @@
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvPath2f.h>
+#include <hv/shape/HvPath2fIter.h>
+#include <hv/shape/internal/polygon_clip.h>
 
 #include <cmath>
 #include <new>
@@ -20,8 +22,9 @@
 namespace {
 
 constexpr unsigned char kBefore = 77;
-constexpr std::size_t kMostBytes = 8u << 20;  // of one allocation
+constexpr std::size_t kMostBytes = 1u << 20;  // of one allocation
 constexpr int kMostSteps = 64;
+constexpr unsigned int kMostFitted = 500;  // samples, as fits are slow
 
 // Far outlines at a fine tolerance ask for as many points as there is memory.
 int AllowSmall(std::size_t size)
@@ -54,9 +57,28 @@ HvGC Context(FuzzInput& input)
     gc.softClipToShape = styles / 64 % 2;
     int const turn = input.Next();
     gc.transform.Translate(turn % 16, turn / 16, 0.0);
-    gc.transform.Scale(Choose(input.Next()), Choose(input.Next() % 6), 1.0);
+    double const across = Choose(input.Next());
+    gc.transform.Scale(across, Choose(input.Next() % 6), 1.0);
     return gc;
 }
+
+// Where the path is looked at.
+struct Look {
+    HvUByteRaster raster;
+    HvExtent2<float> query;
+    HvExtent2<double> clip;
+
+    explicit Look(FuzzInput& input) : raster{input.Next() % 40, input.Next() % 40, kBefore}
+    {
+        float const qx = static_cast<float>(input.Next() % 40);
+        float const qy = static_cast<float>(input.Next() % 40);
+        query = {qx, qy, qx + 1, qy + 1};
+        double const x = input.Next() / 2.0 - 40;
+        double const y = input.Next() / 2.0 - 40;
+        double const width = input.Next() % 40;
+        clip = {x, y, x + width, y + input.Next() % 40};
+    }
+};
 
 // Adds to the path or edits it.
 void Step(HvPath2f& path, FuzzInput& input)
@@ -81,7 +103,8 @@ void Step(HvPath2f& path, FuzzInput& input)
         break;
     case 5:
     case 6:
-        path.Curveto(input.Point(), input.Point(), p);
+        pts[0] = input.Point();
+        path.Curveto(pts[0], input.Point(), p);
         break;
     case 7:
         pts[1] = input.Point();
@@ -127,6 +150,39 @@ void RequireRuns(unsigned int numPoints, HvPointTagArray const& tags)
     FuzzRequire(before == HvPointTagEnd);
 }
 
+// What lies outside is not flattened for clipping, and nobody can tell.
+void RequireClipped(HvPath2f const& path, HvGC const& gc, HvExtent2<double> const& clip)
+{
+    HvPoint2dArray expected;
+    HvPoint2dArray polygon;
+    HvPoint2dArray spare;
+    HvPointTagArray tags;
+    HvPath2fIter subpaths(path);
+    unsigned int first = 0;
+    unsigned int last = 0;
+    while (subpaths.GetNextSubPathIndices(first, last) != 0) {
+        polygon.Chop(0);
+        HvPath2f const subpath(path, first, last);
+        if (last - first > 1 && path.IsSubpathClosed(first) == 1) {
+            subpath.TransformAndFlattenPath(gc.transform, gc.flatness, polygon, tags);
+            polygon.Chop(polygon.Size() - 1);
+            HvPolygon_Clip(polygon, clip, spare);
+        }
+        if (polygon.Size() != 0) {
+            expected.Add(polygon);
+            expected.Add(polygon[0]);
+        }
+    }
+    HvPoint2dArray clipped;
+    path.TransformFlattenAndClipClosedSubPaths(gc.transform, gc.flatness, clip, clipped, tags);
+    FuzzRequire(clipped.Size() == expected.Size());
+    for (unsigned int i = 0; i < clipped.Size(); ++i) {
+        // Equal, or both no number.
+        FuzzRequire(!(clipped[i].x < expected[i].x) && !(clipped[i].x > expected[i].x));
+        FuzzRequire(!(clipped[i].y < expected[i].y) && !(clipped[i].y > expected[i].y));
+    }
+}
+
 void Outline(HvPath2f const& path, HvGC const& gc)
 {
     HvPoint2fArray pts;
@@ -141,14 +197,15 @@ void Outline(HvPath2f const& path, HvGC const& gc)
     tags.Chop(0);
     path.Sample(gc, pts, tags);
     RequireRuns(pts.Size(), tags);
-    HvPath2f again(1u);
-    again.AddFittedSamplesFromPath(gc, path);
+    if (pts.Size() < kMostFitted) {
+        HvPath2f again(1u);
+        again.AddFittedSamplesFromPath(gc, path);
+    }
 }
 
-void Render(HvPath2f const& path, HvGC const& gc, FuzzInput& input)
+void Render(HvPath2f const& path, HvGC const& gc, Look const& look)
 {
-    HvUByteRaster const clean(input.Next() % 40, input.Next() % 40, kBefore);
-    HvUByteRaster raster(clean);
+    HvUByteRaster raster(look.raster);
     auto const requireHard = [&raster] {
         for (std::size_t i = 0; i < raster.NumPixels(); ++i) {
             FuzzRequire(raster.data[i] == kBefore || raster.data[i] == 255);
@@ -158,15 +215,12 @@ void Render(HvPath2f const& path, HvGC const& gc, FuzzInput& input)
     requireHard();
     path.Stroke(gc, raster);
     requireHard();
-    raster = clean;
+    raster = look.raster;
     path.AAFill(gc, raster, nullptr);
     path.SoftFill(gc, raster, nullptr);
-    // Whatever the outline does not meet lies inside when the pixel at its corner does.
-    float const x = static_cast<float>(input.Next() % 40);
-    float const y = static_cast<float>(input.Next() % 40);
-    HvExtent2<float> const query(x, y, x + 1, y + 1);
-    bool const isMet = path.IsInteriorIntersectingExtent(gc, query, 1);
-    FuzzRequire(isMet || path.IsIntersectingExtent(gc, query, 1) == 0);
+    // What the outline meets is met as a whole too.
+    bool const isMet = path.IsInteriorIntersectingExtent(gc, look.query, 1);
+    FuzzRequire(isMet || path.IsIntersectingExtent(gc, look.query, 1) == 0);
 }
 
 }  // namespace
@@ -176,18 +230,20 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     FuzzInput input(data, size);
     HvSetAllocationHook(&AllowSmall);
     try {
-        HvGC const original = Context(input);
-        HvGC gc(original);  // a soft fill writes into it for a while
+        HvGC const gc = Context(input);
+        Look const look(input);
         HvPath2f path(0u);
         for (int step = 0; step < kMostSteps && !input.Empty(); ++step) {
             Step(path, input);
         }
         path.CloseSubpath(0);
         try {
+            RequireClipped(path, gc, look.clip);
             Outline(path, gc);
         } catch (std::bad_alloc const&) {
         }
-        Render(path, gc, input);
+        HvGC ours(gc);  // a soft fill writes into it for a while
+        Render(path, ours, look);
     } catch (std::bad_alloc const&) {
     }
     HvSetAllocationHook(nullptr);

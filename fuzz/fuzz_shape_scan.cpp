@@ -36,9 +36,9 @@ struct Scene {
 
     explicit Scene(FuzzInput& input)
         : p0(input.Point()), p1(input.Point()), p2(input.Point()),
-          half(input.Next() % 4 != 0 ? 0.5 : input.Coordinate()), brush(input.Next() - 4),
-          raster(input.Next() % 48, input.Next() % 48, kBefore),
-          distance(input.Next() % 48, input.Next() % 48, kFar)
+          half(input.Next() % 4 != 0 ? 0.5 : input.Coordinate()),
+          brush(input.Next() - 4), raster{input.Next() % 48, input.Next() % 48, kBefore},
+          distance{input.Next() % 48, input.Next() % 48, kFar}
     {
     }
 
@@ -89,26 +89,27 @@ double Round(HvPoint2<double> const& place)
 
 // The shape by each of its fills; a direct fill writes 255 alone.
 template <class Shape>
-void FillShape(Scene& scene, int kind)
+void FillShape(Scene const& scene, int kind)
 {
     Shape const shape(scene.p0, scene.p1, scene.p2);
+    HvUByteRaster raster(scene.raster.width, scene.raster.height, kBefore);
     HvGC gc;
     gc.softRadiusA = 1.5;
     switch (kind % 4) {
     case 0:
-        shape.Fill(gc, scene.raster, nullptr);
-        for (std::size_t i = 0; i < scene.raster.NumPixels(); ++i) {
-            FuzzRequire(scene.raster.data[i] == kBefore || scene.raster.data[i] == 255);
+        shape.Fill(gc, raster, nullptr);
+        for (std::size_t i = 0; i < raster.NumPixels(); ++i) {
+            FuzzRequire(raster.data[i] == kBefore || raster.data[i] == 255);
         }
         break;
     case 1:
-        shape.AAFill(gc, scene.raster, nullptr);
+        shape.AAFill(gc, raster, nullptr);
         break;
     case 2:
-        shape.SoftFill(gc, scene.raster, nullptr);
+        shape.SoftFill(gc, raster, nullptr);
         break;
     default:
-        shape.RadialFill(gc, scene.raster);
+        shape.RadialFill(gc, raster);
         break;
     }
 }

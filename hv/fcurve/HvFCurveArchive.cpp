@@ -109,13 +109,6 @@ unsigned int HvBaseFCurve_CreateFromBuffer(void const* buffer, std::size_t size,
 unsigned int HvBaseFCurve_CreateFromBuffer(void const* buffer, std::size_t size,
                                            HvBaseFCurve** curve, HvArchiveFault& fault)
 {
-    if (curve == nullptr) {
-        return 0;
-    }
-    *curve = nullptr;
-    if (buffer == nullptr) {
-        return 0;
-    }
-    return HvArchive_ReadBounded(buffer, size, fault,
-                                 [curve](HvByteReader& body) { return Create(body, curve); });
+    return HvArchive_CreateBounded(buffer, size, curve, fault,
+                                   [curve](HvByteReader& body) { return Create(body, curve); });
 }

@@ -43,4 +43,17 @@ unsigned int HvArchive_ReadBounded(void const* buffer, std::size_t size, HvArchi
     return used == 0 ? 0 : length + kHvArchiveLengthSize;
 }
 
+/// The same for an archive that makes an object: `*out` is what `readBody` stores there, null when
+/// it refuses. Without a buffer, or without an `out`, nothing is read.
+template <class Object, class ReadBody>
+unsigned int HvArchive_CreateBounded(void const* buffer, std::size_t size, Object** out,
+                                     HvArchiveFault& fault, ReadBody readBody)
+{
+    if (out == nullptr) {
+        return 0;
+    }
+    *out = nullptr;
+    return buffer == nullptr ? 0 : HvArchive_ReadBounded(buffer, size, fault, readBody);
+}
+
 #endif

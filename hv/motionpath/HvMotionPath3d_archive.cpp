@@ -218,14 +218,7 @@ unsigned int HvMotionPath3d_CreateFromBuffer(void const* buffer, std::size_t siz
 unsigned int HvMotionPath3d_CreateFromBuffer(void const* buffer, std::size_t size,
                                              HvMotionPath3d** path, HvArchiveFault& fault)
 {
-    if (path == nullptr) {
-        return 0;
-    }
-    *path = nullptr;
-    if (buffer == nullptr) {
-        return 0;
-    }
-    return HvArchive_ReadBounded(buffer, size, fault, [path](HvByteReader& body) {
+    return HvArchive_CreateBounded(buffer, size, path, fault, [path](HvByteReader& body) {
         auto read = std::make_unique<HvMotionPath3d>();
         unsigned int const used = read->ReadArchiveBody(body);
         if (used != 0) {

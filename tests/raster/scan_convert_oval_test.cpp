@@ -9,6 +9,7 @@
 #include <hv/raster/HvUByteRaster.h>
 #include <tests/support/allocation_failure.h>
 #include <tests/support/generators.h>
+#include <tests/support/raster_text.h>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -23,18 +24,6 @@ namespace {
 using Point = HvPoint2<float>;
 
 constexpr float kFar = std::numeric_limits<float>::max();
-
-std::string Picture(HvUByteRaster const& raster)
-{
-    std::string picture;
-    for (int y = raster.height - 1; y >= 0; --y) {
-        for (int x = 0; x < raster.width; ++x) {
-            picture += raster.data[y * raster.width + x] == 9 ? '#' : '.';
-        }
-        picture += '\n';
-    }
-    return picture;
-}
 
 /// The quadratic form of the ellipse at a point, by Cramer's rule in long double.
 long double FormAt(Point const& p0, Point const& p1, Point const& p2, double x, double y)
@@ -61,11 +50,11 @@ TEST(scan_convert_oval, CircleCoversTheSamplePointsInIt)
     // The circle of radius 2.5 about (3, 3): sample points at (0.5, 1.5, 2.5) from it.
     ScanConvert(Point(0.5F, 0.5F), Point(5.5F, 0.5F), Point(0.5F, 5.5F), 0.5, raster, 9, distance,
                 0, OvalFillPlain);
-    EXPECT_EQ(Picture(raster), "......\n.####.\n.####.\n.####.\n.####.\n......\n");
+    EXPECT_EQ(RasterText(raster, 9), "......\n.####.\n.####.\n.####.\n.####.\n......\n");
     // Of radius 2.55: (0.5, 2.5) lies at 2.5495 from it.
     ScanConvert(Point(0.45F, 0.45F), Point(5.55F, 0.45F), Point(0.45F, 5.55F), 0.5, raster, 9,
                 distance, 0, OvalFillPlain);
-    EXPECT_EQ(Picture(raster), "..##..\n.####.\n######\n######\n.####.\n..##..\n");
+    EXPECT_EQ(RasterText(raster, 9), "..##..\n.####.\n######\n######\n.####.\n..##..\n");
 }
 
 RC_GTEST_PROP(scan_convert_oval, AgreesWithTheFormOfEachPixel, ())
@@ -150,8 +139,8 @@ TEST(scan_convert_oval, IsotheticCoversWholeOffsetsInTheEllipse)
     ScanConvertIsothetic(Point(2, 2), Point(8, 2), Point(2, 6), 0.5, raster, 9, distance, 0,
                          OvalFillPlain);
     // i^2 / 9 + j^2 / 4 <= 1: 3 at j = 0, 2 at j = 1, 0 at j = 2.
-    EXPECT_EQ(Picture(raster), "..........\n.....#....\n...#####..\n..#######.\n...#####..\n"
-                               ".....#....\n..........\n..........\n");
+    EXPECT_EQ(RasterText(raster, 9), "..........\n.....#....\n...#####..\n..#######.\n...#####..\n"
+                                     ".....#....\n..........\n..........\n");
 }
 
 TEST(scan_convert_oval, IsotheticCoversWholeOffsetsOnTheCurve)
@@ -204,17 +193,17 @@ TEST(scan_convert_oval, IsotheticWithoutAreaIsARun)
     // Half width 3: floor(3 - 0.5) = 2 each way.
     ScanConvertIsothetic(Point(2, 4), Point(8, 4), Point(2, 4), 0.5, raster, 9, distance, 0,
                          OvalFillPlain);
-    EXPECT_EQ(Picture(raster), "..........\n..........\n..........\n...#####..\n..........\n"
-                               "..........\n..........\n..........\n");
+    EXPECT_EQ(RasterText(raster, 9), "..........\n..........\n..........\n...#####..\n..........\n"
+                                     "..........\n..........\n..........\n");
     HvUByteRaster upright(10, 8, 7);
     ScanConvertIsothetic(Point(3, 1), Point(3, 1), Point(3, 5), 0.5, upright, 9, distance, 0,
                          OvalFillPlain);
-    EXPECT_EQ(Picture(upright), "..........\n..........\n..........\n...#......\n...#......\n"
-                                "...#......\n..........\n..........\n");
+    EXPECT_EQ(RasterText(upright, 9), "..........\n..........\n..........\n...#......\n...#......\n"
+                                      "...#......\n..........\n..........\n");
     HvUByteRaster pixel(3, 3, 7);
     ScanConvertIsothetic(Point(1, 1), Point(1, 1), Point(1, 1), 0.5, pixel, 9, distance, 0,
                          OvalFillPlain);
-    EXPECT_EQ(Picture(pixel), "...\n.#.\n...\n");
+    EXPECT_EQ(RasterText(pixel, 9), "...\n.#.\n...\n");
 }
 
 TEST(scan_convert_oval, IsotheticDistanceIsOneAtTheCurve)

@@ -8,6 +8,7 @@
 #include <hv/raster/HvFloatRaster.h>
 #include <hv/raster/HvUByteRaster.h>
 #include <tests/support/generators.h>
+#include <tests/support/raster_text.h>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -26,25 +27,12 @@ using Point = HvPoint2<float>;
 
 constexpr float kFar = std::numeric_limits<float>::max();
 
-/// The rows from the last to the first, '#' for the value.
-std::string Picture(HvUByteRaster const& raster)
-{
-    std::string picture;
-    for (int y = raster.height - 1; y >= 0; --y) {
-        for (int x = 0; x < raster.width; ++x) {
-            picture += raster.data[y * raster.width + x] == 9 ? '#' : '.';
-        }
-        picture += '\n';
-    }
-    return picture;
-}
-
 std::string Scanned(Point const& p0, Point const& p1, Point const& p2, RectFillMode mode)
 {
     HvUByteRaster raster(6, 4, 7);
     HvFloatRaster distance(6, 4, kFar);
     ScanConvert(p0, p1, p2, 0.5, raster, 9, distance, mode);
-    return Picture(raster);
+    return RasterText(raster, 9);
 }
 
 using Wide = long double;

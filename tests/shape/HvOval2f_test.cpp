@@ -11,21 +11,15 @@
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvPath2f.h>
-#include <tests/support/allocation_failure.h>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace {
 
 using Extent = HvExtent2<float>;
 using Point = HvPoint2<float>;
-
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
-constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
 /// The value of a radial fill by the definition: the oval's own coordinates of the pixel's centre,
 /// by Cramer's rule in long double, and the falloff 1 - distance.
@@ -153,29 +147,6 @@ TEST(HvOval2f, RadialFillReachesTheLastKeyAtTheCurve)
     }
 }
 
-TEST(HvOval2f, RadialFillMapsToTheDevice)
-{
-    HvGC gc;
-    gc.transform.Translate(4, 6, 0).Scale(2, 2, 1);
-    HvUByteRaster raster(40, 40, 7);
-    HvOval2f(Point(0, 0), Point(10, 0), Point(0, 8)).RadialFill(gc, raster);
-    HvUByteRaster expected(40, 40, 7);
-    HvOval2f(Point(4, 6), Point(24, 6), Point(4, 22)).RadialFill(HvGC(), expected);
-    EXPECT_TRUE(std::equal(raster.data, raster.data + 1600, expected.data));
-}
-
-TEST(HvOval2f, RadialFillOutsideTheRasterLeavesIt)
-{
-    for (Point const& offset :
-         {Point(-30, 0), Point(30, 0), Point(0, -30), Point(0, 30), Point(kNaN, 0)}) {
-        HvUByteRaster raster(20, 20, 7);
-        HvOval2f oval(Point(0, 0), Point(9, 0), Point(0, 9));
-        oval.Translate(offset);
-        oval.RadialFill(HvGC(), raster);
-        EXPECT_EQ(raster.AllPixelValuesAre(7), 1) << offset.x << ' ' << offset.y;
-    }
-}
-
 TEST(HvOval2f, RadialFillWithoutAnAreaIsBlack)
 {
     HvOval2f const flat(Point(2, 2), Point(18, 2), Point(10, 2));
@@ -200,32 +171,4 @@ TEST(HvOval2f, RadialFillWithoutKeysIsConstant)
     HvOval2f(Point(2, 2), Point(18, 2), Point(2, 18)).RadialFill(gc, raster);
     EXPECT_EQ(raster.data[10 * 20 + 10], 102);
     EXPECT_EQ(raster.data[0], 0);
-}
-
-TEST(HvOval2f, RadialFillTakesAnyNumbersAndRasters)
-{
-    float const numbers[] = {0.0F, -1.0F, 3e38F, -3e38F, 1e-40F, kInfinity, -kInfinity, kNaN};
-    for (float const a : numbers) {
-        for (float const b : numbers) {
-            HvOval2f const oval(Point(a, 0), Point(b, 2), Point(5, a));
-            HvUByteRaster raster(5, 4, 7);
-            oval.RadialFill(HvGC(), raster);
-            HvUByteRaster empty(0, 4, 7);
-            oval.RadialFill(HvGC(), empty);
-        }
-    }
-}
-
-TEST(HvOval2f, RefusedAllocationOfTheRadialFillLeavesTheRaster)
-{
-    HvOval2f const oval(Point(2, 2), Point(18, 2), Point(2, 18));
-    HvGC const gc;
-    long const made =
-        RefuseEachAllocation([] { return HvUByteRaster(20, 20, 7); },
-                             [&](HvUByteRaster& raster) { oval.RadialFill(gc, raster); },
-                             [&](HvUByteRaster const& raster, bool completed) {
-                                 EXPECT_EQ(raster.AllPixelValuesAre(7), completed ? 0 : 1);
-                                 EXPECT_TRUE(ShapeLockProbe_IsFree(oval));
-                             });
-    EXPECT_GT(made, 0);
 }

@@ -10,8 +10,7 @@
 #include <hv/rotation/HvTransfo4.h>
 #include <tools/ToolError.h>
 #include <tools/number_text.h>
-#include <tools/plot/NiceTicks.h>
-#include <tools/plot/SvgWriter.h>
+#include <tools/plot/PlotField.h>
 #include <tools/plot/curve_plot.h>
 #include <tools/plot/plot_style.h>
 
@@ -31,8 +30,6 @@ constexpr double kLeastLeft = 72;
 constexpr double kRight = kWidth - 28;
 constexpr double kTop = 92;
 constexpr double kBottom = kHeight - 64;
-/// Middle of the line with the legend and the name of the value axis.
-constexpr double kLegendLine = kTop - 14;
 
 /// Keys that lie closer together on the average would cover the curve: they are left out, and
 /// handles before them.
@@ -90,20 +87,23 @@ public:
     CurvePlot(HvStdFCurve const& curve, CurvePlotRange const& range, CurvePlotLabels const& labels)
         : curve_(curve), range_(range), labels_(labels), keys_(KeysOf(curve)),
           across_(range.from, range.to, kMostParameterTicks),
-          up_(range.low, range.high, kMostValueTicks), left_(PlotStyle_LeftEdge(up_, kLeastLeft)),
-          svg_(kWidth, kHeight, PlotStyle_Sheet(), labels.title, labels.subtitle)
+          up_(range.low, range.high, kMostValueTicks), box_{PlotStyle_LeftEdge(up_, kLeastLeft),
+                                                            kTop, kRight, kBottom},
+          svg_(kWidth, kHeight, PlotStyle_Sheet(), labels.title, labels.subtitle),
+          field_(svg_, box_, across_, up_)
     {
-        toPixels_.Translate(left_, kTop, 0.0);
-        toPixels_.Scale((kRight - left_) / (range.to - range.from),
-                        -(kBottom - kTop) / (range.high - range.low), 1.0);
+        toPixels_.Translate(box_.left, box_.top, 0.0);
+        toPixels_.Scale(box_.Width() / (range.to - range.from),
+                        -box_.Height() / (range.high - range.low), 1.0);
         toPixels_.Translate(-range.from, -range.high, 0.0);
     }
 
     std::string Draw()
     {
         svg_.Rect("page", 0, 0, kWidth, kHeight);
-        DrawField();
-        DrawGrid();
+        field_.DrawGround();
+        DrawOutside();
+        field_.DrawGrid([this](Point const& p) { return toPixels_.Map(p); }, "zero");
         DrawCurve();
         DrawHandles();
         DrawKeys();
@@ -112,43 +112,24 @@ public:
     }
 
 private:
-    Point Pixel(double parameter, double value) const
-    {
-        return toPixels_.Map(Point(parameter, value));
-    }
-
     bool IsShown(Point const& p) const
     {
         return range_.from <= p.x && p.x <= range_.to && range_.low <= p.y && p.y <= range_.high;
     }
 
-    void DrawField()
+    /// Shades what lies before the first key and behind the last.
+    void DrawOutside()
     {
-        svg_.Rect("field", left_, kTop, kRight - left_, kBottom - kTop);
         if (keys_.empty()) {
             return;
         }
-        double const first = std::clamp(Pixel(keys_.front().parameter, 0).x, left_, kRight);
-        double const last = std::clamp(Pixel(keys_.back().parameter, 0).x, left_, kRight);
-        svg_.Rect("outside", left_, kTop, first - left_, kBottom - kTop);
-        svg_.Rect("outside", last, kTop, kRight - last, kBottom - kTop);
-    }
-
-    void DrawGrid()
-    {
-        for (int i = 0; i < across_.Count(); ++i) {
-            double const x = Pixel(across_.Value(i), 0).x;
-            svg_.Line("grid", Point(x, kTop), Point(x, kBottom));
-            svg_.Text("low", Point(x, kBottom + kPlotLabelGap + 2 * kPlotDigitDrop),
-                      across_.Label(i));
-        }
-        for (int i = 0; i < up_.Count(); ++i) {
-            double const y = Pixel(0, up_.Value(i)).y;
-            bool const isZero = up_.Value(i) == 0.0;
-            svg_.Line(isZero ? "zero" : "grid", Point(left_, y), Point(kRight, y));
-            svg_.Text("side", Point(left_ - kPlotLabelGap, y + kPlotDigitDrop), up_.Label(i));
-        }
-        svg_.Rect("frame", left_, kTop, kRight - left_, kBottom - kTop);
+        auto const edge = [this](PlotKey const& key) {
+            return std::clamp(toPixels_.Map(Point(key.parameter, 0)).x, box_.left, box_.right);
+        };
+        double const first = edge(keys_.front());
+        double const last = edge(keys_.back());
+        svg_.Rect("outside", box_.left, box_.top, first - box_.left, box_.Height());
+        svg_.Rect("outside", last, box_.top, box_.right - last, box_.Height());
     }
 
     /// The polyline that the library gives, cut where a run ends and where an edge is a jump.
@@ -197,7 +178,7 @@ private:
             return range_.from <= key.parameter && key.parameter <= range_.to;
         };
         auto const count = std::count_if(keys_.begin(), keys_.end(), isShown);
-        return (kRight - left_) / static_cast<double>(std::max<std::ptrdiff_t>(count, 1));
+        return box_.Width() / static_cast<double>(std::max<std::ptrdiff_t>(count, 1));
     }
 
     void DrawHandles()
@@ -249,42 +230,19 @@ private:
 
     void DrawWords()
     {
-        svg_.Text("title", Point(left_, 36), PlotStyle_Shortened(labels_.title, kPlotLongestTitle));
-        svg_.Text("", Point(left_, 58),
-                  PlotStyle_Shortened(labels_.subtitle, kPlotLongestSubtitle));
-        svg_.Text("low axis", Point((left_ + kRight) / 2, kHeight - 18), labels_.parameterAxis);
-        svg_.Text("side axis", Point(left_ - kPlotLabelGap, kLegendLine + kPlotDigitDrop),
-                  labels_.valueAxis);
-        DrawLegend();
-    }
-
-    /// Samples of what is in the picture, from the right end of the field leftwards.
-    void DrawLegend()
-    {
-        double const y = kLegendLine;
-        double x = kRight;
+        field_.DrawTitles(labels_.title, kPlotLongestTitle, labels_.subtitle, kPlotLongestSubtitle);
+        field_.DrawAxisNames(labels_.parameterAxis, labels_.valueAxis);
+        PlotLegend legend(svg_, box_);
         if (hasHandles_) {
-            x -= 56;
-            svg_.Line("arm", Point(x - 32, y), Point(x - 12, y));
-            svg_.Circle("handle", Point(x - 12, y), kPlotHandleRadius);
-            svg_.Text("", Point(x, y + kPlotDigitDrop), "tangent");
-            x -= 56;
+            legend.AddHandle("tangent", 56);
         }
         if (hasJumps_) {
-            x -= 34;
-            svg_.Line("jump", Point(x - 34, y), Point(x - 8, y));
-            svg_.Text("", Point(x, y + kPlotDigitDrop), "jump");
-            x -= 56;
+            legend.AddLine("jump", "jump", 34);
         }
         if (hasKeys_) {
-            x -= 24;
-            svg_.Diamond("key", Point(x - 12, y), kPlotKeyRadius);
-            svg_.Text("", Point(x, y + kPlotDigitDrop), "key");
-            x -= 42;
+            legend.AddKey("key", 24);
         }
-        x -= 36;
-        svg_.Line("curve", Point(x - 34, y), Point(x - 8, y));
-        svg_.Text("", Point(x, y + kPlotDigitDrop), "curve");
+        legend.AddLine("curve", "curve", 40);
     }
 
     HvStdFCurve const& curve_;
@@ -293,8 +251,9 @@ private:
     std::vector<PlotKey> const keys_;
     NiceTicks const across_;
     NiceTicks const up_;
-    double const left_;
+    PlotBox const box_;
     SvgWriter svg_;
+    PlotField field_;
     HvTransfo4 toPixels_;
     bool hasKeys_ = false;
     bool hasJumps_ = false;

@@ -6,8 +6,7 @@
 #include <hv/bezier/HvBezierTool_flatten.h>
 #include <tools/ToolError.h>
 #include <tools/number_text.h>
-#include <tools/plot/NiceTicks.h>
-#include <tools/plot/SvgWriter.h>
+#include <tools/plot/PlotField.h>
 #include <tools/plot/path_plot.h>
 #include <tools/plot/plot_style.h>
 
@@ -27,7 +26,6 @@ constexpr double kLeastLeft = 64;
 constexpr double kRight = kWidth - 28;
 constexpr double kTop = 92;
 constexpr double kBottom = kHeight - 64;
-constexpr double kLegendLine = kTop - 14;
 
 /// Half the length of a tick across the path.
 constexpr double kTickReach = 6;
@@ -115,20 +113,22 @@ public:
              PathPlotLabels const& labels)
         : path_(path), plane_(plane), tickStep_(tickStep), labels_(labels), places_(PlacesOf(path)),
           view_(ViewOf(places_, plane)), across_(view_.low.x, view_.high.x, kMostTicksAcross),
-          down_(view_.low.y, view_.high.y, kMostTicksAcross),
-          left_(PlotStyle_LeftEdge(down_, kLeastLeft)),
-          scale_(std::min((kRight - left_) / (view_.high.x - view_.low.x),
-                          (kBottom - kTop) / (view_.high.y - view_.low.y))),
+          down_(view_.low.y, view_.high.y, kMostTicksAcross), box_{PlotStyle_LeftEdge(down_,
+                                                                                      kLeastLeft),
+                                                                   kTop, kRight, kBottom},
+          scale_(std::min(box_.Width() / (view_.high.x - view_.low.x),
+                          box_.Height() / (view_.high.y - view_.low.y))),
           svg_(kWidth, kHeight, std::string(PlotStyle_Sheet()) + kMoreStyle, labels.title,
-               labels.subtitle)
+               labels.subtitle),
+          field_(svg_, box_, across_, down_)
     {
     }
 
     std::string Draw()
     {
         svg_.Rect("page", 0, 0, kWidth, kHeight);
-        svg_.Rect("field", left_, kTop, kRight - left_, kBottom - kTop);
-        DrawGrid();
+        field_.DrawGround();
+        field_.DrawGrid([this](Point const& p) { return Pixel(p); }, "grid");
         DrawHandles();
         DrawPath();
         DrawTicks();
@@ -141,29 +141,10 @@ private:
     Point Pixel(Point const& p) const
     {
         Point const middle = (view_.low + view_.high) * 0.5;
-        return {(left_ + kRight) / 2 + (p.x - middle.x) * scale_,
-                (kTop + kBottom) / 2 + (p.y - middle.y) * scale_};
+        return {(box_.left + box_.right) / 2 + (p.x - middle.x) * scale_,
+                (box_.top + box_.bottom) / 2 + (p.y - middle.y) * scale_};
     }
     Point Pixel(Place const& p) const { return Pixel(Projected(p, plane_)); }
-
-    void DrawGrid()
-    {
-        for (int i = 0; i < across_.Count(); ++i) {
-            double const x = Pixel(Point(across_.Value(i), 0)).x;
-            if (x < left_ || x > kRight) {
-                continue;  // a long label has moved the left edge
-            }
-            svg_.Line("grid", Point(x, kTop), Point(x, kBottom));
-            svg_.Text("low", Point(x, kBottom + kPlotLabelGap + 2 * kPlotDigitDrop),
-                      across_.Label(i));
-        }
-        for (int i = 0; i < down_.Count(); ++i) {
-            double const y = Pixel(Point(0, down_.Value(i))).y;
-            svg_.Line("grid", Point(left_, y), Point(kRight, y));
-            svg_.Text("side", Point(left_ - kPlotLabelGap, y + kPlotDigitDrop), down_.Label(i));
-        }
-        svg_.Rect("frame", left_, kTop, kRight - left_, kBottom - kTop);
-    }
 
     bool IsHeld(unsigned int node) const
     {
@@ -278,43 +259,25 @@ private:
 
     void DrawWords()
     {
-        svg_.Text("title", Point(left_, 36),
-                  PlotStyle_Shortened(labels_.title, kPlotLongestTitle - 20));
-        svg_.Text("", Point(left_, 58),
-                  PlotStyle_Shortened(labels_.subtitle, kPlotLongestSubtitle - 20));
-        svg_.Text("low axis", Point((left_ + kRight) / 2, kHeight - 18), AxisName(plane_, 0));
-        svg_.Text("side axis", Point(left_ - kPlotLabelGap, kLegendLine + kPlotDigitDrop),
-                  AxisName(plane_, 1));
-        DrawLegend();
-    }
-
-    /// Samples of what is in the picture, from the right end of the field leftwards.
-    void DrawLegend()
-    {
-        double const y = kLegendLine;
-        double x = kRight;
+        field_.DrawTitles(labels_.title, kPlotLongestTitle - 20, labels_.subtitle,
+                          kPlotLongestSubtitle - 20);
+        field_.DrawAxisNames(AxisName(plane_, 0), AxisName(plane_, 1));
+        PlotLegend legend(svg_, box_);
         if (hasHandles_) {
-            x -= 42;
-            svg_.Line("arm", Point(x - 32, y), Point(x - 12, y));
-            svg_.Circle("handle", Point(x - 12, y), kPlotHandleRadius);
-            svg_.Text("", Point(x, y + kPlotDigitDrop), "handle");
-            x -= 52;
+            legend.AddHandle("handle", 42);
         }
         if (hasHeld_) {
-            x -= 26;
-            svg_.Line("jump", Point(x - 34, y), Point(x - 8, y));
-            svg_.Text("", Point(x, y + kPlotDigitDrop), "held");
-            x -= 52;
+            legend.AddLine("jump", "held", 22);
         }
-        x -= 30;
-        svg_.Diamond("key", Point(x - 12, y), kPlotKeyRadius);
-        svg_.Text("", Point(x, y + kPlotDigitDrop), "node");
+        legend.AddKey("node", 26);
         std::string const tick = tickStep_ == 1.0 ? "every " + labels_.timeUnit
                                                   : "every " + NumberText_Rounded(tickStep_, 6) +
                                                         " " + labels_.timeUnit + "s";
-        x -= 38 + static_cast<double>(tick.size()) * kPlotDigitWidth * 0.85;
-        svg_.Line("tick", Point(x - 12, y - kTickReach), Point(x - 12, y + kTickReach));
-        svg_.Text("", Point(x, y + kPlotDigitDrop), tick);
+        double const width = static_cast<double>(tick.size()) * kPlotDigitWidth * 0.85;
+        legend.Add(tick, width, 0, [this](Point const& at) {
+            Point const middle = at - Point(12, 0);
+            svg_.Line("tick", middle - Point(0, kTickReach), middle + Point(0, kTickReach));
+        });
     }
 
     HvMotionPath3d const& path_;
@@ -325,9 +288,10 @@ private:
     View const view_;
     NiceTicks const across_;
     NiceTicks const down_;
-    double const left_;
+    PlotBox const box_;
     double const scale_;  ///< pixels for each unit of the path
     SvgWriter svg_;
+    PlotField field_;
     bool hasHandles_ = false;
     bool hasHeld_ = false;
 };
