@@ -76,9 +76,9 @@ bool HvFitDirections::FindCorners(HvULongArray& corners) const
             candidates.Add({i, from, to, sharpness, Candidate::Open});
         }
     }
-    // The seam is a joint in any case, so it takes the corners around it.
+    // The ends are cuts in any case, and so is a seam in a corner: they take the corners around.
     bool const isSeamCorner = isClosed_ && Sharpness(0, -half, half, reach) > 0.0;
-    if (isSeamCorner) {
+    if (isSeamCorner || !isClosed_) {
         TakeAround(candidates, -1, 1, 0);
         TakeAround(candidates, candidates.Count(), -1, steps_);
     }
