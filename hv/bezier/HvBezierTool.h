@@ -115,8 +115,9 @@ public:
     ///                          square is below this. The turn is that of the steps before and
     ///                          after the point; where they are shorter than four tolerances, so
     ///                          that noise may have turned them, the turn over that distance must
-    ///                          be a corner too, and of corners within two tolerances only the
-    ///                          sharpest one counts.
+    ///                          be a corner too. Of corners within two tolerances only the sharpest
+    ///                          one counts, and within four a less sharp one must be a corner
+    ///                          without the points beyond the sharper. The ends count as corners.
     /// @param degree            3; any other draws nothing.
     /// @param tolerance         greatest distance of a point from its foot on the curve; 0 or more.
     /// @param flag              has no effect.

@@ -224,6 +224,71 @@ TEST(HvBezierTool_fit_outline, PolygonKeepsItsCorners)
     }
 }
 
+TEST(HvBezierTool_fit_outline, NoisyPolygonsGetOneCubicForEachSide)
+{
+    // Spikes, right angles and blunt corners, with noise of a fifth of the tolerance on points that
+    // are half a tolerance apart: single steps point anywhere.
+    std::vector<std::vector<Point2>> const polygons = {
+        {{0, 0}, {100, 0}, {130, 80}, {20, 60}, {0, 0}},
+        {{0, 30}, {120, 0}, {30, 60}, {110, 70}, {0, 30}},
+        {{0, 0}, {60, 10}, {70, -20}, {120, 0}, {100, 50}, {60, 40}, {50, 70}, {10, 60}, {0, 0}}};
+    RandomCurves random(24);
+    std::size_t sides = 0;
+    std::size_t cubics = 0;
+    for (int round = 0; round < 15; ++round) {
+        std::vector<Point2> const& corners = polygons[static_cast<std::size_t>(round) % 3];
+        HvPoint2fArray points;
+        for (std::size_t i = 0; i + 1 < corners.size(); ++i) {
+            Point2 const side = corners[i + 1] - corners[i];
+            int const steps = static_cast<int>(2 * Length(side));
+            for (int k = 0; k < steps; ++k) {
+                // The sum of three even ones is near to a normal one of a standard deviation of
+                // 0.2.
+                auto const noise = [&] {
+                    return 0.2 *
+                           (random.Uniform(-1, 1) + random.Uniform(-1, 1) + random.Uniform(-1, 1));
+                };
+                double const dx = noise();
+                points.Add(ToFloat(corners[i] + side * (double(k) / steps) + Point2(dx, noise())));
+            }
+        }
+        points.Add(points[0]);
+        FittedChain const chain = ClosedFitOf(points, 1.0);
+        CheckFit(chain, points, 1.0, true);
+        sides += corners.size() - 1;
+        cubics += chain.Segments();
+        for (Point2 const& corner : corners) {
+            double least = kInfinity;
+            for (std::size_t i = 0; i < chain.points.size(); i += 3) {
+                least = std::min(least, Length(Point2(chain.points[i]) - corner));
+            }
+            EXPECT_LE(least, 2.0);
+        }
+    }
+    EXPECT_LE(cubics, sides + sides / 10);
+}
+
+TEST(HvBezierTool_fit_outline, NearCornersOfANotchAreBothKept)
+{
+    // Three tolerances between the corners, and steps much shorter than that.
+    std::vector<Point2> const corners = {{0, 0}, {50, 0}, {50, 3}, {53, 3}, {53, 0}, {100, 0}};
+    HvPoint2fArray points;
+    for (std::size_t i = 0; i + 1 < corners.size(); ++i) {
+        Point2 const side = corners[i + 1] - corners[i];
+        int const steps = static_cast<int>(4 * Length(side));
+        for (int k = 0; k < steps; ++k) {
+            points.Add(ToFloat(corners[i] + side * (double(k) / steps)));
+        }
+    }
+    points.Add(ToFloat(corners.back()));
+    FittedChain const chain = OpenFitOf(points, 1.0);
+    CheckFit(chain, points, 1.0, false);
+    for (Point2 const& corner : corners) {
+        EXPECT_TRUE(HasJoint(chain, ToFloat(corner))) << corner.x << " " << corner.y;
+    }
+    EXPECT_EQ(chain.Segments(), 5u);
+}
+
 TEST(HvBezierTool_fit_outline, ThresholdDividesTurnsIntoCornersAndBends)
 {
     // A turn by 24 degrees is a bend, one by 26 is a corner, and so is one by more than 90.

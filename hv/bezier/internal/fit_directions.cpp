@@ -17,10 +17,9 @@ constexpr double kReachTolerances = 4.0;
 constexpr double kSameCornerShare = 0.25;
 /// Points on one side of a place that take part in a direction; more would say little more.
 constexpr std::int64_t kMostPoints = 32;
-/// The greatest square of a chord that counts as one of the reach, in squares of the reach.
+/// How far apart, as a factor, the squares of a chord and of the reach may be for the chord to
+/// count as one of the reach.
 constexpr double kAboutReachShare = 1.5;
-/// Guesses of the steps to the end of the reach before they are sought from the start.
-constexpr int kNearbyGuesses = 4;
 /// Below this share of its greatest possible value a determinant means that the bend is not known.
 constexpr double kDegenerateShare = 1e-9;
 
@@ -64,50 +63,86 @@ double HvFitDirections::Length(std::int64_t i) const
                         : lengths_[static_cast<unsigned int>(i)];
 }
 
-void HvFitDirections::FindCorners(HvULongArray& corners) const
+bool HvFitDirections::FindCorners(HvULongArray& corners) const
 {
-    unsigned int const before = corners.Size();
-    double sharpest = 0.0;
+    Candidates candidates(1);
+    std::int64_t const half = std::max<std::int64_t>(steps_ / 2, 1);
     Reach reach;
     for (std::int64_t i = 1; i < steps_; ++i) {
-        double const sharpness = Sharpness(i, reach);
-        if (sharpness == 0.0) {
-            continue;
+        std::int64_t const from = isClosed_ ? i - half : 0;
+        std::int64_t const to = isClosed_ ? i + half : steps_;
+        double const sharpness = Sharpness(i, from, to, reach);
+        if (sharpness > 0.0) {
+            candidates.Add({i, from, to, sharpness, Candidate::Open});
         }
-        // Of corners in one reach the sharpest one counts: with noise, a corner has several points
-        // that pass for it.
-        unsigned int const last = corners.Size() - 1;
-        auto const at = static_cast<unsigned long>(i);
-        if (corners.Size() > before &&
-            HvPoint2_SquaredLengthAB(Point(static_cast<std::int64_t>(corners[last])), Point(i)) <
-                kSameCornerShare * squaredReach_) {
-            if (sharpness > sharpest) {
-                corners[last] = at;
-                sharpest = sharpness;
-            }
-            continue;
+    }
+    // The ends are cuts in any case, and so is a seam in a corner: they take the corners around.
+    bool const isSeamCorner = isClosed_ && Sharpness(0, -half, half, reach) > 0.0;
+    if (isSeamCorner || !isClosed_) {
+        TakeAround(candidates, -1, 1, 0);
+        TakeAround(candidates, candidates.Count(), -1, steps_);
+    }
+    HvAltDynArray<unsigned int> order(std::max(candidates.Count(), 1u));
+    for (unsigned int k = 0; k < candidates.Count(); ++k) {
+        order.Add(k);
+    }
+    std::sort(order.begin(), order.end(), [&](unsigned int a, unsigned int b) {
+        double const difference = candidates[a].sharpness - candidates[b].sharpness;
+        return difference > 0.0 || (difference == 0.0 && a < b);
+    });
+    for (unsigned int const k : order) {
+        Candidate& candidate = candidates[k];
+        if (candidate.state == Candidate::Clipped &&
+            Sharpness(candidate.at, candidate.from, candidate.to, reach) == 0.0) {
+            candidate.state = Candidate::Dropped;
         }
-        corners.Add(at);
-        sharpest = sharpness;
+        if (candidate.state != Candidate::Dropped) {
+            candidate.state = Candidate::Taken;
+            TakeAround(candidates, k, -1, candidate.at);
+            TakeAround(candidates, k, 1, candidate.at);
+        }
+    }
+    for (Candidate const& candidate : candidates) {
+        if (candidate.state == Candidate::Taken) {
+            corners.Add(static_cast<unsigned long>(candidate.at));
+        }
+    }
+    return isSeamCorner;
+}
+
+/// Drops the candidates on one side of a corner that are the same, and lets others within its reach
+/// look no farther than the corner, where the polyline will be cut.
+void HvFitDirections::TakeAround(Candidates& candidates, std::int64_t k, std::int64_t direction,
+                                 std::int64_t corner) const
+{
+    std::int64_t const count = candidates.Count();
+    for (std::int64_t j = k + direction; j >= 0 && j < count; j += direction) {
+        Candidate& other = candidates[static_cast<unsigned int>(j)];
+        double const squared = HvPoint2_SquaredLengthAB(Point(other.at), Point(corner));
+        if (other.state == Candidate::Taken || squared >= squaredReach_) {
+            return;
+        }
+        if (squared < kSameCornerShare * squaredReach_) {
+            other.state = Candidate::Dropped;
+        } else if (other.state != Candidate::Dropped) {
+            other.state = Candidate::Clipped;
+            (direction > 0 ? other.from : other.to) = corner;
+        }
     }
 }
 
-bool HvFitDirections::IsCornerAtSeam() const
-{
-    Reach reach;
-    return Sharpness(0, reach) != 0.0;
-}
-
-/// How sharply the polyline turns, above 0, up to 2 for a reversal; 0 where it turns no corner: the
-/// two steps must turn one and, where they are short, the directions around them too.
-double HvFitDirections::Sharpness(std::int64_t at, Reach& reach) const
+/// How sharply the polyline turns between straight sides, above 0, up to 2 for a reversal; 0 where
+/// it turns no corner: the two steps must turn one and, where they are short, the directions around
+/// them too.
+double HvFitDirections::Sharpness(std::int64_t at, std::int64_t from, std::int64_t to,
+                                  Reach& reach) const
 {
     Vector const here = Point(at);
     if (!IsTurn(here - Point(at - 1), Point(at + 1) - here, cornerCosSquared_)) {
         return 0.0;
     }
-    std::int64_t const mostBefore = std::max<std::int64_t>(isClosed_ ? steps_ / 2 : at, 1);
-    std::int64_t const mostAfter = std::max<std::int64_t>(isClosed_ ? steps_ / 2 : steps_ - at, 1);
+    std::int64_t const mostBefore = at - from;
+    std::int64_t const mostAfter = to - at;
     // Chords that turn clearly less spare the directions, which noise moves less than chords. Where
     // those over the steps of the neighbour's reach are about as long, they spare its search too.
     auto const isClearlyNoTurn = [&](Vector const& before, Vector const& after) {
@@ -115,15 +150,16 @@ double HvFitDirections::Sharpness(std::int64_t at, Reach& reach) const
     };
     auto const isAboutReach = [&](Vector const& chord) {
         double const squared = HvPoint2_AdotB(chord, chord);
-        return squared >= squaredReach_ && squared <= kAboutReachShare * squaredReach_;
+        return squared * kAboutReachShare >= squaredReach_ &&
+               squared <= kAboutReachShare * squaredReach_;
     };
     Vector const before = here - Point(at - std::min(reach.before, mostBefore));
     Vector const after = Point(at + std::min(reach.after, mostAfter)) - here;
     if (isAboutReach(before) && isAboutReach(after) && isClearlyNoTurn(before, after)) {
         return 0.0;
     }
-    reach.before = StepsInReach(at, -1, mostBefore, reach.before);
-    reach.after = StepsInReach(at, 1, mostAfter, reach.after);
+    reach.before = StepsInReach(at, -1, mostBefore);
+    reach.after = StepsInReach(at, 1, mostAfter);
     if (isClearlyNoTurn(here - Point(at - reach.before), Point(at + reach.after) - here)) {
         return 0.0;
     }
@@ -132,31 +168,34 @@ double HvFitDirections::Sharpness(std::int64_t at, Reach& reach) const
     if (!IsTurn(in, out, cornerCosSquared_)) {
         return 0.0;
     }
-    // 1e-9 above a straight run: with a threshold above 1 even that is a corner.
-    return std::max(1.0 - HvPoint2_AdotB(Unit(in), Unit(out)), kDegenerateShare);
+    // Beside the tip of a spike the turn looks as sharp as in the tip, but one of the sides leads
+    // around it. 1e-9 above a straight run: with a threshold above 1 even that is a corner.
+    double const straight =
+        Straightness(at - reach.before, at) * Straightness(at, at + reach.after);
+    return std::max((1.0 - HvPoint2_AdotB(Unit(in), Unit(out))) * straight, kDegenerateShare);
 }
 
-/// Steps from a point until the reach is left, 1 to `most`: near `guess`, or found by doubling and
-/// halving, so that a crowd of points costs no more than its logarithm.
+/// The way between two points as the crow flies, as a share of the way along the polyline.
+double HvFitDirections::Straightness(std::int64_t from, std::int64_t to) const
+{
+    return HvPoint2_LengthAB(Point(from), Point(to)) / (Length(to) - Length(from));
+}
+
+/// Steps from a point until the reach is first left, 1 to `most`. Beyond the points that are looked
+/// at one by one it may be left for a while: the end is found by doubling and halving there, so
+/// that a crowd of points costs no more than its logarithm.
 std::int64_t HvFitDirections::StepsInReach(std::int64_t at, std::int64_t direction,
-                                           std::int64_t most, std::int64_t guess) const
+                                           std::int64_t most) const
 {
     Vector const here = Point(at);
     auto const isOut = [&](std::int64_t steps) {
         return HvPoint2_SquaredLengthAB(here, Point(at + direction * steps)) >= squaredReach_;
     };
-    std::int64_t steps = std::min(guess, most);
-    for (int k = 0; k < kNearbyGuesses; ++k) {
-        if (steps < most && !isOut(steps)) {
-            ++steps;
-        } else if (steps > 1 && isOut(steps - 1)) {
-            --steps;
-        } else {
-            return steps;
-        }
-    }
-    std::int64_t in = 0;
     std::int64_t out = 1;
+    while (out < most && out < kMostPoints && !isOut(out)) {
+        ++out;
+    }
+    std::int64_t in = out - 1;
     while (out < most && !isOut(out)) {
         in = out;
         out = std::min(2 * out, most);
@@ -218,17 +257,17 @@ Vector HvFitDirections::TangentAtSeam() const
 
 /// Over the points within reach on both sides, as far as they are given, and the point itself.
 HvFitDirections::Moments HvFitDirections::MomentsAround(std::int64_t at, std::int64_t before,
-                                                        std::int64_t after, Reach& reach) const
+                                                        std::int64_t after) const
 {
     Vector const here = Point(at);
     double const length = Length(at);
     Moments moments;
     moments.s[0] = 1.0;
-    auto const addSide = [&](std::int64_t direction, std::int64_t most, std::int64_t& steps) {
+    auto const addSide = [&](std::int64_t direction, std::int64_t most) {
         if (most < 1) {
             return;
         }
-        steps = StepsInReach(at, direction, most, steps);
+        std::int64_t const steps = StepsInReach(at, direction, most);
         std::int64_t const count = std::min(steps, kMostPoints);
         for (std::int64_t k = 1; k <= count; ++k) {
             std::int64_t const i = at + direction * (k * steps / count);
@@ -245,8 +284,8 @@ HvFitDirections::Moments HvFitDirections::MomentsAround(std::int64_t at, std::in
             moments.d[2] = moments.d[2] + d * ss;
         }
     };
-    addSide(-1, before, reach.before);
-    addSide(1, after, reach.after);
+    addSide(-1, before);
+    addSide(1, after);
     return moments;
 }
 
@@ -254,8 +293,7 @@ HvFitDirections::Moments HvFitDirections::MomentsAround(std::int64_t at, std::in
 /// the length of the polyline. With one point on each side it goes through both.
 Vector HvFitDirections::Tangent(std::int64_t at, std::int64_t before, std::int64_t after) const
 {
-    Reach reach;
-    Moments const m = MomentsAround(at, before, after, reach);
+    Moments const m = MomentsAround(at, before, after);
     double const determinant = m.s[2] * m.s[4] - m.s[3] * m.s[3];
     Vector const tangent = determinant > kDegenerateShare * m.s[2] * m.s[4]
                                ? Unit(m.d[1] * m.s[4] - m.d[2] * m.s[3])
@@ -270,10 +308,9 @@ Vector HvFitDirections::Tangent(std::int64_t at, std::int64_t before, std::int64
 unsigned int HvFitDirections::CalmestUpTo(unsigned int at, unsigned int from) const
 {
     unsigned int calmest = at;
-    Reach reach;
-    double least = Unrest(at, reach);
+    double least = Unrest(at);
     for (unsigned int i = at; i > from && least > 0.0;) {
-        double const unrest = Unrest(--i, reach);
+        double const unrest = Unrest(--i);
         if (unrest < least) {
             least = unrest;
             calmest = i;
@@ -284,10 +321,10 @@ unsigned int HvFitDirections::CalmestUpTo(unsigned int at, unsigned int from) co
 
 /// How far an inner point is from the nearest parabola of the points around; 0 where the steps are
 /// too long to tell.
-double HvFitDirections::Unrest(unsigned int at, Reach& reach) const
+double HvFitDirections::Unrest(unsigned int at) const
 {
     constexpr double kLeastPoints = 5.0;
-    Moments const m = MomentsAround(at, at, steps_ - at, reach);
+    Moments const m = MomentsAround(at, at, steps_ - at);
     if (m.s[0] < kLeastPoints) {
         return 0.0;
     }

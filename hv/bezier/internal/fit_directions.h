@@ -6,6 +6,7 @@
 #ifndef HV_BEZIER_INTERNAL_FIT_DIRECTIONS_H
 #define HV_BEZIER_INTERNAL_FIT_DIRECTIONS_H
 
+#include <hv/foundation/HvAltDynArray.h>
 #include <hv/foundation/HvDoubleArray.h>
 #include <hv/foundation/HvPoint2fArray.h>
 #include <hv/foundation/HvULongArray.h>
@@ -21,10 +22,13 @@ public:
     HvFitDirections(HvPoint2fArray const& points, HvDoubleArray const& lengths, bool isClosed,
                     double cornerCosSquared, double tolerance);
 
-    /// Appends the inner corners in ascending order.
-    void FindCorners(HvULongArray& corners) const;
-    /// Whether a closed polyline turns a corner where it closes.
-    bool IsCornerAtSeam() const;
+    /// Appends the inner corners in ascending order; whether a closed polyline turns a corner where
+    /// it closes.
+    ///
+    /// The sharpest corners are taken first. With noise a corner has several points that pass for
+    /// it: what is near one that is taken already is dropped, and what is not so near must be a
+    /// corner without the points beyond it.
+    bool FindCorners(HvULongArray& corners) const;
     /// The unit direction at point `at`, from the points `from` to `to` around it or the closest of
     /// them.
     HvPoint2<double> TangentAt(unsigned int at, unsigned int from, unsigned int to) const;
@@ -35,8 +39,7 @@ public:
     HvPoint2<double> TangentAtSeam() const;
 
 private:
-    /// Steps that lead out of the reach before and after a point. The search for those of a point
-    /// starts at those of its neighbour.
+    /// Steps that lead out of the reach before and after a point.
     struct Reach {
         std::int64_t before = 1;
         std::int64_t after = 1;
@@ -48,15 +51,33 @@ private:
         HvPoint2<double> d[3];
     };
 
+    /// A point that may be a corner, and the range of those that it is judged by.
+    struct Candidate {
+        enum State {
+            Open,
+            Clipped,
+            Dropped,
+            Taken
+        };
+
+        std::int64_t at;
+        std::int64_t from;
+        std::int64_t to;
+        double sharpness;
+        State state;
+    };
+    using Candidates = HvAltDynArray<Candidate>;
+
     HvPoint2<double> Point(std::int64_t i) const;
     double Length(std::int64_t i) const;
-    double Sharpness(std::int64_t at, Reach& reach) const;
-    std::int64_t StepsInReach(std::int64_t at, std::int64_t direction, std::int64_t most,
-                              std::int64_t guess) const;
+    void TakeAround(Candidates& candidates, std::int64_t k, std::int64_t direction,
+                    std::int64_t corner) const;
+    double Sharpness(std::int64_t at, std::int64_t from, std::int64_t to, Reach& reach) const;
+    double Straightness(std::int64_t from, std::int64_t to) const;
+    std::int64_t StepsInReach(std::int64_t at, std::int64_t direction, std::int64_t most) const;
     HvPoint2<double> Direction(std::int64_t at, std::int64_t direction, std::int64_t steps) const;
-    Moments MomentsAround(std::int64_t at, std::int64_t before, std::int64_t after,
-                          Reach& reach) const;
-    double Unrest(unsigned int at, Reach& reach) const;
+    Moments MomentsAround(std::int64_t at, std::int64_t before, std::int64_t after) const;
+    double Unrest(unsigned int at) const;
     HvPoint2<double> Tangent(std::int64_t at, std::int64_t before, std::int64_t after) const;
 
     HvPoint2fArray const& points_;

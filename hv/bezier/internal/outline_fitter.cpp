@@ -70,10 +70,10 @@ void HvOutlineFitter::Fit()
         return;
     }
     HvULongArray corners;
-    directions_.FindCorners(corners);
+    bool const isSeamCorner = directions_.FindCorners(corners);
     corners.Add(last);
     Run run = {};
-    if (isClosed_ && !directions_.IsCornerAtSeam()) {
+    if (isClosed_ && !isSeamCorner) {
         run.ends.hasStart = true;
         run.ends.start = directions_.TangentAtSeam();
     }
@@ -191,7 +191,8 @@ bool HvOutlineFitter::Try(Run const& run, unsigned int first, unsigned int last,
         tangents.hasEnd = true;
         tangents.end = directions_.TangentAt(last, run.first, run.last);
     }
-    bool const isWholeRun = first == run.first && last == run.last;
+    // What one cubic did not follow within the tolerance it does not within less.
+    bool const isWholeRun = first == run.first && last == run.last && !(tolerance < tolerance_);
     bool const isFree = !tangents.hasStart || !tangents.hasEnd;
     if (isFree && last - first > kLeastInnerPointsOfFreeEnd &&
         TryTangents(first, last, tangents, tolerance, isWholeRun, piece)) {
