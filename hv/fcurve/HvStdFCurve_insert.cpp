@@ -179,7 +179,7 @@ void HvStdFCurveImpl::RemoveHeadAndCreateKeyBeforeExistingKey(double x, double y
     if (i != 0) {
         WriteLeftHandle(1, keys[1].leftHandle);  // its third is now that of the new span
     }
-    WriteRightHandle(0, Point(MovedHandleX(0, HvBaseFCurve::Right, x + third), y));
+    WriteRightHandle(0, Point(x + third, y));
     if (IsShort(LeftVector(0))) {
         WriteLeftHandle(0, MirroredThrough(Point(x, y), keys[0].rightHandle));
     }
@@ -224,7 +224,7 @@ void HvStdFCurveImpl::RemoveTailAndCreateKeyAfterExistingKey(double x, double y,
         ReleaseSpareKeys();
         WriteRightHandle(i, keys[i].rightHandle);  // its third is now that of the new span
     }
-    WriteLeftHandle(added, Point(MovedHandleX(added, HvBaseFCurve::Left, x - third), y));
+    WriteLeftHandle(added, Point(x - third, y));
     if (IsShort(RightVector(added))) {
         WriteRightHandle(added, MirroredThrough(Point(x, y), keys[added].leftHandle));
     }

@@ -335,6 +335,56 @@ TEST(HvStdFCurve_eval, ComesToACubicFirstKeyAlongItsHandles)
     }
 }
 
+TEST(HvStdFCurve_eval, HandleOfExactlyTheThresholdLeads)
+{
+    Point const v = VectorOfSquaredLength(1e-7);
+    ASSERT_EQ(v.x * v.x + v.y * v.y, 1e-7);
+
+    StdCurve curve({KeyAt(-1, 1, 1, kCubic), KeyAt(0, 0, 0, kCubic)}, kLine);
+    CFCStdKey& last = curve.Impl().keys[1];
+    last.rightHandle = v;
+    EXPECT_DOUBLE_EQ(curve.Eval(1, 0), v.y / v.x);
+    last.rightHandle = Point(0, 0);
+    last.leftHandle = Point(-v.x, v.y);
+    EXPECT_DOUBLE_EQ(curve.Eval(1, 0), -v.y / v.x);
+
+    StdCurve rising({KeyAt(0, 0, 0, kCubic), KeyAt(1, 1, 1, kCubic)}, kLine);
+    CFCStdKey& first = rising.Impl().keys[0];
+    first.rightHandle = v;
+    EXPECT_DOUBLE_EQ(rising.Eval(-1, 0), -v.y / v.x);
+    first.leftHandle = Point(-v.x, v.y);
+    EXPECT_DOUBLE_EQ(rising.Eval(-1, 0), v.y / v.x);
+}
+
+TEST(HvStdFCurve_eval, HandleAsLongAsItsWideningIsNotWidened)
+{
+    StdCurve curve({KeyAt(-1, 1, 1, kCubic), KeyAt(0, 0, 0, kCubic)}, kLine);
+    curve.Impl().keys[1].rightHandle = Point(1e-7, 1);
+    EXPECT_DOUBLE_EQ(curve.Eval(1, 0), 1e7);
+}
+
+TEST(HvStdFCurve_eval, ComesToACubicFirstKeyAwayFromZero)
+{
+    StdCurve curve({KeyAt(2, 1, 1, kCubic), KeyAt(4, 5, 5, kCubic)}, kLine);
+    CFCStdKey& first = curve.Impl().keys[0];
+    EXPECT_DOUBLE_EQ(curve.Eval(1, 0), -1);
+    first.leftHandle = Point(2 - 3.1e-4, 1);  // too short to lead, and level
+    first.rightHandle = Point(2 + 3.1e-4, 1);
+    EXPECT_DOUBLE_EQ(curve.Eval(1, 0), -1);
+    first.rightHandle = Point(3, 4);
+    EXPECT_DOUBLE_EQ(curve.Eval(1, 0), -2);
+    first.rightHandle = Point(2, 3);
+    EXPECT_NEAR(curve.Eval(1.999, 0), 1 - 2 * 0.001 / 1e-7, 1e-3);
+}
+
+TEST(HvStdFCurve_eval, KindOfTheFirstSegmentDecidesHowTheCurveComes)
+{
+    StdCurve const curve(
+        {KeyAt(0, 1, 1, kLinear), KeyAt(1, 3, 3, kConstant), KeyAt(2, 9, 9, kCubic)}, kLine);
+    EXPECT_DOUBLE_EQ(curve.Eval(-1, 0), -1);
+    EXPECT_EQ(curve.Eval(3, 0), 9) << "and that of the last one how it goes";
+}
+
 // Cycles.
 
 TEST(HvStdFCurve_eval, RepeatsTheKeyRange)

@@ -9,6 +9,7 @@
 #include <hv/fcurve/HvStdFCurve.h>
 #include <hv/fcurve/internal/HvStdFCurveImpl.h>
 
+#include <cmath>
 #include <initializer_list>
 
 /// A key with different values on both sides; handles on the key's sides.
@@ -28,6 +29,18 @@ inline CFCStdKey KeyWithHandles(double x, double y, HvPoint2<double> left, HvPoi
     key.leftHandle = HvPoint2<double>(x, y) + left;
     key.rightHandle = HvPoint2<double>(x, y) + right;
     return key;
+}
+
+/// A vector whose squared length is `squared` to the last bit.
+inline HvPoint2<double> VectorOfSquaredLength(double squared)
+{
+    for (double x = 0.1; x > 0.001; x *= 0.99) {
+        HvPoint2<double> v(x * std::sqrt(squared), std::sqrt(squared * (1 - x * x)));
+        if (v.x * v.x + v.y * v.y == squared) {
+            return v;
+        }
+    }
+    return {};
 }
 
 /// A standard curve whose implementation a test may reach.
