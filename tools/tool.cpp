@@ -7,6 +7,7 @@
 #include <tools/commands/curve_command.h>
 #include <tools/commands/inspect_command.h>
 #include <tools/commands/render_command.h>
+#include <tools/commands/vectorize_command.h>
 #include <tools/tool.h>
 
 #include <CLI/CLI.hpp>
@@ -32,6 +33,7 @@ int Run(int argc, char const* const* argv, ToolStreams const& streams)
     CurveCommand_Add(app, streams, result);
     InspectCommand_Add(app, streams, result);
     RenderCommand_Add(app, streams, result);
+    VectorizeCommand_Add(app, streams, result);
     try {
         app.parse(argc, argv);
     } catch (CLI::Success const& success) {

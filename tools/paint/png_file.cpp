@@ -9,8 +9,16 @@
 
 #include <png.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
+
+namespace {
+
+/// Most pixels of an image that is read: a small file may claim any size.
+constexpr std::uint64_t kMostPixels = std::uint64_t(1) << 28;
+
+}  // namespace
 
 void PngFile_Write(std::string const& path, Canvas const& canvas)
 {
@@ -34,4 +42,26 @@ void PngFile_Write(std::string const& path, Canvas const& canvas)
     }
     bytes.resize(size);
     File_Write(path, bytes);
+}
+
+GreyImage PngFile_ReadGrey(std::string const& path)
+{
+    std::string const bytes = File_Read(path);
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_memory(&image, bytes.data(), bytes.size()) == 0) {
+        throw ToolError(path + ": " + image.message);
+    }
+    if (std::uint64_t(image.width) * image.height > kMostPixels) {
+        png_image_free(&image);
+        throw ToolError(path + ": too many pixels");
+    }
+    image.format = PNG_FORMAT_GRAY;
+    GreyImage grey = {static_cast<int>(image.width), static_cast<int>(image.height), {}};
+    grey.pixels.resize(PNG_IMAGE_SIZE(image));
+    png_color const white = {255, 255, 255};
+    if (png_image_finish_read(&image, &white, grey.pixels.data(), 0, nullptr) == 0) {
+        throw ToolError(path + ": " + image.message);
+    }
+    return grey;
 }
