@@ -9,6 +9,7 @@
 #include <tools/commands/inspect_command.h>
 #include <tools/commands/play_command.h>
 #include <tools/commands/render_command.h>
+#include <tools/commands/vectorize_command.h>
 #include <tools/tool.h>
 
 #include <CLI/CLI.hpp>
@@ -36,6 +37,7 @@ int Run(int argc, char const* const* argv, ToolStreams const& streams)
     InspectCommand_Add(app, streams, result);
     PlayCommand_Add(app, streams, result);
     RenderCommand_Add(app, streams, result);
+    VectorizeCommand_Add(app, streams, result);
     try {
         app.parse(argc, argv);
     } catch (CLI::Success const& success) {

@@ -29,13 +29,6 @@ VectClosure& ClosureOf(void* user)
     return *static_cast<VectClosure*>(user);
 }
 
-HvPoint2<float> StorePoint(VectClosure& closure, int x, int y)
-{
-    closure.x = static_cast<float>(x);
-    closure.y = static_cast<float>(y);
-    return HvPoint2<float>(closure.x, closure.y);
-}
-
 void BeginNothing(void*, HvUByteRaster const&, unsigned char, HvExtent2<float> const&) {}
 
 void BeginRegion(void* user)
@@ -43,14 +36,23 @@ void BeginRegion(void* user)
     ClosureOf(user).firstContour = 1;
 }
 
+// Draws the point that was held back, and closes the contour, whose last point is its first.
+void CloseContour(VectClosure& closure)
+{
+    closure.path->Lineto(HvPoint2<float>(closure.x, closure.y));
+    closure.path->Closeto();
+}
+
 void StartContour(int x, int y, void* user)
 {
     VectClosure& closure = ClosureOf(user);
     if (closure.firstContour == 0) {
-        closure.path->Closeto();
+        CloseContour(closure);
     }
     closure.firstContour = 0;
-    closure.path->Moveto(StorePoint(closure, x, y));
+    closure.x = static_cast<float>(x);
+    closure.y = static_cast<float>(y);
+    closure.path->Moveto(HvPoint2<float>(closure.x, closure.y));
     ++closure.pointsAdded;
     closure.subpathPoints = 1;
 }
@@ -58,20 +60,23 @@ void StartContour(int x, int y, void* user)
 void ContinueContour(int x, int y, void* user)
 {
     VectClosure& closure = ClosureOf(user);
-    HvPoint2<float> const p = StorePoint(closure, x, y);
-    if (closure.subpathPoints > 1 && ShouldExtendLastSegment(closure, p)) {
-        // The end of an open subpath of lines has no handles to take along.
-        closure.path->ReplacePointIgnoringLock(closure.path->NumPoints() - 1, p);
-        return;
+    HvPoint2<float> const p(static_cast<float>(x), static_cast<float>(y));
+    if (!ShouldExtendLastSegment(closure, p)) {
+        if (closure.subpathPoints > 1) {
+            closure.path->Lineto(HvPoint2<float>(closure.x, closure.y));
+        }
+        closure.beforeX = closure.x;
+        closure.beforeY = closure.y;
+        ++closure.pointsAdded;
+        ++closure.subpathPoints;
     }
-    closure.path->Lineto(p);
-    ++closure.pointsAdded;
-    ++closure.subpathPoints;
+    closure.x = p.x;
+    closure.y = p.y;
 }
 
 void EndRegion(void* user)
 {
-    ClosureOf(user).path->Closeto();
+    CloseContour(ClosureOf(user));
 }
 
 void EndNothing(void*) {}

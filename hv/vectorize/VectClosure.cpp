@@ -5,18 +5,13 @@
 
 #include <hv/vectorize/VectClosure.h>
 
-#include <hv/shape/HvPath2f.h>
-
 bool ShouldExtendLastSegment(VectClosure const& closure, HvPoint2<float> const& p)
 {
-    unsigned int const count = closure.path->NumPoints();
-    if (count < 2) {
+    if (closure.subpathPoints < 2) {
         return false;
     }
-    HvPoint2<float> segment[2];
-    closure.path->GetPoints(count - 2, count - 1, segment);
-    HvPoint2<float> const a = segment[0];
-    HvPoint2<float> const b = segment[1];
+    HvPoint2<float> const a(closure.beforeX, closure.beforeY);
+    HvPoint2<float> const b(closure.x, closure.y);
     if (b.x > a.x) {
         return p.y == b.y && p.x >= b.x;
     }

@@ -482,3 +482,67 @@ TEST_F(tool, RefusesStrokesAndNumbersThatAreNot)
     ToolRun const unwritable({"fit", kStroke, "--out", "/proc/none/hook.svg"});
     EXPECT_TRUE(Refused(unwritable));
 }
+
+// hv vectorize.
+
+TEST_F(tool, VectorizesAPicture)
+{
+    std::string const png = PathOf("picture.png");
+    std::string const svg =
+        Write("drawing.svg", "<svg viewBox='0 0 4 2'><rect x='1' width='2' height='2'/></svg>");
+    EXPECT_EQ(ToolRun({"render", svg.c_str(), "--out", png.c_str(), "--size", "8"}).code, 0);
+    std::string const out = PathOf("made/outlines.svg");
+    std::string const head =
+        "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='4' viewBox='0 0 8 4'>\n"
+        "<path fill-rule='evenodd' d='";
+    std::string const tail = "'/>\n</svg>\n";
+
+    ToolRun const dark({"vectorize", png.c_str(), "--out", out.c_str()});
+    EXPECT_EQ(dark.code, 0) << dark.err;
+    EXPECT_EQ(dark.out, out + ": 1 contour, 4 segments\n");
+    EXPECT_EQ(Read(out), head + "M2,0V4H6V0Z\n" + tail);
+
+    EXPECT_EQ(
+        ToolRun({"vectorize", png.c_str(), "--out", out.c_str(), "--value", "255", "--area", "4"})
+            .out,
+        out + ": 0 contours, 0 segments\n");
+    ToolRun const white({"vectorize", png.c_str(), "--out", out.c_str(), "--threshold", "256"});
+    EXPECT_EQ(Read(out), head + "M0,0V4H8V0Z\n" + tail) << white.err;
+
+    ToolRun const fitted({"vectorize", png.c_str(), "--out", out.c_str(), "--fit", "0.2"});
+    EXPECT_EQ(fitted.code, 0) << fitted.err;
+    EXPECT_NE(Read(out).find('C'), std::string::npos);
+    // What was written can be drawn.
+    EXPECT_EQ(ToolRun({"render", out.c_str(), "--out", png.c_str()}).code, 0);
+}
+
+TEST_F(tool, VectorizingRefusesWhatItCannotUse)
+{
+    std::string const png = PathOf("picture.png");
+    std::string const svg = Write("drawing.svg", "<svg viewBox='0 0 4 2'/>");
+    EXPECT_EQ(ToolRun({"render", svg.c_str(), "--out", png.c_str()}).code, 0);
+    std::string const out = PathOf("outlines.svg");
+    for (std::vector<char const*> const& arguments : {std::vector<char const*>{"--value", "256"},
+                                                      {"--value", "-1"},
+                                                      {"--value", "x"},
+                                                      {"--threshold", "-1"},
+                                                      {"--threshold", "nan"},
+                                                      {"--value", "1", "--threshold", "5"},
+                                                      {"--fit", "-1"},
+                                                      {"--fit", "nan"},
+                                                      {"--area", "-1"},
+                                                      {"--perimeter", "nan"}}) {
+        std::vector<char const*> all = {"vectorize", png.c_str(), "--out", out.c_str()};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        EXPECT_TRUE(Refused(ToolRun(all))) << arguments[0] << " " << arguments[1];
+    }
+    EXPECT_TRUE(Refused(ToolRun({"vectorize", svg.c_str(), "--out", out.c_str()})));
+    EXPECT_TRUE(Refused(ToolRun({"vectorize", "none.png", "--out", out.c_str()})));
+    // A picture that is cut off, at any place.
+    std::string const whole = Read(png);
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        std::string const cut = Write("cut.png", whole.substr(0, length));
+        ToolRun const run({"vectorize", cut.c_str(), "--out", out.c_str()});
+        EXPECT_TRUE(run.code == 0 || Refused(run)) << length;
+    }
+}

@@ -3,8 +3,6 @@
 
 #include <hv/vectorize/VectClosure.h>
 
-#include <hv/shape/HvPath2f.h>
-
 #include <gtest/gtest.h>
 
 namespace {
@@ -13,11 +11,12 @@ using Point = HvPoint2<float>;
 
 bool Extends(Point const& a, Point const& b, Point const& p)
 {
-    HvPath2f path(0);
-    path.Moveto(a);
-    path.Lineto(b);
     VectClosure closure;
-    closure.path = &path;
+    closure.beforeX = a.x;
+    closure.beforeY = a.y;
+    closure.x = b.x;
+    closure.y = b.y;
+    closure.subpathPoints = 2;
     return ShouldExtendLastSegment(closure, p);
 }
 
@@ -42,12 +41,13 @@ TEST(VectClosure, ExtendsNoPoint)
     EXPECT_FALSE(Extends(Point(1, 1), Point(1, 1), Point(2, 1)));
 }
 
-TEST(VectClosure, ExtendsNothingOnAPathOfFewerThanTwoPoints)
+TEST(VectClosure, ExtendsNothingInASubpathOfFewerThanTwoPoints)
 {
-    HvPath2f path(0);
     VectClosure closure;
-    closure.path = &path;
-    EXPECT_FALSE(ShouldExtendLastSegment(closure, Point(1, 0)));
-    path.Moveto(Point(0, 0));
-    EXPECT_FALSE(ShouldExtendLastSegment(closure, Point(1, 0)));
+    closure.x = 1;
+    EXPECT_FALSE(ShouldExtendLastSegment(closure, Point(2, 0)));
+    closure.subpathPoints = 1;
+    EXPECT_FALSE(ShouldExtendLastSegment(closure, Point(2, 0)));
+    closure.subpathPoints = 2;
+    EXPECT_TRUE(ShouldExtendLastSegment(closure, Point(2, 0)));
 }

@@ -9,8 +9,22 @@
 
 #include <png.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
+
+namespace {
+
+/// Most pixels of an image that is read: a small file may claim any size.
+constexpr std::uint64_t kMostPixels = std::uint64_t(1) << 28;
+
+/// In the numbers as they stand, as viewers do it: libpng itself would mix light.
+std::uint8_t OverWhite(std::uint8_t grey, std::uint8_t alpha)
+{
+    return static_cast<std::uint8_t>((grey * alpha + 255 * (255 - alpha) + 127) / 255);
+}
+
+}  // namespace
 
 std::string PngFile_Bytes(Canvas const& canvas, PixelBox const& box)
 {
@@ -33,4 +47,29 @@ std::string PngFile_Bytes(Canvas const& canvas, PixelBox const& box)
 void PngFile_Write(std::string const& path, Canvas const& canvas)
 {
     File_Write(path, PngFile_Bytes(canvas, canvas.Box()));
+}
+
+GreyImage PngFile_ReadGrey(std::string const& path)
+{
+    std::string const bytes = File_Read(path);
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_memory(&image, bytes.data(), bytes.size()) == 0) {
+        throw ToolError(path + ": " + image.message);
+    }
+    if (std::uint64_t(image.width) * image.height > kMostPixels) {
+        png_image_free(&image);
+        throw ToolError(path + ": too many pixels");
+    }
+    image.format = PNG_FORMAT_GA;
+    std::vector<std::uint8_t> pairs(PNG_IMAGE_SIZE(image));
+    if (png_image_finish_read(&image, nullptr, pairs.data(), 0, nullptr) == 0) {
+        throw ToolError(path + ": " + image.message);
+    }
+    GreyImage grey = {static_cast<int>(image.width), static_cast<int>(image.height), {}};
+    grey.pixels.resize(pairs.size() / 2);
+    for (std::size_t i = 0; i < grey.pixels.size(); ++i) {
+        grey.pixels[i] = OverWhite(pairs[2 * i], pairs[2 * i + 1]);
+    }
+    return grey;
 }

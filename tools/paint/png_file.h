@@ -8,7 +8,16 @@
 
 #include <tools/paint/Canvas.h>
 
+#include <cstdint>
 #include <string>
+#include <vector>
+
+/// An image of brightness, 0 black to 255 white, row by row from the top.
+struct GreyImage {
+    int width;
+    int height;
+    std::vector<std::uint8_t> pixels;
+};
 
 /// The bytes of a PNG file of the pixels in `box`, which lies in the canvas and is not empty.
 /// Throws ToolError when libpng refuses.
@@ -17,5 +26,9 @@ std::string PngFile_Bytes(Canvas const& canvas, PixelBox const& box);
 /// Writes the canvas; the file's folder is made when it is missing. Throws ToolError when it cannot
 /// be written.
 void PngFile_Write(std::string const& path, Canvas const& canvas);
+
+/// Reads any PNG file as brightness, over white where it is transparent. Throws ToolError when it
+/// cannot be read, is no PNG file or has more than 2^28 pixels.
+GreyImage PngFile_ReadGrey(std::string const& path);
 
 #endif
