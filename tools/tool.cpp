@@ -7,6 +7,7 @@
 #include <tools/commands/curve_command.h>
 #include <tools/commands/fit_command.h>
 #include <tools/commands/inspect_command.h>
+#include <tools/commands/morph_command.h>
 #include <tools/commands/play_command.h>
 #include <tools/commands/render_command.h>
 #include <tools/commands/vectorize_command.h>
@@ -36,6 +37,7 @@ int Run(int argc, char const* const* argv, ToolStreams const& streams)
     FitCommand_Add(app, streams, result);
     InspectCommand_Add(app, streams, result);
     PlayCommand_Add(app, streams, result);
+    MorphCommand_Add(app, streams, result);
     RenderCommand_Add(app, streams, result);
     VectorizeCommand_Add(app, streams, result);
     try {

@@ -483,6 +483,62 @@ TEST_F(tool, RefusesStrokesAndNumbersThatAreNot)
     EXPECT_TRUE(Refused(unwritable));
 }
 
+// hv morph.
+
+TEST_F(tool, MorphsOneDrawingIntoAnother)
+{
+    std::string const first = Write(
+        "first.svg", "<svg viewBox='0 0 9 9'><rect width='9' height='9' fill='#ff0000'/></svg>");
+    std::string const second =
+        Write("second.svg", "<svg viewBox='0 0 9 9'><circle id='small' r='1'/>"
+                            "<path id='large' d='M0,0 9,0 4,9z' fill='#0000ff'/></svg>");
+    std::string const folder = PathOf("made/frames");
+    ToolRun const run({"morph", first.c_str(), second.c_str(), "--out", folder.c_str(), "--steps",
+                       "3", "--size", "20"});
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(run.out, folder + ": 3 frames of 20 x 20 pixels\n");
+    for (char const* frame : {"0", "1", "2"}) {
+        EXPECT_NE(Read(folder + "/frame_000" + frame + ".png").find("IHDR"), std::string::npos);
+    }
+    // The files are there now.
+    EXPECT_TRUE(Refused(ToolRun({"morph", first.c_str(), second.c_str(), "--out", folder.c_str(),
+                                 "--steps", "2", "--size", "20"})));
+    for (std::vector<char const*> const& more : std::vector<std::vector<char const*>>{
+             {"--second", "small"}, {"--by", "turtle"}, {"--spacing", "0.5"}}) {
+        std::vector<char const*> all = {"morph",        first.c_str(), second.c_str(), "--out",
+                                        folder.c_str(), "--force",     "--steps",      "2",
+                                        "--size",       "20"};
+        all.insert(all.end(), more.begin(), more.end());
+        EXPECT_EQ(ToolRun(all).code, 0) << more[0];
+    }
+}
+
+TEST_F(tool, MorphingRefusesWhatItCannotUse)
+{
+    std::string const drawing =
+        Write("drawing.svg", "<svg viewBox='0 0 9 9'><rect width='9' height='9'/></svg>");
+    std::string const empty = Write("empty.svg", "<svg viewBox='0 0 9 9'/>");
+    std::string const folder = PathOf("frames");
+    EXPECT_TRUE(Refused(ToolRun({"morph", drawing.c_str(), "none.svg", "--out", folder.c_str()})));
+    EXPECT_TRUE(
+        Refused(ToolRun({"morph", drawing.c_str(), empty.c_str(), "--out", folder.c_str()})));
+    for (std::vector<char const*> const& more :
+         std::vector<std::vector<char const*>>{{"--steps", "1"},
+                                               {"--steps", "10001"},
+                                               {"--size", "0"},
+                                               {"--size", "nan"},
+                                               {"--spacing", "0"},
+                                               {"--spacing", "nan"},
+                                               {"--by", "magic"},
+                                               {"--first", "nobody"}}) {
+        std::vector<char const*> all = {"morph", drawing.c_str(), drawing.c_str(), "--out",
+                                        folder.c_str()};
+        all.insert(all.end(), more.begin(), more.end());
+        EXPECT_TRUE(Refused(ToolRun(all))) << more[0] << " " << more[1];
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder));
+}
+
 // hv vectorize.
 
 TEST_F(tool, VectorizesAPicture)

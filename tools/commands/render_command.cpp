@@ -6,7 +6,6 @@
 #include <tools/ProgressBar.h>
 #include <tools/ToolError.h>
 #include <tools/commands/render_command.h>
-#include <tools/files.h>
 #include <tools/number_text.h>
 #include <tools/paint/png_file.h>
 #include <tools/svg/svg_painter.h>
@@ -36,16 +35,6 @@ struct Request {
     std::optional<double> stroke;
 };
 
-SvgDocument ReadDocument(std::string const& file)
-{
-    std::string const text = File_Read(file);
-    try {
-        return SvgDocument_Parse(text);
-    } catch (ToolError const& error) {
-        throw ToolError(file + ": " + error.what());
-    }
-}
-
 void RefuseBadNumbers(Request const& request)
 {
     double const size = request.size.value_or(1.0);
@@ -68,7 +57,7 @@ int PixelsOf(double length)
 int Run(Request const& request, ToolStreams const& streams)
 {
     RefuseBadNumbers(request);
-    SvgDocument const document = ReadDocument(request.file);
+    SvgDocument const document = SvgDocument_Read(request.file);
     double const longest = std::max(document.width, document.height);
     SvgPaintOptions options;
     options.scale = std::min(request.size.value_or(longest), kMostPixels) / longest;

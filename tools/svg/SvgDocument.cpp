@@ -5,6 +5,7 @@
 // which wins; style sheets are not read.
 
 #include <tools/ToolError.h>
+#include <tools/files.h>
 #include <tools/svg/NumberScanner.h>
 #include <tools/svg/SvgDocument.h>
 #include <tools/svg/svg_shapes.h>
@@ -146,6 +147,7 @@ private:
             return;
         }
         SvgElement element;
+        element.id = node.attribute("id").value();
         element.transform = parentTransform;
         element.style = parentStyle;
         if (pugi::xml_attribute const transform = node.attribute("transform")) {
@@ -265,4 +267,14 @@ SvgDocument SvgDocument_Parse(std::string const& text)
     SvgDocument document;
     SvgReader(document).ReadRoot(root);
     return document;
+}
+
+SvgDocument SvgDocument_Read(std::string const& path)
+{
+    std::string const text = File_Read(path);
+    try {
+        return SvgDocument_Parse(text);
+    } catch (ToolError const& error) {
+        throw ToolError(path + ": " + error.what());
+    }
 }

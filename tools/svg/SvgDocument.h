@@ -33,6 +33,7 @@ struct SvgStyle {
 
 /// A shape, or a group of elements that are painted as one.
 struct SvgElement {
+    std::string id;                   ///< its name in the file; may be empty
     HvPath2f outline = HvPath2f(1u);  ///< in user units; empty for a group
     HvTransfo4 transform;             ///< to the units of the document
     SvgStyle style;
@@ -58,5 +59,7 @@ struct SvgDocument {
 /// groups. What is not supported is left out with a note. Throws ToolError for a text that is no
 /// SVG document.
 SvgDocument SvgDocument_Parse(std::string const& text);
+/// The same of a file; the messages begin with its name.
+SvgDocument SvgDocument_Read(std::string const& path);
 
 #endif

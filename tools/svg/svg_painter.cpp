@@ -7,6 +7,7 @@
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvPath2fIter.h>
+#include <tools/svg/svg_outlines.h>
 #include <tools/svg/svg_painter.h>
 
 #include <algorithm>
@@ -39,24 +40,6 @@ std::size_t NumShapesIn(std::vector<SvgElement> const& elements)
 std::uint8_t ByteOf(double share)
 {
     return static_cast<std::uint8_t>(std::clamp(share, 0.0, 1.0) * 255.0 + 0.5);
-}
-
-/// The outline with every subpath closed, as fills see it.
-HvPath2f ClosedOutline(HvPath2f const& outline)
-{
-    std::vector<unsigned int> starts;
-    HvPath2fIter subpaths(outline);
-    unsigned int first = 0;
-    unsigned int last = 0;
-    while (subpaths.GetNextSubPathIndices(first, last) != 0) {
-        starts.push_back(first);
-    }
-    HvPath2f closed(outline);
-    // From the end, since closing adds points.
-    for (auto start = starts.rbegin(); start != starts.rend(); ++start) {
-        closed.CloseSubpath(*start);
-    }
-    return closed;
 }
 
 /// Appends a disc of the stroke's width around a point of the path. Discs run as the rings of a
@@ -145,7 +128,7 @@ private:
             PaintStroke(element, *options_.strokeWidth, paint, gc, canvas);
             return;
         }
-        PaintFill(ClosedOutline(element.outline), style.fill, gc, canvas);
+        PaintFill(SvgOutline_Closed(element.outline), style.fill, gc, canvas);
         PaintStroke(element, style.strokeWidth, style.stroke, gc, canvas);
     }
 
