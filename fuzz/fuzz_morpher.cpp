@@ -12,6 +12,7 @@
 #include <hv/shape/HvGC.h>
 
 #include <cmath>
+#include <initializer_list>
 #include <new>
 
 namespace {
