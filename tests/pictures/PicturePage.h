@@ -50,5 +50,7 @@ PicturePage SmoothStrokePage();
 PicturePage FillPage();
 /// Soft fills of several radii, cut by the shape or not.
 PicturePage SoftFillPage();
+/// Strokes of a pen, built by every builder, with their samples.
+PicturePage PenPage();
 
 #endif
