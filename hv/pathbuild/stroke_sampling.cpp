@@ -69,9 +69,12 @@ double SampleSubpath(HvPoint2fArray const& points, unsigned int first, unsigned 
 {
     bool const hasSpacing = spacing > 0.0;
     double const total = LengthOf(points, first, last);
-    double walked = hasSpacing && remainder >= spacing ? std::fmod(remainder, spacing) : remainder;
+    double walked = remainder;
     unsigned int count = 0;
     if (total > 0.0 && std::isfinite(total)) {
+        if (hasSpacing && walked >= spacing) {
+            walked = std::fmod(walked, spacing);
+        }
         double const whole = walked + total;
         if (hasSpacing && whole >= spacing) {
             count = NumSpacings(whole, spacing, out.Size());

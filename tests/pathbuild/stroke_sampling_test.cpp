@@ -175,6 +175,7 @@ TEST(stroke_sampling, LengthThatIsNoneLeavesTheRemainder)
         Sampled const sampled = Sample({{0, 0}, {x, 0}, {5, 0}}, 0, 2, 1.0, 0.25, 0);
         EXPECT_TRUE(sampled.points.empty());
         EXPECT_EQ(sampled.remainder, 0.25);
+        EXPECT_EQ(Sample({{0, 0}, {x, 0}, {5, 0}}, 0, 2, 1.0, 7.25, 0).remainder, 7.25);
     }
 }
 

@@ -54,5 +54,7 @@ PicturePage SoftFillPage();
 PicturePage ShapePage();
 /// Parallelograms and ellipses scanned directly, in every mode.
 PicturePage ScanPage();
+/// Strokes of a pen, built by every builder, with their samples.
+PicturePage PenPage();
 
 #endif

@@ -95,7 +95,7 @@ int Run(Request const& request)
     bool isGood = true;
     std::size_t count = 0;
     for (auto const make :
-         {StrokePage, SmoothStrokePage, FillPage, SoftFillPage, ShapePage, ScanPage}) {
+         {StrokePage, SmoothStrokePage, FillPage, SoftFillPage, ShapePage, ScanPage, PenPage}) {
         PicturePage const page = make();
         if (!request.pages.empty() && std::find(request.pages.begin(), request.pages.end(),
                                                 page.Name()) == request.pages.end()) {
