@@ -231,6 +231,19 @@ TEST(HvQuatFCurve_keys, AreSmoothedByAKernel)
     EXPECT_EQ(trio.x->SmoothSequence(4, 5, third, 3), 1);
 }
 
+TEST(HvQuatFCurve_keys, AreSmoothedWithoutTouchingWhatStays)
+{
+    Trio const trio = MakeTrio();
+    // Radians that no number of degrees gives.
+    trio.curve->SetKeyValue(1, HvPoint3<double>(1.0 / 3, 1.0 / 3, 1.0 / 3));
+    std::string const image = QuatImage(*trio.x);
+    double const one[] = {1};
+    double const beyond[] = {1e308, 1e308, 1e308};
+    EXPECT_EQ(trio.x->SmoothSequence(1, 5, one, 1), 1);
+    EXPECT_EQ(trio.x->SmoothSequence(1, 5, beyond, 3), 1) << "values would not be finite";
+    EXPECT_EQ(QuatImage(*trio.x), image);
+}
+
 /// Every edit that can refuse; each is done on a writable curve.
 struct Edit {
     char const* name;

@@ -174,6 +174,13 @@ TEST(HvQuatFCurve_reshape, SamplesTheRotation)
     EXPECT_THROW(trio.y->ResampleSequence(1, 5, 1e-300, 0, 0), std::bad_alloc);
 }
 
+TEST(HvQuatFCurve_reshape, LeavesOutASampleBesideTheEnd)
+{
+    Trio const trio = MakeTrio();
+    EXPECT_EQ(trio.y->ResampleSequence(1, 5, 2 - 1e-8, 0, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 3 - 1e-8, 5}));
+}
+
 TEST(HvQuatFCurve_reshape, TakesKeysBesideASampleForIt)
 {
     Trio const trio = MakeTrio();
