@@ -22,6 +22,9 @@ HvFCurveStretcherImpl* HvFCurveStretcherImpl::Create(HvBaseFCurve& curve,
     HvFCurveStretcherImpl* const unknown = nullptr;
     return HvCurveKind_Visit(curve, unknown, [&](auto& known) -> HvFCurveStretcherImpl* {
         using Curve = std::decay_t<decltype(known)>;
+        if (!request.IsHorizontal() && !HvCurveTool_HasValues(HvCurveToolAccess::ImplOf(known))) {
+            return nullptr;
+        }
         return new CFCCurveStretcher<Curve>(known, request, listed);
     });
 }

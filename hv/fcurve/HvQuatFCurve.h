@@ -144,9 +144,9 @@ public:
                                  int selectedOnly) override;
     int ResampleSequence(double from, double to, double step, int keepExisting,
                          int ignoreExtrapolation) override;
-    /// Looks at all three components: at the keys that go and half way between keys each stays
-    /// within `tolerance` times the largest range that one of them has between `from` and `to`. A
-    /// key that is locked or has tension, continuity, bias or spins stays.
+    /// Looks at all three components: at the keys that go and half way to their neighbours each
+    /// stays within `tolerance` times the largest range that one of them has between `from` and
+    /// `to`. A key that is locked or has tension, continuity, bias or spins stays.
     unsigned int ReduceNumKeys(double from, double to, double tolerance) override;
 
     // Evaluating.

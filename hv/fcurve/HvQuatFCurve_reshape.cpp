@@ -143,16 +143,20 @@ void ReduceBetween(HvQuatCurve& curve, unsigned int first, unsigned int last, do
         for (unsigned int i = first; i < last;) {
             unsigned int worst = 0;
             double worstDistance = allowed;
+            auto const look = [&](double t, unsigned int key) {
+                double const distance = Distance(curve, trial, t);
+                if (!(distance <= worstDistance)) {
+                    worstDistance = distance;
+                    worst = key;
+                }
+            };
             unsigned int k = i + 1;
             for (; !kept[k]; ++k) {
-                double const half = 0.5 * curve.GetKeyTime(k - 1) + 0.5 * curve.GetKeyTime(k);
-                for (double const t : {half, curve.GetKeyTime(k)}) {
-                    double const distance = Distance(curve, trial, t);
-                    if (!(distance <= worstDistance)) {
-                        worstDistance = distance;
-                        worst = k;
-                    }
-                }
+                look(0.5 * curve.GetKeyTime(k - 1) + 0.5 * curve.GetKeyTime(k), k);
+                look(curve.GetKeyTime(k), k);
+            }
+            if (k != i + 1) {
+                look(0.5 * curve.GetKeyTime(k - 1) + 0.5 * curve.GetKeyTime(k), k - 1);
             }
             if (worst != 0) {
                 kept[worst] = 1;

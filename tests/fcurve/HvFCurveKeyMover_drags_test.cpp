@@ -332,6 +332,7 @@ TEST(HvFCurveKeyMover_drags, OfRotationsFollowTheModelAndLeadBack)
 {
     ExpectProperty("rotation", [] {
         HvQuatFCurve curve = AnyQuatCurve();
+        RC_LOG() << QuatImage(curve) << "\n";
         PlayAnyDrag(curve, AssertSameRotation);
     });
 }

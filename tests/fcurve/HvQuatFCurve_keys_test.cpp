@@ -66,6 +66,14 @@ TEST(HvQuatFCurve_keys, FoldIntoACycle)
     EXPECT_EQ(TimesOf(*trio.x), (std::vector<double>{1, 2, 3, 4, 5}));
     EXPECT_EQ(trio.x->CreateNonModifyingKey(9, 1), 1);
     EXPECT_EQ(TimesOf(*trio.x).back(), 9);
+    EXPECT_EQ(trio.x->CreateNonModifyingKey(0, 1), 1);
+    EXPECT_EQ(ValuesOf(*trio.x).front(), ValuesOf(*MakeTrio().x).front()) << "held, not cycled";
+    EXPECT_EQ(ValuesOf(*trio.x).back(), ValuesOf(*MakeTrio().x).back());
+    EXPECT_EQ(trio.x->FoldParameter(11 + 1e-13), 2) << "onto a key";
+    HvQuatFCurve single(0u);
+    single.CreateKey(1, 7);
+    single.SetExtrapolationMethod(C::CycleExtrapolation);
+    EXPECT_EQ(single.FoldParameter(7), 7);
 }
 
 TEST(HvQuatFCurve_keys, MergeIntoOne)
@@ -124,6 +132,16 @@ TEST(HvQuatFCurve_keys, KeepDataWhenAsked)
     EXPECT_EQ(merged.spins, 1);
     EXPECT_EQ(TextIn(trio.y->GetUserDataSet(3.5), 1), "four");
     EXPECT_NEAR(ValuesOf(*trio.y)[1], 77, kRoundTrip);
+}
+
+TEST(HvQuatFCurve_keys, KeepTheDataOfTheLeftOneOfTwoAsNear)
+{
+    Trio const trio = MakeTrio();
+    HvQuatKey key = trio.curve->GetKey(1);
+    key.bias = 0.5f;
+    trio.curve->SetKey(1u, key);
+    EXPECT_EQ(trio.y->MergeAndCreateKey(1.5, 4.5, 3, 77, 0, 0, 1), 1);
+    EXPECT_EQ(trio.curve->GetKey(1).bias, 0.5f);
 }
 
 TEST(HvQuatFCurve_keys, TakeOverTheLockOfANearestKeyThatStays)
@@ -229,6 +247,19 @@ TEST(HvQuatFCurve_keys, AreSmoothedByAKernel)
     trio.curve->SetValueLock(1, 1);
     EXPECT_EQ(trio.x->SmoothSequence(1, 5, third, 3), 0);
     EXPECT_EQ(trio.x->SmoothSequence(4, 5, third, 3), 1);
+}
+
+TEST(HvQuatFCurve_keys, AreSmoothedWithoutTouchingWhatStays)
+{
+    Trio const trio = MakeTrio();
+    // Radians that no number of degrees gives.
+    trio.curve->SetKeyValue(1, HvPoint3<double>(1.0 / 3, 1.0 / 3, 1.0 / 3));
+    std::string const image = QuatImage(*trio.x);
+    double const one[] = {1};
+    double const beyond[] = {1e308, 1e308, 1e308};
+    EXPECT_EQ(trio.x->SmoothSequence(1, 5, one, 1), 1);
+    EXPECT_EQ(trio.x->SmoothSequence(1, 5, beyond, 3), 1) << "values would not be finite";
+    EXPECT_EQ(QuatImage(*trio.x), image);
 }
 
 /// Every edit that can refuse; each is done on a writable curve.
@@ -371,6 +402,13 @@ TEST(HvQuatFCurve_keys, TakeNoNumberThatIsNone)
     EXPECT_EQ(trio.y->ResampleSequence(1, 2, kNaN, 0, 1), 0);
     EXPECT_EQ(trio.y->ResampleSequence(1, 2, 0, 0, 1), 0);
     EXPECT_EQ(trio.y->ReduceNumKeys(1, 2, kNaN), 0u);
+    HvQuatFCurve even(0u);
+    for (double const t : {0.0, 1.0, 2.0}) {
+        even.CreateKey(t, 10 * t);
+    }
+    EXPECT_EQ(even.ReduceNumKeys(0, 2, -1), 0u);
+    EXPECT_EQ(even.ReduceNumKeys(0, 2, kNaN), 0u);
+    EXPECT_EQ(even.ReduceNumKeys(0, 2, 0), 1u);
     EXPECT_EQ(trio.y->ShiftParameters(1e300), 0) << "keys would meet";
     EXPECT_EQ(trio.y->ScaleParameterAxis(1e308), 0);
     EXPECT_EQ(trio.y->ScaleParameterAxis(-1), 0);

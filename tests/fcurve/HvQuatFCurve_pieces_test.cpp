@@ -49,6 +49,10 @@ TEST(HvQuatFCurve_pieces, KeepLockedKeysOutsideOfWhatGoes)
     EXPECT_EQ(trio.y->RemoveTail(3), 1);
     EXPECT_EQ(trio.y->RemoveHead(2.5), 0);
     EXPECT_EQ(trio.y->RemoveHead(1.5), 1);
+    EXPECT_EQ(trio.y->RemoveHead(2), 1) << "the one at the cut stays";
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{2, 3}));
+    EXPECT_EQ(trio.y->RemoveTail(2), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{2}));
 }
 
 TEST(HvQuatFCurve_pieces, JoinAtOneKey)
@@ -100,6 +104,30 @@ TEST(HvQuatFCurve_pieces, AreNotJoinedWhenOneIsEmptyOrOfAnotherOrderOrKind)
     EXPECT_EQ(trio.y->GetNumKeys(), 4u);
 }
 
+TEST(HvQuatFCurve_pieces, JoinAtALockedKeyOfTheSameAngles)
+{
+    Trio const trio = MakeTrio();
+    trio.curve->SetValueLock(3, 1);
+    HvQuatFCurve other(0u);
+    other.GetQuatCurve()->SetKey(KeyOf(0, 20, 5, 120), 0.0);
+    other.GetQuatCurve()->SetKey(KeyOf(1, 7, 8, 9), 0.0);
+    EXPECT_EQ(trio.y->Append(other), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 2, 4, 5, 6}));
+}
+
+TEST(HvQuatFCurve_pieces, JoinWithoutKeysThatRoundingPutsOnTheJoint)
+{
+    HvQuatFCurve curve(0u);
+    curve.GetQuatCurve()->SetKey(KeyOf(1e16, 1, 2, 3), 0.0);
+    HvQuatFCurve other(0u);
+    other.GetQuatCurve()->SetKey(KeyOf(0, 10, 20, 30), 0.0);
+    other.GetQuatCurve()->SetKey(KeyOf(0.5, 40, 50, 60), 0.0);
+    other.GetQuatCurve()->SetKey(KeyOf(64, 70, 80, 90), 0.0);
+    EXPECT_EQ(curve.Append(other), 1);
+    EXPECT_EQ(TimesOf(curve), (std::vector<double>{1e16, 1e16 + 64}));
+    ExpectNear(ValuesOf(curve), {10, 70});
+}
+
 TEST(HvQuatFCurve_pieces, ReplaceAnInterval)
 {
     Trio const trio = MakeTrio();
@@ -113,6 +141,26 @@ TEST(HvQuatFCurve_pieces, ReplaceAnInterval)
     EXPECT_EQ(trio.y->Paste(other, 3, 2), 0);
     EXPECT_EQ(trio.y->Paste(*trio.z, 4.75, 5), 1) << "the same rotation";
     EXPECT_EQ(trio.y->GetNumKeys(), 7u);
+}
+
+TEST(HvQuatFCurve_pieces, HeedLocksWhereTheyAre)
+{
+    Trio const trio = MakeTrio();
+    trio.curve->SetValueLock(0, 1);
+    HvQuatFCurve other(0u);
+    other.CreateKey(0, 1);
+    other.CreateKey(0.5, 2);
+    EXPECT_EQ(trio.y->Paste(other, 2.5, 3), 1) << "a lock before it does not matter";
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 2, 2.5, 3, 4, 5}));
+    EXPECT_EQ(trio.curve->IsValueLocked(0), -1);
+    trio.curve->SetValueLock(4, 1);
+    EXPECT_EQ(trio.y->Paste(other, 2.5, 3), 0) << "one behind it does";
+    Trio const target;
+    EXPECT_EQ(trio.y->Cut(2.5, 3, *target.x), 1) << "a value that moves along";
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 2, 2.5, 3.5, 4.5}));
+    EXPECT_EQ(trio.curve->IsValueLocked(3), -1);
+    trio.curve->SetParamLock(4, 1);
+    EXPECT_EQ(trio.y->Cut(2.25, 3, *target.x), 0) << "a parameter that would";
 }
 
 TEST(HvQuatFCurve_pieces, AreCutOutAndTheGapCloses)

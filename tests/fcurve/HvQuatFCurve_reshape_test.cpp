@@ -5,6 +5,7 @@
 
 #include "quat_fcurve_support.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -46,6 +47,17 @@ TEST(HvQuatFCurve_reshape, MirrorsTheAxis)
     std::string const again = QuatImage(*trio.y);
     EXPECT_EQ(trio.curve->GetKey(1).bias, 0.25f);
     EXPECT_EQ(trio.curve->GetKey(1).spins, 3);
+}
+
+TEST(HvQuatFCurve_reshape, MirrorsTheEndsOntoEachOtherExactly)
+{
+    HvQuatFCurve curve(0u);
+    for (double const t : {0.1, 0.2, 0.7}) {
+        curve.CreateKey(t, 0);
+    }
+    EXPECT_EQ(curve.MirrorParameters(), 1);
+    EXPECT_EQ(TimesOf(curve).front(), 0.1) << "which 0.1 + 0.7 - 0.7 is not";
+    EXPECT_EQ(TimesOf(curve).back(), 0.7);
 }
 
 TEST(HvQuatFCurve_reshape, MirrorsTheRotationOfTwoKeys)
@@ -174,6 +186,23 @@ TEST(HvQuatFCurve_reshape, SamplesTheRotation)
     EXPECT_THROW(trio.y->ResampleSequence(1, 5, 1e-300, 0, 0), std::bad_alloc);
 }
 
+TEST(HvQuatFCurve_reshape, TakesNoKeyThatIsJustNotBesideASample)
+{
+    HvQuatFCurve curve(0u);
+    for (double const t : {-1.0, 1e-7, 1.0}) {
+        curve.CreateKey(t, 0);
+    }
+    EXPECT_EQ(curve.ResampleSequence(-1, 1, 1, 0, 0), 1);
+    EXPECT_EQ(TimesOf(curve), (std::vector<double>{-1, 0, 1}));
+}
+
+TEST(HvQuatFCurve_reshape, LeavesOutASampleBesideTheEnd)
+{
+    Trio const trio = MakeTrio();
+    EXPECT_EQ(trio.y->ResampleSequence(1, 5, 2 - 1e-8, 0, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 3 - 1e-8, 5}));
+}
+
 TEST(HvQuatFCurve_reshape, TakesKeysBesideASampleForIt)
 {
     Trio const trio = MakeTrio();
@@ -250,6 +279,39 @@ TEST(HvQuatFCurve_reshape, KeepsKeysThatHaveAShapeOrALock)
     EXPECT_EQ(curve.ReduceNumKeys(0, 6, -1), 0u);
     EXPECT_EQ(curve.ReduceNumKeys(6, 0, 1), 0u);
     EXPECT_EQ(HvQuatFCurve(0u).ReduceNumKeys(0, 1, 1), 0u);
+}
+
+TEST(HvQuatFCurve_reshape, MeasuresByTheComponentOfTheLargestRange)
+{
+    for (unsigned int component = 0; component < 3; ++component) {
+        HvQuatFCurve curve(component);
+        curve.CreateKey(0, 0);
+        curve.CreateKey(1, 10.5);
+        curve.CreateKey(2, 20);
+        HvQuatFCurve shown(curve.GetQuatCurve(), 1u);
+        EXPECT_EQ(shown.ReduceNumKeys(0, 2, 0.01), 0u) << component;
+        EXPECT_EQ(shown.ReduceNumKeys(0, 2, 0.05), 1u) << component;
+    }
+}
+
+TEST(HvQuatFCurve_reshape, LooksBetweenKeysWhereItDrops)
+{
+    HvQuatFCurve without(2u);
+    for (HvQuatKey const& key : {KeyOf(0, 0, 0, 0), KeyOf(2, 0, 0, 20), KeyOf(3, 0, 0, 150)}) {
+        without.GetQuatCurve()->SetKey(key, 0.0);
+    }
+    // The key is on the curve and bends it beside.
+    HvQuatFCurve curve(without);
+    curve.CreateNonModifyingKey(1, 1);
+    auto const distance = [&](double t) {
+        return std::fabs(curve.Eval(t, 0) - without.Eval(t, 0));
+    };
+    double const between = std::max(distance(0.5), distance(1.5));
+    ASSERT_GT(between, distance(1));
+    // The keys between the two ends, which count, have this range.
+    double const range = ValuesOf(curve)[2] - std::min(0.0, ValuesOf(curve)[1]);
+    EXPECT_EQ(curve.ReduceNumKeys(0, 2, (between + distance(1)) / 2 / range), 0u);
+    EXPECT_EQ(curve.ReduceNumKeys(0, 2, (between + 1e-6) / range), 1u);
 }
 
 }  // namespace

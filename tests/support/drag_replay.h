@@ -208,7 +208,9 @@ private:
         if (before.DiffersOutside(invalid, drawn_, where) ||
             drawn_.DiffersOutside(invalid, before, where)) {
             std::ostringstream text;
-            text << "drawn otherwise outside the extent, at (" << where.x << ", " << where.y << ")";
+            text << "drawn otherwise outside the extent, at (" << where.x << ", " << where.y
+                 << "); the extent is (" << invalid.min.x << ", " << invalid.min.y << ") to ("
+                 << invalid.max.x << ", " << invalid.max.y << "), state " << invalid.state;
             return text.str();
         }
         return std::string();

@@ -32,7 +32,6 @@ public:
         if (Cycles(curve, right - left) > (isRotation ? 4 : kMostCycles)) {
             return;
         }
-        isDrawn_ = true;
         flatness_ = isRotation ? 0.1 : 1e-3;
         constexpr double kEverywhere = std::numeric_limits<double>::max();
         HvPoint2dArray points;
@@ -40,6 +39,8 @@ public:
         HvBoolArray flags;
         curve.FlattenFromTo({left, -kEverywhere, right, kEverywhere}, HvTransfo4(), flatness_,
                             points, tags, flags, 0);
+        // A rotation that turns a million times in the view is not drawn either.
+        isDrawn_ = !isRotation || points.Size() != 0;
         for (unsigned int i = 0; i + 1 < points.Size(); ++i) {
             if (tags[i] != HvPointTagEnd) {
                 edges_.push_back({points[i], points[i + 1]});

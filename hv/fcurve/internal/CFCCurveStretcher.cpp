@@ -108,7 +108,7 @@ int CFCCurveStretcher<Curve>::Stretch(Step const& step, double viewLeft, double 
     before.Reserve(HvArrayCapacity_GrownSize(before.Size(), count));
     after.Reserve(HvArrayCapacity_GrownSize(after.Size(), count));
     SetTargets(step);
-    if (!AreTargetsFinite() || (!Plan().IsHorizontal() && !HvCurveTool_HasValues(impl_))) {
+    if (!AreTargetsFinite()) {
         return 0;
     }
     bool const staysPut = IsAtTargets();

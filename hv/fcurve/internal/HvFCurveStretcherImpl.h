@@ -15,7 +15,8 @@ class HvFCurveStretcherImpl : public HvAllocated {
 public:
     using Step = HvStretchPlan::Step;
 
-    /// The stretcher for the kind of the curve; null for a kind that the tools do not know.
+    /// The stretcher for the kind of the curve; null for a kind that the tools do not know, and for
+    /// values that cannot be dragged.
     static HvFCurveStretcherImpl* Create(HvBaseFCurve& curve, HvStretchRequest const& request,
                                          HvDoubleArray const& listed);
 

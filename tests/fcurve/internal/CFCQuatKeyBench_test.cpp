@@ -229,6 +229,7 @@ TEST(CFCQuatKeyBench, ComponentOfNoRotationHasNoValuesToDrag)
     StretchArguments arguments = WholeWidth(kTopHandle);
     StretchDrag values(curve, arguments);
     EXPECT_EQ(values.To(10), 0);
+    EXPECT_EQ(values.stretcher.Finalize(), 0);
     ExpectNear(ValuesOf(curve), {30, 60});
 }
 
