@@ -25,7 +25,7 @@ double Falloff(double x)
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
     FuzzInput bytes(data, size);
-    HvUByteRaster raster(bytes.Next() % 48, bytes.Next() % 48, kBefore);
+    HvUByteRaster raster{bytes.Next() % 160, bytes.Next() % 48, kBefore};
     int const kind = bytes.Next() % 3;
     int const rule = bytes.Next() % 2;
     double const radius = 1.0 + bytes.Next() / 32.0;

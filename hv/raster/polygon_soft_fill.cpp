@@ -25,34 +25,68 @@ constexpr double kFull = 255.0;
 constexpr std::int64_t kBlockColumns = 64;
 constexpr std::int64_t kTileRows = 8;
 
-/// Adds a run of full coverage, from `first` to `last`, blurred, to a line of `size` places. Where
-/// the kernel lies wholly within the run the place is set: rounding is not to leave full coverage
-/// a little short.
-void AddBlurredRun(HvBlurKernel const& kernel, std::int64_t first, std::int64_t last, double* line,
-                   std::int64_t size)
-{
-    std::int64_t const reach = kernel.Reach();
-    double const* const sums = kernel.Sums();
-    auto const clip = [size](std::int64_t at) {
-        return std::min(std::max<std::int64_t>(at, 0), size);
-    };
-    // The run covers the weights from `low` to `high` of the kernel around a place.
-    auto const addPart = [&](std::int64_t from, std::int64_t to) {
-        for (std::int64_t at = clip(from); at < clip(to); ++at) {
-            std::int64_t const low = std::max<std::int64_t>(first - (at - reach), 0);
-            std::int64_t const high = std::min(last - (at - reach), 2 * reach);
+/// Places of a line, the end not included.
+struct Places {
+    std::int64_t first;
+    std::int64_t end;
+
+    bool Hold(std::int64_t from, std::int64_t to) const { return first <= from && to <= end; }
+};
+
+/// A run of full coverage, from `first` to `last`, blurred, on a line of `size` places.
+class BlurredRun {
+public:
+    BlurredRun(HvBlurKernel const& kernel, std::int64_t first, std::int64_t last, std::int64_t size)
+        : kernel_(kernel), first_(first), last_(last), size_(size),
+          innerFirst_(first + kernel.Reach()),
+          innerEnd_(std::max(last - kernel.Reach() + 1, innerFirst_))
+    {
+    }
+
+    /// Where the kernel lies wholly within the run, so that coverage is full.
+    Places Solid() const { return {Clip(innerFirst_), Clip(innerEnd_)}; }
+    /// Adds the run to what the line holds beside the solid places.
+    void AddRims(double* line) const
+    {
+        AddRim(first_ - kernel_.Reach(), innerFirst_, line);
+        AddRim(innerEnd_, last_ + kernel_.Reach() + 1, line);
+    }
+    /// Adds the whole run. The solid places are set: rounding is not to leave full coverage a
+    /// little short.
+    void Add(double* line) const
+    {
+        AddRims(line);
+        std::fill(line + Solid().first, line + Solid().end, kFull);
+    }
+
+private:
+    std::int64_t Clip(std::int64_t at) const
+    {
+        return std::min(std::max<std::int64_t>(at, 0), size_);
+    }
+    void AddRim(std::int64_t from, std::int64_t to, double* line) const
+    {
+        std::int64_t const reach = kernel_.Reach();
+        double const* const sums = kernel_.Sums();
+        for (std::int64_t at = Clip(from); at < Clip(to); ++at) {
+            // The run covers the weights from `low` to `high` of the kernel around the place.
+            std::int64_t const low = std::max<std::int64_t>(first_ - (at - reach), 0);
+            std::int64_t const high = std::min(last_ - (at - reach), 2 * reach);
             line[at] += high == 2 * reach ? sums[low] : sums[low] - sums[high + 1];
         }
-    };
-    std::int64_t const innerFirst = first + reach;
-    std::int64_t const innerEnd = std::max(last - reach + 1, innerFirst);
-    addPart(first - reach, innerFirst);
-    std::fill(line + clip(innerFirst), line + clip(innerEnd), kFull);
-    addPart(innerEnd, last + reach + 1);
-}
+    }
+
+    HvBlurKernel const& kernel_;
+    std::int64_t const first_;
+    std::int64_t const last_;
+    std::int64_t const size_;
+    std::int64_t const innerFirst_;
+    std::int64_t const innerEnd_;
+};
 
 /// The pixels of the raster that the blurred shape can reach, and the rows of the shape itself,
-/// blurred along x.
+/// blurred along x. Of a row with one span the solid places are remembered and not written: they
+/// are most of a large shape, and memory that nobody touches costs nothing.
 class BlurredRows {
 public:
     BlurredRows(HvScanWindow const& shape, HvBlurKernel const& kernel, HvUByteRaster const& raster)
@@ -64,22 +98,48 @@ public:
           kernel_(kernel), width_(band_.endColumn - band_.firstColumn),
           rows_(static_cast<std::size_t>(width_) *
                 static_cast<std::size_t>(shape.endRow - shape.firstRow)),
-          row_(nullptr)
+          solid_(static_cast<std::size_t>(shape.endRow - shape.firstRow))
     {
     }
 
     HvScanWindow const& Shape() const { return shape_; }
     HvScanWindow const& Band() const { return band_; }
-    /// The values of a row of the shape, from the band's first column on.
-    double const* Row(std::int64_t row) const
+
+    /// Scans a row of the shape.
+    void Scan(HvPolygonScanner& scanner, std::int64_t row)
     {
-        return rows_.Data() + (row - shape_.firstRow) * width_;
+        double* const line = rows_.Data() + (row - shape_.firstRow) * width_;
+        Places& solid = solid_.Data()[row - shape_.firstRow];
+        std::size_t spans = 0;
+        scanner.ScanRow(row, [&](std::int64_t first, std::int64_t last) {
+            BlurredRun const run(kernel_, first - band_.firstColumn, last - band_.firstColumn,
+                                 width_);
+            if (++spans == 1) {
+                run.AddRims(line);
+                solid = run.Solid();
+                return;
+            }
+            std::fill(line + solid.first, line + solid.end, kFull);
+            solid = {0, 0};
+            run.Add(line);
+        });
     }
 
-    void BeginRow(std::int64_t row) { row_ = rows_.Data() + (row - shape_.firstRow) * width_; }
-    void AddSpan(std::int64_t first, std::int64_t last)
+    /// Whether row `y` of the shape is solid in the columns of the band from `first` up to `end`.
+    bool IsSolid(std::int64_t y, std::int64_t first, std::int64_t end) const
     {
-        AddBlurredRun(kernel_, first - band_.firstColumn, last - band_.firstColumn, row_, width_);
+        return solid_.Data()[y].Hold(first, end);
+    }
+    /// Copies `count` values of row `y` of the shape, from a column of the band on.
+    void CopyRow(std::int64_t y, std::int64_t first, std::int64_t count, double* values) const
+    {
+        std::copy_n(rows_.Data() + y * width_ + first, count, values);
+        Places const& solid = solid_.Data()[y];
+        std::int64_t const from = std::max(solid.first - first, std::int64_t{0});
+        std::int64_t const to = std::min(solid.end - first, count);
+        if (from < to) {
+            std::fill(values + from, values + to, kFull);
+        }
     }
 
 private:
@@ -88,17 +148,24 @@ private:
     HvBlurKernel const& kernel_;
     std::int64_t const width_;
     HvScratchArray<double> rows_;
-    double* row_;
+    HvScratchArray<Places> solid_;  // of each row; empty where all is written
 };
 
 /// Blurs the rows along y, a block of columns at a time, into bytes.
+///
+/// Tiles of the block, a few rows high, that are solid are not looked into: along y they are parts
+/// of a run in each column, and the pixels that only solid tiles reach are of one value.
 class ColumnBlur {
 public:
     ColumnBlur(BlurredRows const& rows, HvBlurKernel const& kernel, double maxCoverage)
         : rows_(rows), kernel_(kernel), maxCoverage_(maxCoverage),
           shapeHeight_(rows.Shape().endRow - rows.Shape().firstRow),
           bandHeight_(rows.Band().endRow - rows.Band().firstRow),
+          toBand_(rows.Shape().firstRow - rows.Band().firstRow),
           columns_(static_cast<std::size_t>(kBlockColumns * shapeHeight_)),
+          isSolid_(static_cast<std::size_t>(shapeHeight_ / kTileRows + 1)),
+          nextSolid_(static_cast<std::size_t>(shapeHeight_ / kTileRows + 1)),
+          uneven_(static_cast<std::size_t>(shapeHeight_ / kTileRows + 2)),
           blurred_(static_cast<std::size_t>(bandHeight_)),
           pixels_(static_cast<std::size_t>(kBlockColumns * bandHeight_))
     {
@@ -110,10 +177,14 @@ public:
         for (std::int64_t y = 0; y < shapeHeight_; y += kTileRows) {
             Gather(x - rows_.Band().firstColumn, count, y, std::min(y + kTileRows, shapeHeight_));
         }
+        FindSolidTiles();
+        FillEvenRows();
         for (std::int64_t i = 0; i < count; ++i) {
             BlurColumn(columns_.Data() + i * shapeHeight_);
-            for (std::int64_t y = 0; y < bandHeight_; ++y) {
-                pixels_.Data()[y * kBlockColumns + i] = PixelOf(blurred_.Data()[y]);
+            for (std::size_t k = 0; k < numUneven_; ++k) {
+                for (std::int64_t y = uneven_[k].first; y < uneven_[k].end; ++y) {
+                    pixels_.Data()[y * kBlockColumns + i] = PixelOf(blurred_.Data()[y]);
+                }
             }
         }
     }
@@ -128,41 +199,178 @@ private:
     void Gather(std::int64_t firstColumn, std::int64_t count, std::int64_t firstRow,
                 std::int64_t endRow)
     {
-        double const* rows[kTileRows];
+        bool isSolid = true;
+        for (std::int64_t y = firstRow; y < endRow && isSolid; ++y) {
+            isSolid = rows_.IsSolid(y, firstColumn, firstColumn + count);
+        }
+        isSolid_.Data()[firstRow / kTileRows] = isSolid ? 1 : 0;
+        if (isSolid) {
+            return;
+        }
+        double tile[kTileRows][kBlockColumns];
         for (std::int64_t y = firstRow; y < endRow; ++y) {
-            rows[y - firstRow] = rows_.Row(rows_.Shape().firstRow + y) + firstColumn;
+            rows_.CopyRow(y, firstColumn, count, tile[y - firstRow]);
         }
         for (std::int64_t i = 0; i < count; ++i) {
             for (std::int64_t y = firstRow; y < endRow; ++y) {
-                columns_.Data()[i * shapeHeight_ + y] = rows[y - firstRow][i];
+                columns_.Data()[i * shapeHeight_ + y] = tile[y - firstRow][i];
             }
         }
     }
 
+    /// Finds for each tile the first row from it on that lies in a solid one.
+    void FindSolidTiles()
+    {
+        std::int64_t next = shapeHeight_;
+        for (std::int64_t tile = (shapeHeight_ - 1) / kTileRows; tile >= 0; --tile) {
+            next = isSolid_.Data()[tile] != 0 ? tile * kTileRows : next;
+            nextSolid_.Data()[tile] = next;
+        }
+    }
+
+    /// The first row from `y` on that lies in a solid tile; the shape's end when there is none.
+    std::int64_t NextSolid(std::int64_t y) const
+    {
+        return std::max(nextSolid_.Data()[y / kTileRows], y);
+    }
+
+    /// The row behind the solid tiles of which `y` is a row; `y` itself when its tile is not solid.
+    std::int64_t EndOfSolidTiles(std::int64_t y) const
+    {
+        while (y < shapeHeight_ && NextSolid(y) == y) {
+            y = std::min((y / kTileRows + 1) * kTileRows, shapeHeight_);
+        }
+        return y;
+    }
+
+    /// Writes the rows of the block that are of one value, and lists the others.
+    void FillEvenRows()
+    {
+        numUneven_ = 0;
+        std::int64_t row = 0;
+        for (std::int64_t y = 0; y < shapeHeight_;) {
+            std::int64_t const first = NextSolid(y);
+            if (first == shapeHeight_) {
+                break;
+            }
+            y = EndOfSolidTiles(first);
+            Places const even =
+                BlurredRun(kernel_, first + toBand_, y - 1 + toBand_, bandHeight_).Solid();
+            if (even.first < even.end) {
+                uneven_[numUneven_++] = {row, even.first};
+                row = even.end;
+                std::memset(pixels_.Data() + even.first * kBlockColumns, PixelOf(kFull),
+                            static_cast<std::size_t>((even.end - even.first) * kBlockColumns));
+            }
+        }
+        uneven_[numUneven_++] = {row, bandHeight_};
+    }
+
     void BlurColumn(double const* column)
     {
-        std::int64_t const reach = kernel_.Reach();
-        std::int64_t const toBand = rows_.Shape().firstRow - rows_.Band().firstRow;
         std::fill_n(blurred_.Data(), bandHeight_, 0.0);
         for (std::int64_t y = 0; y < shapeHeight_;) {
-            double const value = column[y];
-            std::int64_t const at = y + toBand;
-            if (value >= kFull) {
-                while (y < shapeHeight_ && column[y] >= kFull) {
-                    ++y;
-                }
-                AddBlurredRun(kernel_, at, y - 1 + toBand, blurred_.Data(), bandHeight_);
+            std::int64_t const first = y;
+            y = EndOfRun(column, first);
+            if (y > first) {
+                BlurredRun(kernel_, first + toBand_, y - 1 + toBand_, bandHeight_)
+                    .Add(blurred_.Data());
                 continue;
             }
-            if (!(value <= 0.0)) {
-                std::int64_t const from = std::max<std::int64_t>(at - reach, 0);
-                std::int64_t const to = std::min(at + reach + 1, bandHeight_);
-                for (std::int64_t t = from; t < to; ++t) {
-                    blurred_.Data()[t] += value * kernel_.Weights()[t - at + reach];
-                }
+            y = EndOfValues(column, first);
+            if (y > first) {
+                AddValues(column, first, y);
+            } else {
+                ++y;
             }
+        }
+    }
+
+    /// Adds the values of a column in the rows from `first` up to `end`, each spread by the
+    /// weights. Four rows are taken at a time, so that most places are read and written once for
+    /// the four; in each place values are added in the order of their rows.
+    void AddValues(double const* column, std::int64_t first, std::int64_t end)
+    {
+        std::int64_t const reach = kernel_.Reach();
+        std::int64_t y = first;
+        for (; y + 4 <= end; y += 4) {
+            // Places that all four reach.
+            std::int64_t const from = y + 3 - reach;
+            std::int64_t const to = std::max(y + reach + 1, from);
+            for (std::int64_t k = y; k < y + 4; ++k) {
+                AddValue(column, k, k - reach, std::min(from, k + reach + 1));
+            }
+            AddFourValues(column + y, y, from, to);
+            for (std::int64_t k = y; k < y + 4; ++k) {
+                AddValue(column, k, std::max(to, k - reach), k + reach + 1);
+            }
+        }
+        for (; y < end; ++y) {
+            AddValue(column, y, y - reach, y + reach + 1);
+        }
+    }
+
+    /// Adds the value of row `y` to the places from row `from` up to `to`, which it reaches.
+    void AddValue(double const* column, std::int64_t y, std::int64_t from, std::int64_t to)
+    {
+        double const* const weights = kernel_.Weights();
+        double* const line = blurred_.Data() + toBand_;
+        std::int64_t const toWeight = kernel_.Reach() - y;
+        for (std::int64_t at = ClipRow(from); at < ClipRow(to); ++at) {
+            line[at] += column[y] * weights[at + toWeight];
+        }
+    }
+
+    /// The same for `values` of the rows from `y` on.
+    void AddFourValues(double const* values, std::int64_t y, std::int64_t from, std::int64_t to)
+    {
+        double const value0 = values[0];
+        double const value1 = values[1];
+        double const value2 = values[2];
+        double const value3 = values[3];
+        double const* const weights = kernel_.Weights();
+        double* const line = blurred_.Data() + toBand_;
+        std::int64_t const toWeight = kernel_.Reach() - y;
+        std::int64_t const end = ClipRow(to);
+        for (std::int64_t at = ClipRow(from); at < end; ++at) {
+            double sum = line[at] + value0 * weights[at + toWeight];
+            sum += value1 * weights[at + toWeight - 1];
+            sum += value2 * weights[at + toWeight - 2];
+            line[at] = sum + value3 * weights[at + toWeight - 3];
+        }
+    }
+
+    /// A row of the shape, cut to the band.
+    std::int64_t ClipRow(std::int64_t y) const
+    {
+        return std::min(std::max(y, -toBand_), bandHeight_ - toBand_);
+    }
+
+    /// The row behind the values from row `y` on that are neither full nor to be left out, as those
+    /// are that are not above 0; `y` itself when it has none.
+    std::int64_t EndOfValues(double const* column, std::int64_t y) const
+    {
+        std::int64_t const solid = NextSolid(y);
+        while (y < solid && !(column[y] >= kFull || column[y] <= 0.0)) {
             ++y;
         }
+        return y;
+    }
+
+    /// The row behind the full values from row `y` on; `y` itself when it has none.
+    std::int64_t EndOfRun(double const* column, std::int64_t y) const
+    {
+        while (y < shapeHeight_) {
+            std::int64_t const solid = NextSolid(y);
+            while (y < solid && column[y] >= kFull) {
+                ++y;
+            }
+            if (y < solid) {
+                break;
+            }
+            y = EndOfSolidTiles(y);
+        }
+        return y;
     }
 
     unsigned char PixelOf(double blurred) const
@@ -175,7 +383,12 @@ private:
     double const maxCoverage_;
     std::int64_t const shapeHeight_;
     std::int64_t const bandHeight_;
+    std::int64_t const toBand_;  // from a row of the shape to one of the band
     HvScratchArray<double> columns_;
+    HvScratchArray<unsigned char> isSolid_;   // of each tile
+    HvScratchArray<std::int64_t> nextSolid_;  // of each tile
+    HvScratchArray<Places> uneven_;  // rows of the band that are not of one value in the block
+    std::size_t numUneven_ = 0;
     HvScratchArray<double> blurred_;
     HvScratchArray<unsigned char> pixels_;
 };
@@ -209,9 +422,7 @@ int HvPolygons_SoftFill(HvPolygons const& polygons, HvBlurKernel const& kernel, 
             if (interrupted != nullptr && interrupted() != 0) {
                 return 0;
             }
-            rows.BeginRow(row);
-            scanner.ScanRow(
-                row, [&](std::int64_t first, std::int64_t last) { rows.AddSpan(first, last); });
+            rows.Scan(scanner, row);
         }
     }
     HvScanWindow const& band = rows.Band();

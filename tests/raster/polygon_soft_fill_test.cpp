@@ -133,6 +133,41 @@ TEST(polygon_soft_fill, IsThatOfTheSlowConverter)
                  });
 }
 
+// Large shapes are solid in most of their rows and columns, which are not computed one by one;
+// other shapes come between.
+TEST(polygon_soft_fill, LargeShapesAreThoseOfTheSlowConverter)
+{
+    RandomPolygons random(7);
+    for (int i = 0; i < 40; ++i) {
+        SCOPED_TRACE(testing::Message() << "shape " << i);
+        HvUByteRaster raster(random.Pick(60, 210), random.Pick(30, 90), kBefore);
+        double const width = raster.width;
+        double const height = raster.height;
+        PolygonList list;
+        auto const corner = [&](double x, double y) {
+            return HvPoint2<double>((x + random.PickReal(-0.1, 0.1)) * width,
+                                    (y + random.PickReal(-0.1, 0.1)) * height);
+        };
+        list.Add({corner(0.05, 0.05), corner(0.95, 0.05), corner(0.95, 0.95), corner(0.05, 0.95)});
+        if (random.Pick(0, 1) == 0) {
+            double const y = random.PickReal(0.2, 0.8);
+            list.Add({corner(0.4, y), corner(0.5, y + 0.2), corner(0.6, y)});
+        }
+        HvFillBox box;
+        ASSERT_EQ(HvFillBox_FromExtent(list.Extent(), raster, box), 1);
+        double const radius = random.PickReal(1.0, 12.0);
+        int const rule = random.Pick(0, 1);
+        auto const falloff = [](double x) { return x < 0.6 ? 1.0 : -0.2; };
+        double const maxCoverage = random.Pick(0, 1) == 0 ? 1.0 : 0.6;
+        HvUByteRaster filled(raster);
+        HvUByteRaster expected(raster);
+        SoftFill(list, rule, box, radius, falloff, maxCoverage, filled);
+        SlowSoftFill(list.points, list.tags, rule, Slow(box), radius, falloff, maxCoverage,
+                     expected, {});
+        ASSERT_EQ(Pixels(filled), Pixels(expected));
+    }
+}
+
 // Spans that touch in a pixel count there twice. So by winding the order of edges of equal x shows,
 // under a kernel with negative weights, which do not drown in full coverage.
 double NegativeRim(double x)
