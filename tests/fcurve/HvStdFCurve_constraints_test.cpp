@@ -130,6 +130,18 @@ TEST(HvStdFCurve_constraints, LengthContinuityOfEndKeysAndBesideOtherSegmentsIsJ
     }
 }
 
+TEST(HvStdFCurve_constraints, LengthContinuityOfTheOneInnerKeyIsRefusedAndThatOfBothEndsIsNot)
+{
+    StdCurve curve({KeyWithHandles(0, 0, {-1, 0}, {0.5, 0}),
+                    KeyWithHandles(2, 0, {-1, 0}, {0.5, 0}),
+                    KeyWithHandles(4, 0, {-1, 0}, {0.5, 0})});
+    double inner = 2;
+    ExpectRefused(curve, [&] { return curve.LockTangentLengthContinuity(inner, 1, 0); });
+    for (double end : {0.0, 4.0}) {
+        EXPECT_EQ(curve.LockTangentLengthContinuity(end, 1, 0), 1);
+    }
+}
+
 // Freezing.
 
 TEST(HvStdFCurve_constraints, FrozenTangentsKeepTheShapeAndTheirBitsUnlessAsked)
