@@ -18,6 +18,11 @@
 
 /// The thresholds, behind the interface.
 struct HvVectorizerImpl : HvAllocated {
+    HvVectorizerImpl(double perimeter, double area)
+        : perimeterThreshold(perimeter), areaThreshold(area)
+    {
+    }
+
     double perimeterThreshold;
     double areaThreshold;
 };
@@ -84,7 +89,7 @@ void EndNothing(void*) {}
 }  // namespace
 
 HvVectorizer::HvVectorizer(double perimeterThreshold, double areaThreshold)
-    : impl_(new HvVectorizerImpl{{}, perimeterThreshold, areaThreshold})
+    : impl_(new HvVectorizerImpl(perimeterThreshold, areaThreshold))
 {
 }
 

@@ -48,8 +48,8 @@ public:
     /// @return        the points appended.
     ///
     /// A raster without pixels, or wider than 65,533, gives nothing. When std::bad_alloc comes out,
-    /// the contours appended so far stay, the last one open. Beyond 2^24 rows or columns float does
-    /// not hold every coordinate: they are rounded.
+    /// the contours appended so far stay, the last one open. Beyond 2^24 rows float does not hold
+    /// every ordinate: they are rounded.
     unsigned int Vectorize(HvUByteRaster const& raster, unsigned char value,
                            HvExtent2<float> const& extent, HvPath2f& path) const;
 
@@ -62,9 +62,12 @@ public:
     /// @param path  the curves are appended to it.
     /// @return      the points appended; 0 when there is no contour.
     ///
-    /// The chain is smooth but for the cubics' own loops where the tolerance asks for such. When
-    /// std::bad_alloc comes out, the contours appended so far stay, the last one open.
-    /// Cost: log n fits of n points for a contour of length n as a rule.
+    /// Neighbouring cubics share a direction where they join, taken from the pixel corners within
+    /// four steps; so does the end with the start. When std::bad_alloc comes out, the contours
+    /// appended so far stay, the last one open.
+    /// Cost: a contour of n steps that is split evenly takes log n fits of n points each. Source:
+    /// P. Schneider, "An algorithm for automatically fitting digitized curves", Graphics Gems,
+    /// 1990.
     unsigned int VectorizeAndFit(HvUByteRaster const& raster, unsigned char value,
                                  HvExtent2<float> const& extent, HvGC const& gc,
                                  HvPath2f& path) const;

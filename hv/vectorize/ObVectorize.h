@@ -17,9 +17,10 @@ struct ObContext;
 /// Pixels that share a side are of one region; pixels that only touch at a corner are not. The
 /// contours of a region are closed chains along sides of pixels, (0, 0) being the outer corner of
 /// the first pixel: first the outer one, which starts at its topmost, then leftmost corner and goes
-/// down the left side, then, in any order, the holes, which run the other way round. No side is
-/// drawn twice; a straight stretch may come in several steps. Regions come as they end: by the row
-/// of their last pixels, then from left to right.
+/// down the left side, then, in any order, the holes, which run the other way round from the lower
+/// left corner of their topmost, then leftmost pixel. No side is drawn twice; a straight stretch
+/// may come in several steps. Regions come as they end: by the row of their last pixels, then from
+/// left to right.
 ///
 /// When the outer contour fails a test, first ObTestContourArea, then ObTestContourPerimeter, the
 /// whole region is left out; otherwise each hole that fails one.

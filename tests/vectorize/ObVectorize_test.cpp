@@ -135,6 +135,17 @@ TEST(ObVectorize, StartsAtTheHighestOfArmsThatJoinBelow)
     EXPECT_EQ(regions[0][0][0], TracePoint(4, 0));
 }
 
+TEST(ObVectorize, StartsAHoleAtTheHighestOfGapsThatMeetBelow)
+{
+    std::vector<TraceRegion> const left = Trace({"######", "#.####", "#.##.#", "#....#", "######"});
+    ASSERT_EQ(left[0].size(), 2u);
+    EXPECT_EQ(left[0][1][0], TracePoint(1, 2));
+    std::vector<TraceRegion> const right =
+        Trace({"######", "####.#", "#.##.#", "#....#", "######"});
+    ASSERT_EQ(right[0].size(), 2u);
+    EXPECT_EQ(right[0][1][0], TracePoint(4, 2));
+}
+
 TEST(ObVectorize, KeepsTheHolesOfARegionThatAnotherOneAbsorbs)
 {
     // The ring on the left begins later than the arm on the right, which absorbs it below.

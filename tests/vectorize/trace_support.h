@@ -198,7 +198,8 @@ struct ModelRegion {
     /// The sides of its pixels that do not lie against another of its pixels, with it on the left
     /// as y points down.
     std::set<TraceSide> sides;
-    std::size_t holes = 0;
+    /// Where the holes must start: at the lower left corner of their topmost, then leftmost pixel.
+    std::set<TracePoint> holeStarts;
     TracePoint topLeft;
     /// The order in which regions come: row of the last pixels, then column of the last of these.
     TracePoint completion;
@@ -263,18 +264,18 @@ inline ModelRegion ModelOfRegion(std::set<TracePoint> pixels, int width, int hei
                q.second <= high.second && region.pixels.count(q) == 0;
     };
     std::set<TracePoint> seen;
-    std::size_t parts = 0;
     for (int y = low.second; y <= high.second; ++y) {
         for (int x = low.first; x <= high.first; ++x) {
             TracePoint const p(x, y);
             if (isFree(p) && seen.count(p) == 0) {
-                ++parts;
+                if (!seen.empty()) {  // the first part is the outside
+                    region.holeStarts.insert({x, y + 1});
+                }
                 std::set<TracePoint> const part = Flood(p, true, isFree);
                 seen.insert(part.begin(), part.end());
             }
         }
     }
-    region.holes = parts - 1;
     return region;
 }
 
@@ -306,17 +307,22 @@ inline std::vector<ModelRegion> ModelOf(HvUByteRaster const& raster)
 /// Holds one region as it was told against the model.
 inline void ExpectRegion(TraceRegion const& told, ModelRegion const& model)
 {
-    ASSERT_EQ(told.size(), 1 + model.holes);
+    ASSERT_EQ(told.size(), 1 + model.holeStarts.size());
     EXPECT_EQ(told[0][0], model.topLeft);
+    std::set<TracePoint> holeStarts;
     std::set<TraceSide> sides;
     std::size_t steps = 0;
     for (std::size_t i = 0; i < told.size(); ++i) {
         EXPECT_EQ(told[i].front(), told[i].back()) << "contour " << i << " is open";
         EXPECT_EQ(TwiceArea(told[i]) > 0, i == 0) << "contour " << i << " runs the wrong way";
+        if (i > 0) {
+            holeStarts.insert(told[i][0]);
+        }
         std::vector<TraceSide> const run = SidesOf(told[i]);
         sides.insert(run.begin(), run.end());
         steps += run.size();
     }
+    EXPECT_EQ(holeStarts, model.holeStarts);
     EXPECT_EQ(steps, sides.size()) << "a side is drawn twice";
     EXPECT_EQ(sides, model.sides);
 }
