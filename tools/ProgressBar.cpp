@@ -55,8 +55,9 @@ std::string ProgressBar::Rate() const
         return "";
     }
     double const rate = static_cast<double>(done_) / seconds;
+    // The line may become shorter: what was behind it is erased.
     char text[96];
-    std::snprintf(text, sizeof text, ", %.1f %s, %.0f s left", rate, unit_.c_str(),
+    std::snprintf(text, sizeof text, ", %.1f %s, %.0f s left\x1b[K", rate, unit_.c_str(),
                   static_cast<double>(total_ - done_) / rate);
     return text;
 }
@@ -68,6 +69,6 @@ void ProgressBar::Draw()
     std::size_t const filled = static_cast<std::size_t>(share * double(kCells));
     stream_ << "\r" << label_ << " [" << std::string(filled, '#')
             << std::string(kCells - filled, '.') << "] " << static_cast<int>(share * 100.0) << " %"
-            << Rate() << "\x1b[K" << std::flush;
+            << Rate() << std::flush;
     drawn_ = true;
 }

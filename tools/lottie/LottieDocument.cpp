@@ -13,15 +13,11 @@
 
 namespace {
 
-/// Deeper nesting than any editor makes; it bounds the walk's own stack.
-constexpr int kDeepest = 256;
-
 /// Where the walk stands.
 struct Place {
     std::string path;   ///< layers[0].ks.p
     std::string names;  ///< the names given in the file, of what is around: Ball / Group 1
     std::string key;    ///< the last key of the path that is no index
-    int depth;
 };
 
 class Walk {
@@ -30,14 +26,9 @@ public:
 
     void Visit(Json const& value, Place const& place)
     {
-        if (place.depth > kDeepest) {
-            throw ToolError(place.path.substr(0, 60) + "... is nested deeper than " +
-                            std::to_string(kDeepest) + " levels");
-        }
         if (value.is_array()) {
             for (std::size_t i = 0; i < value.size(); ++i) {
-                Visit(value[i],
-                      {Json_ElementPath(place.path, i), place.names, place.key, place.depth + 1});
+                Visit(value[i], {Json_ElementPath(place.path, i), place.names, place.key});
             }
         } else if (value.is_object()) {
             VisitObject(value, place);
@@ -54,8 +45,7 @@ private:
             if (!value.is_structured()) {
                 continue;
             }
-            Place const inner = {Json_MemberPath(place.path, member.key()), names, member.key(),
-                                 place.depth + 1};
+            Place const inner = {Json_MemberPath(place.path, member.key()), names, member.key()};
             NoteExpression(value, inner.path);
             if (Keyframes_Has(value)) {
                 Keyframes_Read(value, inner.path,
@@ -106,9 +96,9 @@ LottieDocument LottieDocument_Parse(std::string const& text)
     document.firstFrame = OptionalNumber(root, "ip");
     document.lastFrame = OptionalNumber(root, "op");
     Walk walk(document);
-    walk.Visit(*layers, {"layers", "", "layers", 0});
+    walk.Visit(*layers, {"layers", "", "layers"});
     if (Json const* assets = Json_Find(root, "assets")) {
-        walk.Visit(*assets, {"assets", "", "assets", 0});
+        walk.Visit(*assets, {"assets", "", "assets"});
     }
     return document;
 }

@@ -15,7 +15,7 @@ namespace {
 constexpr double kLargestNumber = 1e100;
 
 /// Deeper nesting than any editor makes; walks over a document call themselves for each level.
-constexpr int kDeepest = 512;
+constexpr int kDeepest = 256;
 
 /// Members stand in the order of the file and are searched one after the other: without a limit an
 /// object of millions would take hours.

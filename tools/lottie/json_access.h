@@ -15,7 +15,7 @@
 /// A JSON value whose members stay in the order of the file.
 using Json = nlohmann::ordered_json;
 
-/// The value of a text. Throws ToolError where it is no JSON, nested beyond 512 levels, or has an
+/// The value of a text. Throws ToolError where it is no JSON, nested beyond 256 levels, or has an
 /// object of more than 65536 members: far beyond what an editor writes.
 Json Json_Parse(std::string const& text);
 

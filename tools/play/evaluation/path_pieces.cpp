@@ -98,7 +98,7 @@ TrimRange TrimRange_Of(double start, double end, double offset)
     double const b = std::clamp(Finite(end), 0.0, 1.0);
     double const moved = std::min(a, b) + Finite(offset);
     double const first = moved - std::floor(moved);
-    return {first, first + std::fabs(b - a)};
+    return {first, std::fabs(b - a)};
 }
 
 HvPath2f PathPieces_Trim(HvPath2f const& path, TrimRange const& range)
@@ -109,7 +109,7 @@ HvPath2f PathPieces_Trim(HvPath2f const& path, TrimRange const& range)
     HvPath2f trimmed(path.NumPoints());
     for (PathLength const& subpath : SubpathsOf(path)) {
         double const length = subpath.Length();
-        AppendWrapped(subpath, range.start * length, range.end * length, trimmed);
+        AppendWrapped(subpath, range.start * length, range.End() * length, trimmed);
     }
     return trimmed;
 }
@@ -128,7 +128,7 @@ void PathPieces_TrimAsOne(std::vector<HvPath2f*> const& paths, TrimRange const& 
         }
     }
     double const start = range.start * total;
-    double const end = range.end * total;
+    double const end = range.End() * total;
     double begin = 0.0;
     for (std::size_t i = 0; i < paths.size(); ++i) {
         HvPath2f trimmed(paths[i]->NumPoints());

@@ -10,12 +10,13 @@
 
 #include <vector>
 
-/// A part of a run: two shares of its length. Where `end` is above 1 it goes on from the start.
+/// A part of a run, in shares of its length. Where it ends beyond 1 it goes on from the start.
 struct TrimRange {
-    double start;  ///< 0 up to but not including 1
-    double end;    ///< `start` to `start` + 1
+    double start;   ///< 0 up to but not including 1
+    double length;  ///< 0 to 1
 
-    bool IsWhole() const { return end - start >= 1.0; }
+    double End() const { return start + length; }
+    bool IsWhole() const { return length >= 1.0; }
 };
 
 /// The range of a start and an end, in either order, both shares of the length, moved on by

@@ -18,7 +18,7 @@ using Point = HvPoint2<double>;
 
 constexpr double kTurn = 6.283185307179586;
 /// More points of a star could not be told apart.
-constexpr double kMostStarPoints = 10000.0;
+constexpr double kMostStarPoints = 1000.0;
 /// How far the handles of a quarter of a circle reach, as a share of its radius.
 constexpr double kQuarterCircle = 0.5522847498;
 

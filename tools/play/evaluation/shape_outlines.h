@@ -16,7 +16,7 @@ HvPath2f ShapeOutline_Of(SceneOutline const& shape, double frame);
 HvPath2f ShapeOutline_Of(SceneRect const& shape, double frame);
 /// From the top.
 HvPath2f ShapeOutline_Of(SceneEllipse const& shape, double frame);
-/// From the outer point at the top. Of more than 10000 points only so many are drawn.
+/// From the outer point at the top. Of more than 1000 points only so many are drawn.
 HvPath2f ShapeOutline_Of(SceneStar const& shape, double frame);
 
 #endif

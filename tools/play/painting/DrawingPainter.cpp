@@ -20,6 +20,8 @@ namespace {
 /// As fine as fills and strokes go, and strokes are joined wherever their sides part by more, in
 /// pixels.
 constexpr double kFlatness = 0.01;
+/// Wider than any picture, in pixels.
+constexpr double kWidestStroke = 1 << 18;
 /// How far beyond its outline a fill may cover pixels: its right end counts.
 constexpr int kBoxMargin = 1;
 /// Two columns of a transform that differ by less than this share draw a round pen round.
@@ -137,21 +139,21 @@ HvPath2f DrawingPainter::StrokeOutline(Drawing const& drawing, DrawnPaint const&
     HvTransfo4 penToPixels(paintToPixels);
     penToPixels.ScaleXY(1.0 / pen.scale, 1.0 / pen.scale, HvPoint2<double>());
 
-    strokeGc_.strokeWidth = stroke.width * pen.scale;
+    strokeGc_.strokeWidth = std::min(stroke.width * pen.scale, kWidestStroke);
     strokeGc_.capStyle = stroke.capStyle;
     strokeGc_.joinStyle = stroke.joinStyle;
     strokeGc_.miterLimit = stroke.miterLimit;
     for (std::size_t const i : paint.outlines) {
         DrawnOutline const& outline = drawing.outlines[i];
-        strokeGc_.transform = pen.isRound ? toPixels : layerToPen;
-        strokeGc_.transform.PostMultiply(outline.toLayer);
-        HvPath2f const ring =
-            stroke.dashes.empty()
-                ? StrokeOutline_Of(outline.path, strokeGc_)
-                : StrokeOutline_Of(PathPieces_Dash(outline.path, stroke.dashes, stroke.dashOffset),
-                                   strokeGc_);
-        MappedPath_Append(ring, pen.isRound ? HvTransfo4() : penToPixels, OpenSubpaths::Kept,
-                          pixels);
+        HvTransfo4 toPen(pen.isRound ? toPixels : layerToPen);
+        toPen.PostMultiply(outline.toLayer);
+        HvPath2f path(outline.path.NumPoints());
+        MappedPath_Append(stroke.dashes.empty()
+                              ? outline.path
+                              : PathPieces_Dash(outline.path, stroke.dashes, stroke.dashOffset),
+                          toPen, OpenSubpaths::Kept, path);
+        MappedPath_Append(StrokeOutline_Of(path, strokeGc_),
+                          pen.isRound ? HvTransfo4() : penToPixels, OpenSubpaths::Kept, pixels);
     }
     return pixels;
 }

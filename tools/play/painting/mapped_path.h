@@ -15,7 +15,8 @@ enum class OpenSubpaths {
 };
 
 /// Appends the subpaths of a path of lines and cubics, mapped by `map`; where they are to be
-/// closed, open ones get a line to their start, as fills see them. Lone points are passed over.
+/// closed, open ones get a line to their start, as fills see them. Lone points are passed over;
+/// coordinates beyond 2^18, and those that are no numbers, are brought back to it.
 void MappedPath_Append(HvPath2f const& path, HvTransfo4 const& map, OpenSubpaths open,
                        HvPath2f& out);
 
