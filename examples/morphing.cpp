@@ -6,7 +6,7 @@
 //     hv_example_morphing [FILE]     writes the picture, morphing.svg by default
 //
 // The first row blends places, the second directions and steps, which bends where the first one
-// shrinks. In the third the ends of the outline travel on roads, drawn thin.
+// would shrink. In the third the ends of the outline travel on roads, drawn thin.
 
 #include <hv/hv.h>
 
@@ -75,8 +75,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "morphing: cannot write %s\n", name);
         return 1;
     }
-    std::fprintf(file, "<svg xmlns='http://www.w3.org/2000/svg' width='910' height='560' "
-                       "fill='none'>\n<rect width='910' height='560' fill='white'/>\n");
+    std::fprintf(file, "<svg xmlns='http://www.w3.org/2000/svg' width='910' height='580' "
+                       "fill='none'>\n<rect width='910' height='580' fill='white'/>\n");
     HvGC gc;
     gc.minPointGap = 1.0;
 
@@ -86,12 +86,14 @@ int main(int argc, char** argv)
     Outline const circle(HvPath2f(HvOval2f({0, 0}, 100, 100)));
     DrawRow(file, 75, kCell, HvMorpher(&star, &circle, gc), &HvMorpher::LinearMorph);
 
+    // Directions are blended as angles from 0 to a full circle: these do not pass its end.
+    Outline const line = Drawn(1, [](double u) { return HvPoint2<double>(55 - 110 * u, 0); });
+    Outline const ring = Drawn(90, [](double u) { return Polar(45, (350 * u - 85) / 360); });
+    DrawRow(file, 200, kCell, HvMorpher(&line, &ring, gc), &HvMorpher::TurtleMorph);
+
     Outline const wave = Drawn(80, [](double u) {
         return HvPoint2<double>(110 * u - 55, 25 * std::sin(12.566370614359172 * u));
     });
-    Outline const spiral = Drawn(90, [](double u) { return Polar(55 * (1 - 0.8 * u), 1.5 * u); });
-    DrawRow(file, 215, kCell, HvMorpher(&wave, &spiral, gc), &HvMorpher::TurtleMorph);
-
     // From a wave on the left to a bow on the right, over a low and a high road.
     Outline bow = Drawn(40, [](double u) { return Polar(60, 0.5 * u - 0.25); });
     bow.Translate({720, 0});
