@@ -203,6 +203,24 @@ class Checks(unittest.TestCase):
       with self.subTest(expected):
         self.spoiled("links", expected, {"docs/page.md": "# A heading\n\n" + text})
 
+  def test_allocations(self):
+    table = "tests/allocations.txt"
+    files = {
+      "hv/low/Low.h": header("HV_LOW_LOW_H") + "class HV_API Low : public Base {\n};\nstruct Later;\n",
+      "tests/low/Low_test.cpp": source() + "TEST(Low, Runs)\n{\n}\n"
+                                "TEST(Low, Stays)\n{\n  RefuseEachAllocation();\n}\n",
+      table: "# A table.\n\nLow: all: Low.Stays\n"}
+    self.assertEqual(findings("allocations", {**good_tree(), **files}), [])
+    for expected, change in (
+        ("Low.h: Low is missing", {table: "\n"}),
+        ("Low.h: Low is missing", {table: None}),
+        ("txt:1: Low.Runs refuses no allocation", {table: "Low: all: Low.Stays, Low.Runs\n"}),
+        ("txt:1: Low.Goes refuses no allocation", {table: "Low: all: Low.Goes\n"}),
+        ("txt:2: there is no public class Later", {table: "Low: all: Low.Stays\nLater: -: none\n"}),
+        ("txt:1: no row", {table: "Low\n"})):
+      with self.subTest(expected):
+        self.spoiled("allocations", expected, {**files, **change})
+
   def test_format(self):
     try:
       self.spoiled("format", "Low.cpp:[56]: not formatted", {"hv/low/Low.cpp": source() + "\nint  x ;\n"})

@@ -4,7 +4,7 @@
 """All checks by name. A check takes a Tree and yields Findings."""
 
 from .finding import Unavailable
-from . import docs, files, formatting, layers, listed, umbrella
+from . import allocations, docs, files, formatting, layers, listed, umbrella
 
 ALL = {
   "layers": layers.check,
@@ -15,5 +15,6 @@ ALL = {
   "umbrella": umbrella.check,
   "map": docs.check_map,
   "links": docs.check_links,
+  "allocations": allocations.check,
   "format": formatting.check,
 }
