@@ -94,8 +94,9 @@ bool HvFitDirections::FindCorners(HvULongArray& corners) const
         order.Add(k);
     }
     std::sort(order.begin(), order.end(), [&](unsigned int a, unsigned int b) {
-        double const difference = candidates[a].sharpness - candidates[b].sharpness;
-        return difference > 0.0 || (difference == 0.0 && a < b);
+        double const sharpnessA = candidates[a].sharpness;
+        double const sharpnessB = candidates[b].sharpness;
+        return sharpnessA != sharpnessB ? sharpnessA > sharpnessB : a < b;
     });
     for (unsigned int const k : order) {
         Candidate& candidate = candidates[k];
@@ -118,7 +119,8 @@ bool HvFitDirections::FindCorners(HvULongArray& corners) const
 }
 
 /// Drops the candidates on one side of a corner that are the same, and lets others within its reach
-/// look no farther than the corner, where the polyline will be cut.
+/// look no farther than the corner, where the polyline will be cut. Corners that are taken are
+/// apart by half the reach, so a candidate is looked at for a few dozens of them at most.
 void HvFitDirections::TakeAround(Candidates& candidates, std::int64_t k, std::int64_t direction,
                                  std::int64_t corner) const
 {
@@ -198,7 +200,7 @@ std::int64_t HvFitDirections::StepsInReach(std::int64_t at, std::int64_t directi
     auto const isOut = [&](std::int64_t steps) {
         return HvPoint2_SquaredLengthAB(here, Point(at + direction * steps)) >= squaredReach_;
     };
-    // One by one without a look across the seam, as far as it is not near.
+    // Away from the seam the points lie in a row.
     std::int64_t const alone = std::min(most, kMostPoints);
     std::int64_t const farthest = at + direction * alone;
     std::int64_t out = 1;
