@@ -268,6 +268,24 @@ TEST(HvBezierTool_fit_outline, NoisyPolygonsGetOneCubicForEachSide)
     EXPECT_LE(cubics, sides + sides / 10);
 }
 
+TEST(HvBezierTool_fit_outline, NoisyStrokesHaveNoCornersAtTheirEnds)
+{
+    // Beside an end there are few points to tell a direction from.
+    RandomCurves random(25);
+    std::size_t cubics = 0;
+    for (int round = 0; round < 30; ++round) {
+        HvPoint2fArray points;
+        for (int i = 0; i <= 200; ++i) {
+            double const dx = random.Uniform(-0.4, 0.4);
+            points.Add(ToFloat({0.3 * i + dx, 0.002 * i * i + random.Uniform(-0.4, 0.4)}));
+        }
+        FittedChain const chain = OpenFitOf(points, 1.0);
+        CheckFit(chain, points, 1.0, false);
+        cubics += chain.Segments();
+    }
+    EXPECT_LE(cubics, 31u);
+}
+
 TEST(HvBezierTool_fit_outline, NearCornersOfANotchAreBothKept)
 {
     // Three tolerances between the corners, and steps much shorter than that.

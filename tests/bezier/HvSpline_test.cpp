@@ -117,7 +117,7 @@ protected:
 };
 
 using Kinds = testing::Types<Plane, Space>;
-TYPED_TEST_SUITE(HvSpline_points, Kinds);
+TYPED_TEST_SUITE(HvSpline_points, Kinds, );
 
 TYPED_TEST(HvSpline_points, StartsWithoutKnots)
 {

@@ -26,7 +26,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <limits>
 
 namespace {
@@ -162,10 +161,10 @@ void HvCubicFitter::ChooseSamples(unsigned int first, unsigned int last, unsigne
     }
     double const from = parameters_[first];
     double const span = parameters_[last] - from;
+    double const part = double(inner) / double(count);
     for (unsigned int i = 0; i < count; ++i) {
         // The middles of `count` equal parts.
-        auto const offset = (2 * std::uint64_t{i} + 1) * inner / (2 * std::uint64_t{count});
-        unsigned int const at = first + 1 + static_cast<unsigned int>(offset);
+        unsigned int const at = first + 1 + static_cast<unsigned int>((i + 0.5) * part);
         double u = (parameters_[at] - from) / span;
         if (!(u >= 0.0 && u <= 1.0)) {
             u = double(at - first) / double(last - first);

@@ -139,13 +139,11 @@ double HvCubicFitter::MoveToFoot(Point const& p, double tolerance, double& u) co
 bool HvCubicFitter::Follows(unsigned int first, unsigned int last, double tolerance)
 {
     double const squaredTolerance = tolerance * tolerance;
-    double const from = parameters_[first];
-    double const span = parameters_[last] - from;
     // Between samples the places are those of the samples around, in proportion.
     unsigned int sample = 0;
     double lowParameter = 0.0;
     double lowPlace = 0.0;
-    double highParameter = 0.0;
+    double highParameter = parameters_[first];
     double highPlace = 0.0;
     double share = 0.0;
     Point before(points_[first]);
@@ -153,13 +151,13 @@ bool HvCubicFitter::Follows(unsigned int first, unsigned int last, double tolera
     unsigned int next = first;
     for (unsigned int i = first + 1; i <= last; ++i) {
         Point const p(points_[i]);
-        double const parameter = (parameters_[i] - from) / span;
+        double const parameter = parameters_[i];
         if (i > next) {
             lowParameter = highParameter;
             lowPlace = highPlace;
             bool const hasSample = sample < samples_.count;
             next = hasSample ? static_cast<unsigned int>(samples_.at[sample]) : last;
-            highParameter = (parameters_[next] - from) / span;
+            highParameter = parameters_[next];
             highPlace = hasSample ? samples_.places[sample] : 1.0;
             ++sample;
             share = highParameter > lowParameter

@@ -38,6 +38,13 @@ bool IsTurn(Vector const& a, Vector const& b, double cosSquared)
     return dot < 0.0 || dot * dot < cosSquared * HvPoint2_AdotB(a, a) * HvPoint2_AdotB(b, b);
 }
 
+/// The k-th of `count` indices spread evenly up to `steps`. Most often they are all, and a division
+/// costs more than what is done with the point.
+std::int64_t SpreadIndex(std::int64_t k, std::int64_t steps, std::int64_t count)
+{
+    return steps == count ? k : k * steps / count;
+}
+
 }  // namespace
 
 HvFitDirections::HvFitDirections(HvPoint2fArray const& points, HvDoubleArray const& lengths,
@@ -87,8 +94,9 @@ bool HvFitDirections::FindCorners(HvULongArray& corners) const
         order.Add(k);
     }
     std::sort(order.begin(), order.end(), [&](unsigned int a, unsigned int b) {
-        double const difference = candidates[a].sharpness - candidates[b].sharpness;
-        return difference > 0.0 || (difference == 0.0 && a < b);
+        double const sharpnessA = candidates[a].sharpness;
+        double const sharpnessB = candidates[b].sharpness;
+        return sharpnessA != sharpnessB ? sharpnessA > sharpnessB : a < b;
     });
     for (unsigned int const k : order) {
         Candidate& candidate = candidates[k];
@@ -111,7 +119,8 @@ bool HvFitDirections::FindCorners(HvULongArray& corners) const
 }
 
 /// Drops the candidates on one side of a corner that are the same, and lets others within its reach
-/// look no farther than the corner, where the polyline will be cut.
+/// look no farther than the corner, where the polyline will be cut. Corners that are taken are
+/// apart by half the reach, so a candidate is looked at for a few dozens of them at most.
 void HvFitDirections::TakeAround(Candidates& candidates, std::int64_t k, std::int64_t direction,
                                  std::int64_t corner) const
 {
@@ -191,8 +200,19 @@ std::int64_t HvFitDirections::StepsInReach(std::int64_t at, std::int64_t directi
     auto const isOut = [&](std::int64_t steps) {
         return HvPoint2_SquaredLengthAB(here, Point(at + direction * steps)) >= squaredReach_;
     };
+    // Away from the seam the points lie in a row.
+    std::int64_t const alone = std::min(most, kMostPoints);
+    std::int64_t const farthest = at + direction * alone;
     std::int64_t out = 1;
-    while (out < most && out < kMostPoints && !isOut(out)) {
+    if (at >= 0 && farthest >= 0 && at <= steps_ && farthest <= steps_) {
+        HvPoint2<float> const* point = points_.Data() + at + direction;
+        for (; out < alone; ++out, point += direction) {
+            if (HvPoint2_SquaredLengthAB(here, Vector(*point)) >= squaredReach_) {
+                return out;
+            }
+        }
+    }
+    while (out < alone && !isOut(out)) {
         ++out;
     }
     std::int64_t in = out - 1;
@@ -221,7 +241,7 @@ Vector HvFitDirections::Direction(std::int64_t at, std::int64_t direction, std::
     double xy = 0.0;
     double yy = 0.0;
     for (std::int64_t k = 0; k <= count; ++k) {
-        Vector const d = Point(at + direction * (k * steps / count)) - here;
+        Vector const d = Point(at + direction * SpreadIndex(k, steps, count)) - here;
         mean = mean + d;
         xx += d.x * d.x;
         xy += d.x * d.y;
@@ -270,7 +290,7 @@ HvFitDirections::Moments HvFitDirections::MomentsAround(std::int64_t at, std::in
         std::int64_t const steps = StepsInReach(at, direction, most);
         std::int64_t const count = std::min(steps, kMostPoints);
         for (std::int64_t k = 1; k <= count; ++k) {
-            std::int64_t const i = at + direction * (k * steps / count);
+            std::int64_t const i = at + direction * SpreadIndex(k, steps, count);
             double const s = Length(i) - length;
             Vector const d = Point(i) - here;
             double const ss = s * s;

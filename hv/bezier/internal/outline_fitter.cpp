@@ -21,7 +21,7 @@ namespace {
 constexpr HvFitEffort kTrial = {4, 48, 5.0, 0.95};
 /// For a run as a whole, which is one cubic when it was drawn as one: the parameters then need more
 /// rounds.
-constexpr HvFitEffort kWholeRun = {64, 256, 1e6, 0.98};
+constexpr HvFitEffort kWholeRun = {64, 128, 1e6, 0.98};
 /// A free end needs two more points than its handle has unknowns; with fewer, it would follow
 /// their noise.
 constexpr unsigned int kLeastInnerPointsOfFreeEnd = 3;
