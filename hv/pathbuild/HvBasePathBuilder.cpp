@@ -6,6 +6,7 @@
 #include <hv/pathbuild/HvBasePathBuilder.h>
 
 #include <hv/bezier/HvBezierTool.h>
+#include <hv/pathbuild/internal/builder_limits.h>
 #include <hv/pathbuild/stroke_sampling.h>
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvPath2f.h>
@@ -14,12 +15,6 @@
 #include <cmath>
 
 namespace {
-
-/// First capacity of the arrays of a builder: a stroke's usual size between two frames, in points.
-constexpr unsigned int kFirstCapacity = 128;
-
-/// Highest degree of a segment of a path.
-constexpr unsigned int kMaxDegree = 8;
 
 bool AreFinite(HvPoint2<float> const* points, unsigned int count)
 {
@@ -31,8 +26,9 @@ bool AreFinite(HvPoint2<float> const* points, unsigned int count)
 }  // namespace
 
 HvBasePathBuilder::HvBasePathBuilder(HvGC const& context, HvPath2f* target)
-    : gc(&context), path(target), input(kFirstCapacity), processedIndex(0), subpathStart(0),
-      firstSamples(1), needMoveto(1), sampleRemainder(0.0), samples(kFirstCapacity)
+    : gc(&context), path(target), input(kHvBuilderFirstCapacity), processedIndex(0),
+      subpathStart(0), firstSamples(1), needMoveto(1), sampleRemainder(0.0),
+      samples(kHvBuilderFirstCapacity)
 {
 }
 
@@ -126,7 +122,7 @@ void HvBasePathBuilder::FlattenAdded(unsigned int n, HvBezierTool& tool,
         unsigned int start = 0;
         unsigned int end = 0;
         path->GetSegmentIndices(i, start, end);
-        HvPoint2<float> points[kMaxDegree + 1];
+        HvPoint2<float> points[kHvBuilderMaxDegree + 1];
         path->GetPoints(start, end, points);
         if (AreFinite(points, end - start + 1)) {
             tool.Flatten(points, 0, end - start, gc->flatness, &polyline, 1);

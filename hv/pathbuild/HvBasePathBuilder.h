@@ -30,8 +30,9 @@ struct HvGC;
 /// other on that axis, so AddInputPoint drops it where both are none. A piece of the stroke whose
 /// length is not finite has no samples.
 ///
-/// **Failure.** When std::bad_alloc comes out of a call, the path is as it was and the builder may
-/// go on: what it has taken in is committed by the next call, smoothed once more than otherwise.
+/// **Failure.** When std::bad_alloc comes out of a call, the path is as it was, but for the start
+/// of the stroke that may be there already, and the builder may go on: what it has taken in is
+/// committed by the next call, smoothed once more than otherwise.
 ///
 /// Threads: one at a time. A builder does not lock; the path locks itself for each of its calls.
 class HV_API HvBasePathBuilder : public HvAllocated {

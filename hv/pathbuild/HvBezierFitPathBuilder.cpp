@@ -8,15 +8,13 @@
 #include <hv/foundation/array_capacity.h>
 #include <hv/foundation/polyline_length.h>
 #include <hv/foundation/saturate.h>
+#include <hv/pathbuild/internal/builder_limits.h>
 #include <hv/pathbuild/stroke_fitting.h>
 #include <hv/shape/HvPath2f.h>
 
 #include <cmath>
 
 namespace {
-
-/// First capacity of the arrays of a builder: a stroke's usual size between two frames, in points.
-constexpr unsigned int kFirstCapacity = 128;
 
 /// Most points into which one step is subdivided. No pen asks for as many; a spacing of next to
 /// nothing would, and fill the memory.
@@ -31,8 +29,8 @@ HvBezierFitPathBuilder::HvBezierFitPathBuilder(HvGC const& context, HvPath2f* ta
                                                double longestFitted, double spacing,
                                                double tolerance, unsigned int fewestPoints)
     : HvBasePathBuilder(context, target), longStep(longestFitted), subdivideSpacing(spacing),
-      minFitPoints(fewestPoints), fitTolerance(tolerance), chordLengths(kFirstCapacity),
-      corners(kFirstCapacity), polyline(kFirstCapacity)
+      minFitPoints(fewestPoints), fitTolerance(tolerance), chordLengths(kHvBuilderFirstCapacity),
+      corners(kHvBuilderFirstCapacity), polyline(kHvBuilderFirstCapacity)
 {
 }
 

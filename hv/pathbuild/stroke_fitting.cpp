@@ -6,6 +6,7 @@
 #include <hv/pathbuild/stroke_fitting.h>
 
 #include <hv/bezier/HvBezierTool.h>
+#include <hv/pathbuild/internal/builder_limits.h>
 #include <hv/pathbuild/stroke_tangents.h>
 #include <hv/shape/HvPath2f.h>
 
@@ -22,8 +23,6 @@ constexpr double kHandleShare = 0.3333333333333333;
 /// The side-step of a handle, in tolerances, beyond which it is shortened, and to which.
 constexpr double kMostSideStep = 8.0;
 constexpr double kKeptSideStep = 2.6666666666666665;
-/// Highest degree of a segment of a path.
-constexpr unsigned int kMaxDegree = 8;
 
 /// A run, as the functions of the header take it.
 struct Run {
@@ -104,13 +103,13 @@ void Find(Run const& run, unsigned int maxDegree)
 {
     HvPoint2fArray const& points = run.points;
     unsigned int const n = run.Steps() + 1;
-    if (n > kMaxDegree) {
+    if (n > kHvBuilderMaxDegree) {
         Find(run.FirstHalf(), maxDegree);
         Find(run.SecondHalf(), maxDegree);
         return;
     }
     float const h = static_cast<float>(HvPoint2_LengthAB(points[run.first], points[run.last]) / n);
-    Point controls[kMaxDegree + 1];
+    Point controls[kHvBuilderMaxDegree + 1];
     controls[0] = points[run.first];
     controls[1] = points[run.first] + Point(run.StartTangent()) * h;
     std::copy(points.Data() + run.first + 1, points.Data() + run.last, controls + 2);
@@ -120,7 +119,7 @@ void Find(Run const& run, unsigned int maxDegree)
         Point const tangent(run.lastIsCorner
                                 ? Direction(EstimateTangentDirection(points, from, 0, 1, 0))
                                 : run.PathStart());
-        degree = std::min(maxDegree, kMaxDegree) < n + 1 ? n : n + 1;
+        degree = std::min(maxDegree, kHvBuilderMaxDegree) < n + 1 ? n : n + 1;
         controls[degree - 1] = points[run.last] - tangent * h;
     }
     controls[degree] = points[run.last];

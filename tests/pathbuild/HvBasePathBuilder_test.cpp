@@ -397,6 +397,37 @@ TYPED_TEST(AllBuilders, ScaledStrokesGiveScaledPaths)
     });
 }
 
+TEST(HvBezierFitPathBuilder_joins, CurvesJoinInOneDirectionExceptAtCorners)
+{
+    rc::check([] {
+        Pen<OpenFit> pen;
+        std::vector<StrokePoint> const stroke = RandomStroke(PickInRange(3u, 80u));
+        Draw(pen.builder, stroke, PickInRange(1u, 30u), 0);
+        OpenFit const& builder = pen.builder;
+        std::vector<StrokePoint> corners;
+        for (unsigned int i = 0; i < builder.corners.Size(); ++i) {
+            if (builder.corners[i]) {
+                corners.push_back(builder.input[i]);
+            }
+        }
+        HvPath2f const& path = pen.path;
+        for (unsigned int i = path.EndOfSegment(1); i + 1 < path.NumPoints();
+             i = path.EndOfSegment(i + 1)) {
+            StrokePoint const node = path.GetPoint(i);
+            if (std::find(corners.begin(), corners.end(), node) != corners.end()) {
+                continue;
+            }
+            HvPoint2<double> const in(node - path.GetPoint(i - 1));
+            HvPoint2<double> const out(path.GetPoint(i + 1) - node);
+            double const longer = std::max(HvPoint2_Length(in), HvPoint2_Length(out));
+            // How far the shorter handle lies off the line of the longer one: the rounding of a few
+            // hundred units, carried along the longer one in proportion.
+            RC_ASSERT(std::fabs(HvPoint2_AdetB(in, out)) <= 1e-3 * longer);
+            RC_ASSERT(HvPoint2_AdotB(in, out) >= -1e-3 * longer);
+        }
+    });
+}
+
 // Cost.
 
 TYPED_TEST(AllBuilders, CallsAllocateOnlyToGrow)

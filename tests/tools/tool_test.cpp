@@ -450,6 +450,18 @@ TEST_F(tool, FitsAStroke)
     }
 }
 
+TEST_F(tool, FitsWithinExtremeTolerances)
+{
+    std::string const svg = PathOf("hook.svg");
+    for (char const* tolerance : {"1e-300", "1e300", "1e-9"}) {
+        for (char const* live : {"0", "1", "5"}) {
+            ToolRun const extreme(
+                {"fit", kStroke, "--out", svg.c_str(), "--tolerance", tolerance, "--live", live});
+            EXPECT_EQ(extreme.code, 0) << tolerance << " " << live << " " << extreme.err;
+        }
+    }
+}
+
 TEST_F(tool, RefusesStrokesAndNumbersThatAreNot)
 {
     std::string const svg = PathOf("hook.svg");

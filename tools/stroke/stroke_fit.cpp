@@ -66,8 +66,9 @@ void FitLive(HvPoint2fArray const& places, StrokeFitOptions const& options, HvPa
 {
     HvGC gc;
     gc.minPointGap = options.tolerance * kLiveGap;
-    gc.flatness = options.tolerance;
-    gc.sampleSpacing = options.tolerance;
+    // Nobody looks at the samples, so there need be none.
+    gc.flatness = std::numeric_limits<double>::infinity();
+    gc.sampleSpacing = std::numeric_limits<double>::infinity();
     HvBezierFitPathBuilder builder(gc, &path, options.tolerance * kLiveLong,
                                    options.tolerance * kLiveSubdivided, options.tolerance,
                                    kLiveFewest);
