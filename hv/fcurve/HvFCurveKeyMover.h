@@ -36,11 +36,11 @@ class HvFCurveKeyMoverImpl;
 /// the parameters they were put at. A key that is not found there takes no part in the step.
 /// Without Finalize the user data of the keys moved are lost.
 ///
-/// Threads: construction and each call hold the access lock and the curve's critical section; one
-/// mover is for one thread. Memory: std::bad_alloc leaves curve and mover as they were before the
-/// call; a step takes none once there has been one. Cost of a step: O(m log keys) for m keys, and
-/// one copy of each key between a place left and the place taken; when all keys move and none is
-/// locked, one pass.
+/// Threads: construction and each call hold the access lock, the curve's critical section and the
+/// lock of the rotation that it shows, if it does; one mover is for one thread. Memory:
+/// std::bad_alloc leaves curve and mover as they were before the call; a step takes none once there
+/// has been one. Cost of a step: O(m log keys) for m keys, and one copy of each key between a place
+/// left and the place taken; when all keys move and none is locked, one pass.
 class HV_API HvFCurveKeyMover : public HvAllocated {
 public:
     /// Takes hold of the keys that stand at exactly `parameters`, in any order.

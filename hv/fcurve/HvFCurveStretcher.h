@@ -35,7 +35,8 @@ class HvFCurveStretcherImpl;
 /// that was before it.
 ///
 /// The curve must outlive the stretcher and is edited by nobody else in between. Threads: each
-/// operation holds the access lock and the curve's critical section. A stretcher that is destroyed
+/// operation holds the access lock, the curve's critical section and the lock of the rotation that
+/// it shows, if it does. A stretcher that is destroyed
 /// without Finalize loses the user data of the keys that have moved.
 class HV_API HvFCurveStretcher : public HvAllocated {
 public:

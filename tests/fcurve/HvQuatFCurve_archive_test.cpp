@@ -209,6 +209,10 @@ TEST(HvQuatFCurve_archive, DropsKeysOutOfOrderWhenWritten)
     EXPECT_EQ(trio.curve->IsValid(), 0);
     EXPECT_EQ(trio.y->GetBufferSize(), 52u + 3 * 48 + trio.y->GetUserDataBufferSize());
     EXPECT_EQ(TimesOf(*trio.x), (std::vector<double>{1, 4.5, 5}));
+    trio.curve->SetParameter(1, 5);
+    EXPECT_EQ(trio.y->GetBufferSize(), 52u + 2 * 48 + trio.y->GetUserDataBufferSize());
+    EXPECT_EQ(TimesOf(*trio.x), (std::vector<double>{1, 5})) << "the earlier of two as late";
+    ExpectNear(ValuesOf(*trio.x), {10, 40});
 }
 
 TEST(HvQuatFCurve_archive, KeepsALinearExtrapolationOfTheRotation)

@@ -252,8 +252,8 @@ TEST(HvQuatFCurve_keys, AreSmoothedByAKernel)
 TEST(HvQuatFCurve_keys, AreSmoothedWithoutTouchingWhatStays)
 {
     Trio const trio = MakeTrio();
-    // Radians that no number of degrees gives.
-    trio.curve->SetKeyValue(1, HvPoint3<double>(1.0 / 3, 1.0 / 3, 1.0 / 3));
+    trio.curve->SetKeyValue(1, HvPoint3<double>(0.1, 0.1, 0.1));
+    ASSERT_NE(trio.curve->GetKeyValue(1, 0) * kDegree, 0.1) << "which degrees do not give back";
     std::string const image = QuatImage(*trio.x);
     double const one[] = {1};
     double const beyond[] = {1e308, 1e308, 1e308};

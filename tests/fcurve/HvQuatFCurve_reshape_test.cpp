@@ -199,8 +199,8 @@ TEST(HvQuatFCurve_reshape, TakesNoKeyThatIsJustNotBesideASample)
 TEST(HvQuatFCurve_reshape, LeavesOutASampleBesideTheEnd)
 {
     Trio const trio = MakeTrio();
-    EXPECT_EQ(trio.y->ResampleSequence(1, 5, 2 - 1e-8, 0, 0), 1);
-    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 3 - 1e-8, 5}));
+    EXPECT_EQ(trio.y->ResampleSequence(1, 4.5, 1.75 - 1e-8, 0, 0), 1);
+    EXPECT_EQ(TimesOf(*trio.y), (std::vector<double>{1, 1 + (1.75 - 1e-8), 4.5, 5}));
 }
 
 TEST(HvQuatFCurve_reshape, TakesKeysBesideASampleForIt)
@@ -296,22 +296,30 @@ TEST(HvQuatFCurve_reshape, MeasuresByTheComponentOfTheLargestRange)
 
 TEST(HvQuatFCurve_reshape, LooksBetweenKeysWhereItDrops)
 {
-    HvQuatFCurve without(2u);
-    for (HvQuatKey const& key : {KeyOf(0, 0, 0, 0), KeyOf(2, 0, 0, 20), KeyOf(3, 0, 0, 150)}) {
-        without.GetQuatCurve()->SetKey(key, 0.0);
+    // The bend is behind the key that goes, or in front of it.
+    for (bool const isMirrored : {false, true}) {
+        HvQuatFCurve without(2u);
+        for (HvQuatKey const& key : {KeyOf(0, 0, 0, 0), KeyOf(2, 0, 0, 20), KeyOf(3, 0, 0, 150)}) {
+            without.GetQuatCurve()->SetKey(key, 0.0);
+        }
+        // The key is on the curve and bends it beside.
+        HvQuatFCurve curve(without);
+        curve.CreateNonModifyingKey(1, 1);
+        double const range = 20 - std::min(0.0, ValuesOf(curve)[1]);
+        if (isMirrored) {
+            without.MirrorParameters();
+            curve.MirrorParameters();
+        }
+        double const key = isMirrored ? 2 : 1;
+        auto const distance = [&](double t) {
+            return std::fabs(curve.Eval(t, 0) - without.Eval(t, 0));
+        };
+        double const between = std::max(distance(key - 0.5), distance(key + 0.5));
+        ASSERT_GT(between, distance(key));
+        double const less = (between + distance(key)) / 2;
+        EXPECT_EQ(curve.ReduceNumKeys(key - 1, key + 1, less / range), 0u);
+        EXPECT_EQ(curve.ReduceNumKeys(key - 1, key + 1, (between + 1e-6) / range), 1u);
     }
-    // The key is on the curve and bends it beside.
-    HvQuatFCurve curve(without);
-    curve.CreateNonModifyingKey(1, 1);
-    auto const distance = [&](double t) {
-        return std::fabs(curve.Eval(t, 0) - without.Eval(t, 0));
-    };
-    double const between = std::max(distance(0.5), distance(1.5));
-    ASSERT_GT(between, distance(1));
-    // The keys between the two ends, which count, have this range.
-    double const range = ValuesOf(curve)[2] - std::min(0.0, ValuesOf(curve)[1]);
-    EXPECT_EQ(curve.ReduceNumKeys(0, 2, (between + distance(1)) / 2 / range), 0u);
-    EXPECT_EQ(curve.ReduceNumKeys(0, 2, (between + 1e-6) / range), 1u);
 }
 
 }  // namespace

@@ -163,11 +163,12 @@ TEST(CFCQuatKeyBench, WhatOthersChangeInMidDragStays)
     Drag drag(*trio.x, {2});
     EXPECT_EQ(drag.To(0.5, 10), 1);
     EXPECT_EQ(trio.z->SetKeyValue(2.5, HvBaseFCurve::Left, -70, 0), 1);
+    EXPECT_EQ(trio.x->SetKeyValue(2.5, HvBaseFCurve::Left, 33, 0), 1);
     trio.curve->SetValueLock(1, 1);
     trio.curve->SetKeySelected(1, 1);
     EXPECT_EQ(drag.To(1, 20), 1);
     ExpectNear(ValuesOf(*trio.z), {30, -70, 200, 120});
-    ExpectNear(ValuesOf(*trio.x), {10, 50, -30, 20});
+    ExpectNear(ValuesOf(*trio.x), {10, 33, -30, 20});
     EXPECT_EQ(TimesOf(*trio.x), (Parameters{1, 3, 4, 5}));
     EXPECT_EQ(trio.curve->IsValueLocked(1), -1);
     EXPECT_EQ(trio.curve->GetKey(1).selected, 1);
