@@ -27,5 +27,6 @@ void AddRotationFamilies(Families& families);
 void AddOutlineFamilies(Families& families);
 void AddRasterFamilies(Families& families);
 void AddMotionFamilies(Families& families);
+void AddDrawnFamilies(Families& families);
 
 #endif

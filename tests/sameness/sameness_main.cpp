@@ -51,6 +51,7 @@ int main(int argc, char** argv)
     AddOutlineFamilies(families);
     AddRasterFamilies(families);
     AddMotionFamilies(families);
+    AddDrawnFamilies(families);
     for (Family const& family : families) {
         Digest whole;
         for (std::uint64_t const digest : ItemDigests(family, static_cast<unsigned int>(threads))) {
