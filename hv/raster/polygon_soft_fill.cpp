@@ -7,7 +7,7 @@
 #include <hv/raster/polygon_fill.h>
 
 #include <hv/foundation/saturate.h>
-#include <hv/raster/internal/HvPolygonScanner.h>
+#include <hv/raster/internal/HvBlurredRows.h>
 #include <hv/raster/internal/HvScratchArray.h>
 #include <hv/raster/internal/fill_window.h>
 
@@ -18,138 +18,10 @@
 
 namespace {
 
-constexpr double kFull = 255.0;
-
 /// Columns that are blurred together, and rows of which they are gathered at a time: whole cache
 /// lines are read and written, and a page of the blurred rows serves all columns of a block.
 constexpr std::int64_t kBlockColumns = 64;
 constexpr std::int64_t kTileRows = 8;
-
-/// Places of a line, the end not included.
-struct Places {
-    std::int64_t first;
-    std::int64_t end;
-
-    bool Hold(std::int64_t from, std::int64_t to) const { return first <= from && to <= end; }
-};
-
-/// A run of full coverage, from `first` to `last`, blurred, on a line of `size` places.
-class BlurredRun {
-public:
-    BlurredRun(HvBlurKernel const& kernel, std::int64_t first, std::int64_t last, std::int64_t size)
-        : kernel_(kernel), first_(first), last_(last), size_(size),
-          innerFirst_(first + kernel.Reach()),
-          innerEnd_(std::max(last - kernel.Reach() + 1, innerFirst_))
-    {
-    }
-
-    /// Where the kernel lies wholly within the run, so that coverage is full.
-    Places Solid() const { return {Clip(innerFirst_), Clip(innerEnd_)}; }
-    /// Adds the run to what the line holds beside the solid places.
-    void AddRims(double* line) const
-    {
-        AddRim(first_ - kernel_.Reach(), innerFirst_, line);
-        AddRim(innerEnd_, last_ + kernel_.Reach() + 1, line);
-    }
-    /// Adds the whole run. The solid places are set: rounding is not to leave full coverage a
-    /// little short.
-    void Add(double* line) const
-    {
-        AddRims(line);
-        std::fill(line + Solid().first, line + Solid().end, kFull);
-    }
-
-private:
-    std::int64_t Clip(std::int64_t at) const
-    {
-        return std::min(std::max<std::int64_t>(at, 0), size_);
-    }
-    void AddRim(std::int64_t from, std::int64_t to, double* line) const
-    {
-        std::int64_t const reach = kernel_.Reach();
-        double const* const sums = kernel_.Sums();
-        for (std::int64_t at = Clip(from); at < Clip(to); ++at) {
-            // The run covers the weights from `low` to `high` of the kernel around the place.
-            std::int64_t const low = std::max<std::int64_t>(first_ - (at - reach), 0);
-            std::int64_t const high = std::min(last_ - (at - reach), 2 * reach);
-            line[at] += high == 2 * reach ? sums[low] : sums[low] - sums[high + 1];
-        }
-    }
-
-    HvBlurKernel const& kernel_;
-    std::int64_t const first_;
-    std::int64_t const last_;
-    std::int64_t const size_;
-    std::int64_t const innerFirst_;
-    std::int64_t const innerEnd_;
-};
-
-/// The pixels of the raster that the blurred shape can reach, and the rows of the shape itself,
-/// blurred along x. Of a row with one span the solid places are remembered and not written: they
-/// are most of a large shape, and memory that nobody touches costs nothing.
-class BlurredRows {
-public:
-    BlurredRows(HvScanWindow const& shape, HvBlurKernel const& kernel, HvUByteRaster const& raster)
-        : shape_(shape), band_{std::max<std::int64_t>(shape.firstRow - kernel.Reach(), 0),
-                               std::min<std::int64_t>(shape.endRow + kernel.Reach(), raster.height),
-                               std::max<std::int64_t>(shape.firstColumn - kernel.Reach(), 0),
-                               std::min<std::int64_t>(shape.endColumn + kernel.Reach(),
-                                                      raster.width)},
-          kernel_(kernel), width_(band_.endColumn - band_.firstColumn),
-          rows_(static_cast<std::size_t>(width_) *
-                static_cast<std::size_t>(shape.endRow - shape.firstRow)),
-          solid_(static_cast<std::size_t>(shape.endRow - shape.firstRow))
-    {
-    }
-
-    HvScanWindow const& Shape() const { return shape_; }
-    HvScanWindow const& Band() const { return band_; }
-
-    /// Scans a row of the shape.
-    void Scan(HvPolygonScanner& scanner, std::int64_t row)
-    {
-        double* const line = rows_.Data() + (row - shape_.firstRow) * width_;
-        Places& solid = solid_.Data()[row - shape_.firstRow];
-        std::size_t spans = 0;
-        scanner.ScanRow(row, [&](std::int64_t first, std::int64_t last) {
-            BlurredRun const run(kernel_, first - band_.firstColumn, last - band_.firstColumn,
-                                 width_);
-            if (++spans == 1) {
-                run.AddRims(line);
-                solid = run.Solid();
-                return;
-            }
-            std::fill(line + solid.first, line + solid.end, kFull);
-            solid = {0, 0};
-            run.Add(line);
-        });
-    }
-
-    /// Whether row `y` of the shape is solid in the columns of the band from `first` up to `end`.
-    bool IsSolid(std::int64_t y, std::int64_t first, std::int64_t end) const
-    {
-        return solid_.Data()[y].Hold(first, end);
-    }
-    /// Copies `count` values of row `y` of the shape, from a column of the band on.
-    void CopyRow(std::int64_t y, std::int64_t first, std::int64_t count, double* values) const
-    {
-        std::copy_n(rows_.Data() + y * width_ + first, count, values);
-        Places const& solid = solid_.Data()[y];
-        std::int64_t const from = std::max(solid.first - first, std::int64_t{0});
-        std::int64_t const to = std::min(solid.end - first, count);
-        if (from < to) {
-            std::fill(values + from, values + to, kFull);
-        }
-    }
-
-private:
-    HvScanWindow const shape_;
-    HvScanWindow const band_;
-    HvBlurKernel const& kernel_;
-    std::int64_t const width_;
-    HvScratchArray<double> rows_;
-    HvScratchArray<Places> solid_;  // of each row; empty where all is written
-};
 
 /// Blurs the rows along y, a block of columns at a time, into bytes.
 ///
@@ -157,7 +29,7 @@ private:
 /// of a run in each column, and the pixels that only solid tiles reach are of one value.
 class ColumnBlur {
 public:
-    ColumnBlur(BlurredRows const& rows, HvBlurKernel const& kernel, double maxCoverage)
+    ColumnBlur(HvBlurredRows const& rows, HvBlurKernel const& kernel, double maxCoverage)
         : rows_(rows), kernel_(kernel), maxCoverage_(maxCoverage),
           shapeHeight_(rows.Shape().endRow - rows.Shape().firstRow),
           bandHeight_(rows.Band().endRow - rows.Band().firstRow),
@@ -254,12 +126,12 @@ private:
                 break;
             }
             y = EndOfSolidTiles(first);
-            Places const even =
-                BlurredRun(kernel_, first + toBand_, y - 1 + toBand_, bandHeight_).Solid();
+            HvPlaces const even =
+                HvBlurredRun(kernel_, first + toBand_, y - 1 + toBand_, bandHeight_).Solid();
             if (even.first < even.end) {
                 uneven_[numUneven_++] = {row, even.first};
                 row = even.end;
-                std::memset(pixels_.Data() + even.first * kBlockColumns, PixelOf(kFull),
+                std::memset(pixels_.Data() + even.first * kBlockColumns, PixelOf(kHvFullCoverage),
                             static_cast<std::size_t>((even.end - even.first) * kBlockColumns));
             }
         }
@@ -273,7 +145,7 @@ private:
             std::int64_t const first = y;
             y = EndOfRun(column, first);
             if (y > first) {
-                BlurredRun(kernel_, first + toBand_, y - 1 + toBand_, bandHeight_)
+                HvBlurredRun(kernel_, first + toBand_, y - 1 + toBand_, bandHeight_)
                     .Add(blurred_.Data());
                 continue;
             }
@@ -294,7 +166,7 @@ private:
         std::int64_t const reach = kernel_.Reach();
         std::int64_t y = first;
         for (; y + 4 <= end; y += 4) {
-            // Places that all four reach.
+            // HvPlaces that all four reach.
             std::int64_t const from = y + 3 - reach;
             std::int64_t const to = std::max(y + reach + 1, from);
             for (std::int64_t k = y; k < y + 4; ++k) {
@@ -351,7 +223,7 @@ private:
     std::int64_t EndOfValues(double const* column, std::int64_t y) const
     {
         std::int64_t const solid = NextSolid(y);
-        while (y < solid && !(column[y] >= kFull || column[y] <= 0.0)) {
+        while (y < solid && !(column[y] >= kHvFullCoverage || column[y] <= 0.0)) {
             ++y;
         }
         return y;
@@ -362,7 +234,7 @@ private:
     {
         while (y < shapeHeight_) {
             std::int64_t const solid = NextSolid(y);
-            while (y < solid && column[y] >= kFull) {
+            while (y < solid && column[y] >= kHvFullCoverage) {
                 ++y;
             }
             if (y < solid) {
@@ -378,7 +250,7 @@ private:
         return HvSaturate_To<unsigned char>(maxCoverage_ * blurred + 0.5);
     }
 
-    BlurredRows const& rows_;
+    HvBlurredRows const& rows_;
     HvBlurKernel const& kernel_;
     double const maxCoverage_;
     std::int64_t const shapeHeight_;
@@ -387,7 +259,7 @@ private:
     HvScratchArray<double> columns_;
     HvScratchArray<unsigned char> isSolid_;   // of each tile
     HvScratchArray<std::int64_t> nextSolid_;  // of each tile
-    HvScratchArray<Places> uneven_;  // rows of the band that are not of one value in the block
+    HvScratchArray<HvPlaces> uneven_;  // rows of the band that are not of one value in the block
     std::size_t numUneven_ = 0;
     HvScratchArray<double> blurred_;
     HvScratchArray<unsigned char> pixels_;
@@ -415,7 +287,7 @@ int HvPolygons_SoftFill(HvPolygons const& polygons, HvBlurKernel const& kernel, 
                         HvUByteRaster& raster, HvInterrupt interrupted)
 {
     HvScanWindow const shape = HvFillWindow_Of(polygons.box, raster);
-    BlurredRows rows(shape, kernel, raster);
+    HvBlurredRows rows(shape, kernel, raster);
     {
         HvPolygonScanner scanner(polygons, 1.0, shape);
         for (std::int64_t row = shape.firstRow; row < shape.endRow; ++row) {

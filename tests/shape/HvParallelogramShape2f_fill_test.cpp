@@ -38,7 +38,7 @@ protected:
     {
         shape.RadialFill(gc, raster);
     }
-    static constexpr Fill kFills[] = {&Hard, &Radial};
+    static constexpr Fill kFills[2] = {&Hard, &Radial};
 };
 
 using Shapes = testing::Types<HvRect2f, HvOval2f>;

@@ -6,7 +6,10 @@
 #include <hv/foundation/HvPoint2fArray.h>
 #include <hv/foundation/HvPointTagArray.h>
 #include <hv/foundation/HvULongArray.h>
+#include <hv/raster/HvUByteRaster.h>
+#include <hv/raster/polygon_fill.h>
 #include <hv/shape/HvGC.h>
+#include <hv/shape/internal/polygon_clip.h>
 #include <tests/support/allocation_failure.h>
 
 #include "outline_paths.h"
@@ -194,6 +197,65 @@ RC_GTEST_PROP(HvPath2f_hittest, OutlineIsMetWhereItsPolylineIs, ())
         RC_ASSERT(result == path.IsIntersectingExtent(gc, query, 1));
         RC_ASSERT(!met || result == 1);
         RC_ASSERT(near || result == 0);
+    }
+}
+
+/// Whether the pixel at the corner of the query is covered when the whole outline is flattened,
+/// clipped and filled.
+bool IsCornerCovered(HvPath2f const& path, HvGC const& gc, Extent const& query)
+{
+    HvTransfo4 toCorner;
+    toCorner.Translate(-double(query.min.x), -double(query.min.y), 0.0);
+    HvTransfo4 transform = gc.transform;
+    transform.PreMultiply(toCorner);
+    HvUByteRaster pixel(1, 1, 0);
+    HvExtent2<float> extent;
+    path.GetExtent(extent);
+    HvFillBox box;
+    if (HvFillBox_FromExtent(transform.Map(extent), pixel, box) == 0) {
+        return false;
+    }
+    HvPoint2dArray whole;
+    HvPoint2dArray points;
+    HvPointTagArray wholeTags;
+    HvPointTagArray tags;
+    path.TransformAndFlattenClosedSubPaths(transform, gc.flatness, whole, wholeTags);
+    HvPoint2dArray polygon;
+    HvPoint2dArray spare;
+    for (unsigned int i = 0; i < whole.Size(); ++i) {
+        if (wholeTags[i] != HvPointTagEnd) {
+            polygon.Add(whole[i]);
+            continue;
+        }
+        if (box.isClamped) {
+            HvPolygon_Clip(polygon, box.Clip(), spare);
+        }
+        for (unsigned int k = 0; polygon.Size() != 0 && k <= polygon.Size(); ++k) {
+            points.Add(polygon[k % polygon.Size()]);
+            tags.Add(k == polygon.Size() ? HvPointTagEnd : HvPointTagInner);
+        }
+        polygon.Chop(0);
+    }
+    HvPolygons_Fill({points, tags, gc.fillRule, box}, pixel, nullptr);
+    return pixel.data[0] == 255;
+}
+
+// Most of the outline lies beside the query and is not flattened: the answer is as if it were.
+RC_GTEST_PROP(HvPath2f_hittest, InteriorIsThatOfTheWholeOutline, ())
+{
+    HvPath2f path = RandomOutline();
+    path.CloseSubpath(0);
+    HvGC gc;
+    gc.flatness = 0.25;
+    gc.fillRule = PickInRange(0, 2);
+    gc.transform.ScaleXY(PickInRange(-3, 4), 0.75, HvPoint2<double>(3, 4));
+    for (int k = 0; k < 40; ++k) {
+        auto const x = static_cast<float>(PickInRange(-100, 200)) / 4;
+        auto const y = static_cast<float>(PickInRange(-100, 200)) / 4;
+        Extent const query(x, y, x + 0.5F, y + 0.5F);
+        bool const expected =
+            path.IsIntersectingExtent(gc, query, 1) != 0 || IsCornerCovered(path, gc, query);
+        RC_ASSERT(path.IsInteriorIntersectingExtent(gc, query, 1) == expected);
     }
 }
 
