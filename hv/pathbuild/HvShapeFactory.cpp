@@ -63,14 +63,7 @@ unsigned int HvShape2f_CreateFromBuffer(void const* buffer, std::size_t size, Hv
 unsigned int HvShape2f_CreateFromBuffer(void const* buffer, std::size_t size, HvShape2f** shape,
                                         HvArchiveFault& fault)
 {
-    if (shape == nullptr) {
-        return 0;
-    }
-    *shape = nullptr;
-    if (buffer == nullptr) {
-        return 0;
-    }
-    return HvArchive_ReadBounded(buffer, size, fault, [shape](HvByteReader& body) {
+    return HvArchive_CreateBounded(buffer, size, shape, fault, [shape](HvByteReader& body) {
         HvByteReader ahead = body;
         unsigned char const* const kind = ahead.ReadBytes(2);
         if (kind == nullptr) {
