@@ -10,6 +10,7 @@
 #include <hv/fcurve/internal/HvStdFCurveRollback.h>
 #include <hv/fcurve/internal/HvUserDataMoves.h>
 #include <hv/fcurve/internal/std_edit_checks.h>
+#include <hv/fcurve/internal/std_mend.h>
 
 #include <algorithm>
 
@@ -136,14 +137,21 @@ int HvStdFCurve::Append(HvBaseFCurve const& source)
     if (!impl_->CanHoldParameter(other.LastParameter() + shift)) {
         return 0;
     }
-    if (!source.HasUserData()) {
+    bool const wereValid = impl_->IsValid() != 0 && other.IsValid() != 0;
+    auto const appendKeys = [&] {
         impl_->Append(other, shift);
+        if (wereValid) {
+            HvStdEdit_MendSegments(*impl_);
+        }
+    };
+    if (!source.HasUserData()) {
+        appendKeys();
         return impl_->IsValid();
     }
 
     // User data need memory of their own, so they may fail when the keys are in.
     Rollback rollback(*this);
-    impl_->Append(other, shift);
+    appendKeys();
     for (CFCStdKey const& key : other.keys) {
         double const p = key.parameter;
         if (source.HasUserData(p) && IsKeyParameter(p + shift, 0)) {

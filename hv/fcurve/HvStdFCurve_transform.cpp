@@ -9,6 +9,7 @@
 #include <hv/fcurve/internal/HvStdFCurveImpl.h>
 #include <hv/fcurve/internal/HvStdFCurveRollback.h>
 #include <hv/fcurve/internal/std_edit_checks.h>
+#include <hv/fcurve/internal/std_mend.h>
 
 #include <algorithm>
 #include <cmath>
@@ -42,32 +43,6 @@ bool MapParameters(HvStdFCurveImpl& curve, Map const& map)
     return true;
 }
 
-/// The least share by which MendSegments shortens handles, one unit in the last place of 1.
-constexpr double kLeastMendShare = 0x1p-52;
-
-/// Draws the handles of each segment that is not valid towards their keys, by the first share of
-/// their length, doubled from kLeastMendShare on, that makes it so; at last they lie on the keys.
-///
-/// The test for validity compares products of parameters, and a shift rounds: of a segment on the
-/// border of what is valid, such as one whose handles reach over all of it, a shift may leave a
-/// little too much. What is taken off is of the order of that rounding, so that the shape stays.
-void MendSegments(HvStdFCurveImpl& curve)
-{
-    auto const drawn = [](HvPoint2<double> const& handle, HvPoint2<double> const& key,
-                          double share) { return handle * (1 - share) + key * share; };
-    for (unsigned int i = 0; i + 1 < curve.NumKeys(); ++i) {
-        HvPoint2<double>& right = curve.keys[i].rightHandle;
-        HvPoint2<double>& left = curve.keys[i + 1].leftHandle;
-        HvPoint2<double> const shiftedRight = right;
-        HvPoint2<double> const shiftedLeft = left;
-        for (double share = kLeastMendShare;
-             !curve.IsSegmentValidWith(i, right, left) && share <= 1; share *= 2) {
-            right = drawn(shiftedRight, curve.RightPoint(i), share);
-            left = drawn(shiftedLeft, curve.LeftPoint(i + 1), share);
-        }
-    }
-}
-
 /// Adds `offset` to every parameter; a curve whose segments are valid keeps them so. False, with
 /// nothing changed, as MapParameters.
 bool Shift(HvStdFCurveImpl& curve, double offset)
@@ -77,7 +52,7 @@ bool Shift(HvStdFCurveImpl& curve, double offset)
         return false;
     }
     if (wasValid) {
-        MendSegments(curve);
+        HvStdEdit_MendSegments(curve);
     }
     return true;
 }
@@ -140,8 +115,15 @@ int HvStdFCurve::ScaleParameterAxis(double scale)
     if (impl_->NumKeys() == 0) {
         return 1;
     }
+    if (!impl_->IsValid()) {
+        return 0;
+    }
     Rollback rollback(*this);
-    if (!MapParameters(*impl_, [scale](double x) { return x * scale; }) || !impl_->IsValid()) {
+    if (!MapParameters(*impl_, [scale](double x) { return x * scale; })) {
+        return 0;
+    }
+    HvStdEdit_MendSegments(*impl_);
+    if (!impl_->IsValid()) {
         return 0;
     }
     if (HasUserData()) {
@@ -207,6 +189,9 @@ int HvStdFCurve::MirrorValues()
 /// those beyond the end keys included.
 bool HvStdFCurveImpl::MirrorParameters()
 {
+    if (!IsValid()) {
+        return false;
+    }
     unsigned int const n = NumKeys();
     double const sum = FirstParameter() + LastParameter();
     FSKind const firstKind = FirstSegmentKind();
@@ -225,6 +210,7 @@ bool HvStdFCurveImpl::MirrorParameters()
         key.rightHandle.x = sum - key.rightHandle.x;
         finite = finite && HvStdEdit_AreFinite(key.leftHandle.x, key.rightHandle.x);
     }
+    HvStdEdit_MendSegments(*this);
     return finite && IsValid() != 0;
 }
 

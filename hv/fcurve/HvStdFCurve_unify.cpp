@@ -31,9 +31,8 @@ int HvStdFCurveImpl::UnifyActualTangentLengthWith(unsigned int i, KeySide model,
     bool const isLeft = model == HvBaseFCurve::Left;
     Point const from = isLeft ? LeftVector(i) : RightVector(i);
     Point const other = isLeft ? RightVector(i) : LeftVector(i);
-    double const otherLength = std::hypot(other.x, other.y * scale);
-    double const factor = std::hypot(from.x, from.y * scale) / otherLength;
-    if (!(otherLength > 0) || !std::isfinite(factor)) {
+    double const factor = std::hypot(from.x, from.y * scale) / std::hypot(other.x, other.y * scale);
+    if (!std::isfinite(factor)) {
         return 0;  // a handle of no length has no direction to grow in
     }
     return SetActualKeyTgtHandle(i, isLeft ? HvBaseFCurve::Right : HvBaseFCurve::Left,

@@ -30,6 +30,35 @@ StdCurve Clipboard()
 
 // RemoveHead, RemoveTail.
 
+// 2026-11-21: one in six of these came back as not valid.
+TEST(HvStdFCurve_cut_paste, HandlesThatReachOverTheirSegmentAreAppended)
+{
+    int numTried = 0;
+    for (int i = 0; i < 200; ++i) {
+        double const start = i / 24.0;
+        StdCurve source({KeyAt(start, 0, 0, kCubic), KeyAt(start + 1, 2, 2, kCubic)});
+        source.Impl().keys[0].rightHandle = Point(start + 1, 0.5);
+        source.Impl().keys[1].leftHandle = Point(start, 1);
+        StdCurve curve({KeyAt(-1, 0, 0, kCubic), KeyAt(0.7, 0, 0, kCubic)});
+        if (source.Impl().IsValid()) {
+            ++numTried;
+            EXPECT_EQ(curve.Append(source), 1) << start;
+            ExpectNear(curve.Impl().keys[1].rightHandle, 1.7, 0.5, 1e-12);
+            ExpectNear(curve.Impl().keys[2].leftHandle, 0.7, 1, 1e-12);
+        }
+    }
+    EXPECT_GT(numTried, 150);
+}
+
+TEST(HvStdFCurve_cut_paste, SourceThatIsNotValidIsAppendedAsItIs)
+{
+    StdCurve source({KeyWithHandles(0, 0, {}, {3, 1}), KeyWithHandles(1, 1, {-3, 1}, {})});
+    StdCurve curve({KeyAt(-1, 0, 0, kCubic), KeyAt(0, 0, 0, kCubic)});
+    EXPECT_EQ(curve.Append(source), 0);
+    EXPECT_EQ(curve.Impl().keys[1].rightHandle, Point(3, 1));
+    EXPECT_EQ(curve.Impl().keys[2].leftHandle, Point(-2, 2));
+}
+
 TEST(HvStdFCurve_cut_paste, HeadGoesAndAKeyOfTheCurvesValueStandsThere)
 {
     StdCurve curve = ZigZag();

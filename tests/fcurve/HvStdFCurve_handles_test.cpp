@@ -220,6 +220,26 @@ TEST(HvStdFCurve_handles, HandlesOnOneLineAreUnified)
     EXPECT_FALSE(Unified({0, 1}, {1, 0}));
 }
 
+TEST(HvStdFCurve_handles, WhatIsJustAsLargeAsTheThresholdIsNotBelowIt)
+{
+    // Around a key at (0, 0) vectors are exact.
+    auto const around = [](Point left, Point right) {
+        return StdCurve(
+            {KeyAt(-3, 0, 0, kCubic), KeyWithHandles(0, 0, left, right), KeyAt(3, 0, 0, kCubic)});
+    };
+    auto const unified = [&](Point left, Point right) {
+        return around(left, right).Impl().ActualTangentsAreUnified(1);
+    };
+    // A vector that is not zero, and a determinant of 1e-7.
+    EXPECT_FALSE(unified({-1, 1}, {0, 1e-7}));
+    EXPECT_FALSE(unified({-1, 1}, {1e-7, 0}));
+    EXPECT_FALSE(unified({0, 1e-7}, {1, 1}));
+    // Not both vertical, so that the determinant of 0.5e-7 decides.
+    EXPECT_TRUE(unified({0, 0.5}, {1e-7, 1}));
+    EXPECT_TRUE(unified({-1e-7, 1}, {0, 0.5}));
+    EXPECT_FALSE(around({0, 0}, {1e-7, 0}).Impl().ActualTangentsHaveSameVisualLength(1, 1));
+}
+
 TEST(HvStdFCurve_handles, MirroredTangentsAreUnifiedWhenTheyMirrorEachOther)
 {
     unsigned short const mirrored = Word::kMirroredTangents | 1;

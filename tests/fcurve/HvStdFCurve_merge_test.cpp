@@ -352,6 +352,17 @@ TEST(HvStdFCurve_merge, MergeWithoutMemoryChangesNothing)
     }
 }
 
+TEST(HvStdFCurve_merge, LockInTheIntervalAsGivenRefusesBeforeItIsFolded)
+{
+    // Folded, the interval runs from -0.1 to 0.6 and misses the locked key.
+    StdCurve curve({KeyAt(0, 1, 1, kLinear), KeyAt(1, 2, 2, kLinear), KeyAt(2, 3, 3, kLinear)},
+                   HvBaseFCurve::CycleExtrapolation);
+    Lock(curve, 2, Word::kValueLocked);
+    ExpectRefused(curve,
+                  [&] { return curve.MergeAndCreateNonModifyingKey(1.9, 2.6, 2.5, 0, 0, 0, 0); });
+    EXPECT_EQ(curve.MergeAndCreateNonModifyingKey(2.1, 2.6, 2.5, 0, 0, 0, 0), 1);
+}
+
 TEST(HvStdFCurve_merge, EveryRunOfMergesLeavesAValidCurve)
 {
     ExpectProperty("merges keep every segment a function and the key where it was asked for", [] {

@@ -104,6 +104,36 @@ TEST(HvStdFCurve_transform, ShiftKeepsHandlesThatReachOverTheirSegment)
     EXPECT_GT(numMended, 0) << "no segment on the border";
 }
 
+// 2026-11-21: one in six of these was refused.
+TEST(HvStdFCurve_transform, HandlesThatReachOverTheirSegmentAreScaledAndMirrored)
+{
+    int numTried = 0;
+    for (int i = 0; i < 400; ++i) {
+        double const start = i / 24.0;
+        StdCurve curve({KeyAt(start, 0, 0, kCubic), KeyAt(start + 1, 2, 2, kCubic)});
+        curve.Impl().keys[0].rightHandle = Point(start + 1, 0.5);
+        curve.Impl().keys[1].leftHandle = Point(start, 1);
+        if (!curve.Impl().IsValid()) {
+            continue;
+        }
+        ++numTried;
+        EXPECT_EQ(curve.MirrorParameters(), 1) << start;
+        EXPECT_EQ(curve.ScaleParameterAxis(1.1), 1) << start;
+        EXPECT_EQ(curve.Impl().IsValid(), 1);
+        // The tolerance is that of the shift, for a span and parameters 1.1 times as large.
+        ExpectNear(curve.Impl().keys[0].rightHandle, 1.1 * (start + 1), 1, 1e-12);
+        ExpectNear(curve.Impl().keys[1].leftHandle, 1.1 * start, 0.5, 1e-12);
+    }
+    EXPECT_GT(numTried, 300);
+}
+
+TEST(HvStdFCurve_transform, CurveThatIsNotValidIsNeitherScaledNorMirrored)
+{
+    StdCurve curve({KeyWithHandles(0, 0, {}, {3, 1}), KeyWithHandles(1, 1, {-3, 1}, {})});
+    ExpectRefused(curve, [&] { return curve.ScaleParameterAxis(2); });
+    ExpectRefused(curve, [&] { return curve.MirrorParameters(); });
+}
+
 TEST(HvStdFCurve_transform, ShiftThatBearsTheTestMovesEveryHandleExactly)
 {
     StdCurve curve({KeyWithHandles(0, 0, {-1, 0}, {2, 1}), KeyWithHandles(2, 1, {-2, 1}, {1, 1})});

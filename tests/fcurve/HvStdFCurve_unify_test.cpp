@@ -71,6 +71,17 @@ TEST(HvStdFCurve_unify, SegmentThatDoesNotExistIsNoHindrance)
     ExpectNear(curve.Impl().LeftVector(0), -1, -1);
 }
 
+TEST(HvStdFCurve_unify, SpanBehindTheLastKeyIsNoHindranceWhateverItsKind)
+{
+    StdCurve curve = Around({-1, 1}, {1, 1});
+    curve.Impl().SetKind(2, kLinear);
+    curve.Impl().keys[2].leftHandle = Point(5, 1);
+    curve.Impl().keys[2].rightHandle = Point(7, 1);
+    double x = 6;
+    EXPECT_EQ(curve.UnifyAndLockTangentContinuity(x, kLeft, 0), 1);
+    ExpectNear(curve.Impl().RightVector(2), 1, -1);
+}
+
 TEST(HvStdFCurve_unify, LengthLockedTogetherIsKeptTogether)
 {
     StdCurve curve = Around({-0.6, 0.8}, {1.5, 2}, Word::kTangentLengthContinuityLocked);

@@ -162,12 +162,27 @@ int CFCBaseImpl<T, K, S>::SmoothSequence(double from, double to, double const* k
     return 1;
 }
 
-template unsigned int CFCBooleanStore::ReduceNumKeys(unsigned int, unsigned int, double,
-                                                     HvBaseFCurve&);
-template unsigned int CFCIntegerStore::ReduceNumKeys(unsigned int, unsigned int, double,
-                                                     HvBaseFCurve&);
-template unsigned int CFCRawStore::ReduceNumKeys(unsigned int, unsigned int, double, HvBaseFCurve&);
-template unsigned int CFCStdStore::ReduceNumKeys(unsigned int, unsigned int, double, HvBaseFCurve&);
+template unsigned int CFCKeyStoreA<bool, CFCSingleValueKey<bool>>::ReduceNumKeys(unsigned int,
+                                                                                 unsigned int,
+                                                                                 double,
+                                                                                 HvBaseFCurve&);
+template unsigned int CFCKeyStoreA<int, CFCSingleValueKey<int>>::ReduceNumKeys(unsigned int,
+                                                                               unsigned int, double,
+                                                                               HvBaseFCurve&);
+template unsigned int CFCKeyStoreB<double, CFCSingleValueKey<double>>::ReduceNumKeys(unsigned int,
+                                                                                     unsigned int,
+                                                                                     double,
+                                                                                     HvBaseFCurve&);
+template unsigned int CFCKeyStoreC<double, CFCStdKey>::ReduceNumKeys(unsigned int, unsigned int,
+                                                                     double, HvBaseFCurve&);
+template void CFCKeyStoreA<int, CFCSingleValueKey<int>>::SmoothSequence(unsigned int, unsigned int,
+                                                                        double const*, unsigned int,
+                                                                        HvBaseFCurve&);
+template void CFCKeyStoreB<double, CFCSingleValueKey<double>>::SmoothSequence(
+    unsigned int, unsigned int, double const*, unsigned int, HvBaseFCurve&);
+template void CFCKeyStoreC<double, CFCStdKey>::SmoothSequence(unsigned int, unsigned int,
+                                                              double const*, unsigned int,
+                                                              HvBaseFCurve&);
 template int CFCBaseImpl<int, CFCSingleValueKey<int>, CFCIntegerStore>::SmoothSequence(
     double, double, double const*, unsigned int, HvBaseFCurve&);
 template int CFCBaseImpl<double, CFCSingleValueKey<double>, CFCRawStore>::SmoothSequence(
