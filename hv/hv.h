@@ -54,6 +54,7 @@
 #include <hv/foundation/polyline_eval.h>
 #include <hv/foundation/polyline_interpolate.h>
 #include <hv/foundation/polyline_length.h>
+#include <hv/foundation/polyline_sample.h>
 #include <hv/foundation/raw_elements.h>
 #include <hv/foundation/saturate.h>
 
@@ -117,12 +118,16 @@
 #include <hv/shape/HvRect2f.h>
 #include <hv/shape/HvShape2f.h>
 #include <hv/shape/HvShapeArchive.h>
+#include <hv/shape/HvShapeLock.h>
 #include <hv/shape/shape_boolean.h>
 
 #include <hv/pathbuild/HvBasePathBuilder.h>
 #include <hv/pathbuild/HvBezierFitPathBuilder.h>
 #include <hv/pathbuild/HvCubicPathBuilder.h>
 #include <hv/pathbuild/HvLinearPathBuilder.h>
+#include <hv/pathbuild/HvPath2fProp1d.h>
+#include <hv/pathbuild/HvPropCurveData.h>
+#include <hv/pathbuild/HvShapeFactory.h>
 #include <hv/pathbuild/stroke_fitting.h>
 #include <hv/pathbuild/stroke_sampling.h>
 #include <hv/pathbuild/stroke_tangents.h>

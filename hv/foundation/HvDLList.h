@@ -22,7 +22,7 @@ struct HvDLListNode : HvAllocated {
 /// an item that was put in twice is found once. A std::bad_alloc leaves the list as it was. Not
 /// thread-safe: the owner serialises access.
 template <class T>
-class HvDLList {
+class HvDLList : public HvAllocated {
 public:
     using Node = HvDLListNode<T>;
 

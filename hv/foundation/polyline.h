@@ -14,5 +14,6 @@
 #include <hv/foundation/polyline_eval.h>
 #include <hv/foundation/polyline_interpolate.h>
 #include <hv/foundation/polyline_length.h>
+#include <hv/foundation/polyline_sample.h>
 
 #endif

@@ -7,7 +7,7 @@
 
 #include <hv/foundation/raw_elements.h>
 #include <hv/shape/internal/HvPathTags.h>
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 
 #include <algorithm>
 

@@ -336,6 +336,15 @@ protected:
     /// operations; nothing here depends on it.
     int lastSubpathOpen;
 
+    // For the operations of a derived class, which hold the lock.
+
+    /// Whether `first` and `last` are nodes of one subpath, in this order and not the same.
+    bool IsSection(unsigned int first, unsigned int last) const;
+    /// Whether the extent of the control points, mapped, meets `extent`.
+    bool DoesOverlap(HvGC const& gc, HvExtent2<float> const& extent) const;
+    /// ReadArchiveBody, without the test of the roles when the caller vouches for the bytes.
+    unsigned int ReadBody(HvByteReader& reader, bool isVouched);
+
 private:
     HvPath2f(HvPath2f const& source, HvShapeLock const& held);
 
@@ -352,9 +361,7 @@ private:
     void MoveEndpoint(unsigned int i, HvPoint2<float> const& p);
     void MoveInnerNode(unsigned int i, HvPoint2<float> const& p);
     void MoveHandle(unsigned int i, unsigned int node, HvPoint2<float> const& p, int keepRatio);
-    unsigned int ReadBody(HvByteReader& reader, bool isVouched);
     // Steps of replacing.
-    bool IsSection(unsigned int first, unsigned int last) const;
     void ReplaceInterior(unsigned int first, unsigned int last, HvPoint2<float> const* newPoints,
                          unsigned char const* newTags, unsigned int count);
 };

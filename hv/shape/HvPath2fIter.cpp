@@ -6,7 +6,7 @@
 #include <hv/shape/HvPath2fIter.h>
 
 #include <hv/shape/HvPath2f.h>
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 
 int HvPath2fIter::GetNextSubPathIndices(unsigned int& first, unsigned int& last)
 {

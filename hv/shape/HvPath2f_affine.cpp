@@ -6,7 +6,7 @@
 #include <hv/shape/HvPath2f.h>
 
 #include <hv/foundation/HvExtent2.h>
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 #include <hv/shape/internal/shape_transforms.h>
 
 namespace {

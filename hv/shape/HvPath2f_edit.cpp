@@ -6,7 +6,7 @@
 #include <hv/shape/HvPath2f.h>
 
 #include <hv/shape/internal/HvPathTags.h>
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 
 #include <algorithm>
 
@@ -156,7 +156,6 @@ int HvPath2f::ReplaceSubpathSection(unsigned int first, unsigned int last, HvPat
     return 1;
 }
 
-// Whether `first` and `last` are nodes of one subpath, in this order and not the same.
 bool HvPath2f::IsSection(unsigned int first, unsigned int last) const
 {
     HvPathTags const structure(tags);

@@ -9,7 +9,7 @@
 #include <hv/foundation/HvPointTagArray.h>
 #include <hv/raster/polygon_fill.h>
 #include <hv/shape/HvGC.h>
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 #include <hv/shape/internal/rendering_flatness.h>
 
 namespace {

@@ -10,7 +10,7 @@
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvPath2fSink.h>
 #include <hv/shape/internal/HvPathTags.h>
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <hv/shape/HvGC.h>
 #include <hv/shape/internal/HvAppended.h>
 #include <hv/shape/internal/HvPathFlattener.h>
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 #include <hv/shape/internal/polygon_clip.h>
 
 namespace {

@@ -9,9 +9,9 @@
 #include <hv/foundation/HvULongArray.h>
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/shape/HvGC.h>
+#include <hv/shape/HvShapeLock.h>
 #include <hv/shape/internal/HvAppended.h>
 #include <hv/shape/internal/HvPathFlattener.h>
-#include <hv/shape/internal/HvShapeLock.h>
 #include <hv/shape/internal/shape_hits.h>
 
 #include <cmath>
@@ -24,13 +24,6 @@ using Extent = HvExtent2<float>;
 /// How much of its greatest coordinate the box of a segment's control points is widened by, so that
 /// rounding in flattening stays inside: some hundred times what float rounds.
 constexpr float kBoxMargin = 0x1p-16F;
-
-bool DoesPathOverlap(HvPath2f const& path, HvGC const& gc, Extent const& query)
-{
-    Extent extent;
-    path.GetExtent(extent);
-    return HvShapeHit_DoExtentsOverlap(query, gc.transform.Map(extent));
-}
 
 /// Whether the box of the mapped control points `start` to `end` lies beside an ordinary query, so
 /// that their segment cannot meet it.
@@ -79,6 +72,13 @@ bool DoesOutlineMeet(HvPathFlattener<float>& outline, Extent const& query)
 
 }  // namespace
 
+bool HvPath2f::DoesOverlap(HvGC const& gc, Extent const& extent) const
+{
+    Extent own;
+    GetExtent(own);
+    return HvShapeHit_DoExtentsOverlap(extent, gc.transform.Map(own));
+}
+
 int HvPath2f::GetClosePointIndex(HvPoint2<float> const& p, double size, unsigned int* index) const
 {
     HvShapeLock const lock(*this);
@@ -121,7 +121,7 @@ unsigned int HvPath2f::GetPointsInExtentIndices(Extent const& extent, HvULongArr
 int HvPath2f::IsIntersectingExtent(HvGC const& gc, Extent const& extent, int skipExtentTest) const
 {
     HvShapeLock const lock(*this);
-    if (skipExtentTest == 0 && !DoesPathOverlap(*this, gc, extent)) {
+    if (skipExtentTest == 0 && !DoesOverlap(gc, extent)) {
         return 0;
     }
     HvPathFlattener<float> outline(points, tags, &gc.transform, gc.flatness);
@@ -138,7 +138,7 @@ bool HvPath2f::IsInteriorIntersectingExtent(HvGC const& gc, Extent const& extent
                                             int skipExtentTest) const
 {
     HvShapeLock const lock(*this);
-    if (skipExtentTest == 0 && !DoesPathOverlap(*this, gc, extent)) {
+    if (skipExtentTest == 0 && !DoesOverlap(gc, extent)) {
         return false;
     }
     if (IsIntersectingExtent(gc, extent, 1) != 0) {
@@ -161,7 +161,7 @@ int HvPath2f::IntersectSamplePointsExtent(HvGC const& gc, Extent const& extent, 
                                           HvPointTagArray& ptTags, int skipExtentTest) const
 {
     HvShapeLock const lock(*this);
-    if (skipExtentTest == 0 && !DoesPathOverlap(*this, gc, extent)) {
+    if (skipExtentTest == 0 && !DoesOverlap(gc, extent)) {
         return 0;
     }
     HvPoint2fArray samples(64);

@@ -5,7 +5,7 @@
 
 #include <hv/shape/HvPath2f.h>
 
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 
 #include <ostream>
 

@@ -6,7 +6,7 @@
 #include <hv/shape/HvPath2f.h>
 
 #include <hv/shape/internal/HvPathTags.h>
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 
 #include <algorithm>
 

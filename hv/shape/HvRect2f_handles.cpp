@@ -5,7 +5,7 @@
 
 #include <hv/shape/HvRect2f.h>
 
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 #include <hv/shape/internal/rect_handles.h>
 
 HvPoint2<float> HvRect2f::CenterFor(unsigned int handle, CenterStyle style) const

@@ -5,7 +5,7 @@
 
 #include <hv/shape/HvShape2f.h>
 
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 
 HvShape2f::HvShape2f(HvShape2f const& other) : HvAllocated()
 {

@@ -33,7 +33,7 @@ class HvULongArray;
 /// passes through with all locks released and every object valid.
 ///
 /// **Locks.** Every shape has one recursive lock of its own, with a count of its depth; each member
-/// that touches the shape's data holds it (internal/HvShapeLock.h), so any thread may call any
+/// that touches the shape's data holds it (HvShapeLock.h), so any thread may call any
 /// member. QueryShapeKind enters the lock without counting. An operation on two shapes locks its
 /// target first, then its source: two threads that run it on one pair in opposite directions block
 /// each other for ever. Shapes never take the process-wide lock of curves. The graphics context is

@@ -6,7 +6,7 @@
 
 #include <hv/shape/HvPath2f.h>
 #include <hv/shape/HvPath2fSink.h>
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 
 #include "path_test_support.h"
 #include <tests/support/allocation_failure.h>

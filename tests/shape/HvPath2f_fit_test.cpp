@@ -7,7 +7,7 @@
 #include <hv/foundation/HvPointTagArray.h>
 #include <hv/shape/HvGC.h>
 #include <hv/shape/internal/HvPathTags.h>
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 #include <tests/support/allocation_failure.h>
 
 #include "outline_paths.h"

@@ -11,7 +11,7 @@
 #include <hv/foundation/byte_codec.h>
 #include <hv/rotation/HvTransfo4.h>
 #include <hv/shape/internal/HvPathTags.h>
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 
 #include "path_test_support.h"
 #include <tests/platform/run_threads.h>

@@ -5,7 +5,7 @@
 
 #include <hv/shape/HvShape2f.h>
 
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 
 #include "probe_shape.h"
 #include "shape_lock_probe.h"

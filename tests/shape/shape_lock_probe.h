@@ -6,7 +6,7 @@
 #ifndef TESTS_SHAPE_SHAPE_LOCK_PROBE_H
 #define TESTS_SHAPE_SHAPE_LOCK_PROBE_H
 
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 #include <tests/support/wait_probe.h>
 
 #include <memory>

@@ -13,7 +13,7 @@
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvParallelogramShape2f.h>
 #include <hv/shape/HvPath2f.h>
-#include <hv/shape/internal/HvShapeLock.h>
+#include <hv/shape/HvShapeLock.h>
 #include <hv/shape/internal/shape_archive.h>
 #include <hv/shape/internal/shape_transforms.h>
 

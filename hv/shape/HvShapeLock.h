@@ -1,10 +1,11 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// How the members of shapes lock, written once: a member's body names its guard first.
+// How shapes lock, written once: the body of a member names its guard first, and a caller holds a
+// shape through several calls.
 
-#ifndef HV_SHAPE_INTERNAL_HVSHAPELOCK_H
-#define HV_SHAPE_INTERNAL_HVSHAPELOCK_H
+#ifndef HV_SHAPE_HVSHAPELOCK_H
+#define HV_SHAPE_HVSHAPELOCK_H
 
 #include <hv/shape/HvShape2f.h>
 
