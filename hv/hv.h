@@ -122,9 +122,13 @@
 #include <hv/shape/shape_boolean.h>
 
 #include <hv/pathbuild/HvBasePathBuilder.h>
+#include <hv/pathbuild/HvBasePathPropBuilder.h>
 #include <hv/pathbuild/HvBezierFitPathBuilder.h>
+#include <hv/pathbuild/HvBezierFitPathPropBuilder.h>
 #include <hv/pathbuild/HvCubicPathBuilder.h>
 #include <hv/pathbuild/HvLinearPathBuilder.h>
+#include <hv/pathbuild/HvLinearPathPropBuilder.h>
+#include <hv/pathbuild/HvMipPath2fProp1d.h>
 #include <hv/pathbuild/HvPath2fProp1d.h>
 #include <hv/pathbuild/HvPropCurveData.h>
 #include <hv/pathbuild/HvShapeFactory.h>
