@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// hv inspect: what a file of curve archives holds.
+// hv inspect: what a file of archives holds.
 
 #ifndef HV_TOOLS_COMMANDS_INSPECT_COMMAND_H
 #define HV_TOOLS_COMMANDS_INSPECT_COMMAND_H

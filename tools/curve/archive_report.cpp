@@ -1,15 +1,18 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// What a file of curve archives holds.
+// What a file of archives holds.
 
 #include <hv/fcurve/CFCUserDataSet.h>
 #include <hv/fcurve/HvBaseFCurve.h>
 #include <hv/fcurve/HvFCurveArchive.h>
+#include <hv/pathbuild/HvShapeFactory.h>
+#include <hv/shape/HvShape2f.h>
 #include <tools/ToolError.h>
 #include <tools/curve/archive_report.h>
 #include <tools/curve/curve_names.h>
 #include <tools/number_text.h>
+#include <tools/shape/shape_report.h>
 #include <tools/text_table.h>
 
 #include <limits>
@@ -27,14 +30,28 @@ constexpr double kWidest = std::numeric_limits<double>::max();
 constexpr std::size_t kVersionPlace = 4;
 constexpr std::size_t kNumberColumns = 4;
 
-/// The version that an archive tells; it has been read, so the bytes are there.
-unsigned long VersionOf(std::string const& bytes, std::size_t start)
+/// A number of four bytes of an archive; 0 where it is cut off.
+unsigned long NumberAt(std::string const& bytes, std::size_t place)
 {
-    unsigned long version = 0;
-    for (std::size_t k = 4; k-- > 0;) {
-        version = version << 8 | static_cast<unsigned char>(bytes[start + kVersionPlace + k]);
+    unsigned long number = 0;
+    for (std::size_t k = 4; k-- > 0 && place + 4 <= bytes.size();) {
+        number = number << 8 | static_cast<unsigned char>(bytes[place + k]);
     }
-    return version;
+    return number;
+}
+
+/// Whether an archive is that of a shape. What stands where a curve has its version is the kind of
+/// a shape, and but for 1 no version; of those two, a path tells its length by its points.
+bool IsShape(std::string const& bytes, std::size_t start)
+{
+    constexpr unsigned long kPath = HvShape2f::Path;
+    constexpr unsigned long kPathWithProperty = HvShape2f::PathProp1d;
+    unsigned long const version = NumberAt(bytes, start + kVersionPlace);
+    if (version == kPath) {
+        return NumberAt(bytes, start) == 9 * NumberAt(bytes, start + kVersionPlace + 4) + 12;
+    }
+    return version == HvShape2f::Rect || version == HvShape2f::Oval ||
+           (version & 0xffff) == kPathWithProperty;
 }
 
 void WriteHead(std::ostream& out, HvBaseFCurve const& curve, unsigned long version,
@@ -99,30 +116,74 @@ void WriteKeys(std::ostream& out, HvBaseFCurve const& curve)
     }
 }
 
+/// Throws the fault of the archive at `start`.
+[[noreturn]] void Refuse(std::string const& what, std::size_t start, HvArchiveFault const& fault)
+{
+    throw ToolError(what + ", which starts at byte " + std::to_string(start) +
+                    ", is refused at byte " + std::to_string(start + fault.place) + ": " +
+                    fault.reason);
+}
+
+/// Write what the archive at `start` holds and return its bytes; `name` and its number lead.
+std::size_t WriteShape(std::ostream& out, std::string const& file, std::string const& bytes,
+                       std::size_t start, std::string const& name, bool brief)
+{
+    HvShape2f* read = nullptr;
+    HvArchiveFault fault;
+    std::size_t const used =
+        HvShape2f_CreateFromBuffer(bytes.data() + start, bytes.size() - start, &read, fault);
+    std::unique_ptr<HvShape2f> const shape(read);
+    if (shape == nullptr) {
+        Refuse(file + ": " + name, start, fault);
+    }
+    out << name << " at byte " << start << ": ";
+    ShapeReport_Write(out, *shape, used, brief);
+    return used;
+}
+
+std::size_t WriteCurve(std::ostream& out, std::string const& file, std::string const& bytes,
+                       std::size_t start, std::string const& name, bool brief)
+{
+    HvBaseFCurve* read = nullptr;
+    HvArchiveFault fault;
+    std::size_t const used =
+        HvBaseFCurve_CreateFromBuffer(bytes.data() + start, bytes.size() - start, &read, fault);
+    std::unique_ptr<HvBaseFCurve> const curve(read);
+    if (curve == nullptr) {
+        Refuse(file + ": " + name, start, fault);
+    }
+    out << name << " at byte " << start << ": ";
+    WriteHead(out, *curve, NumberAt(bytes, start + kVersionPlace), used);
+    if (!brief) {
+        WriteKeys(out, *curve);
+    }
+    return used;
+}
+
 }  // namespace
 
 void ArchiveReport_Write(std::ostream& out, std::string const& file, std::string const& bytes,
                          bool brief)
 {
-    std::size_t number = 0;
-    for (std::size_t start = 0; start < bytes.size(); ++number) {
-        HvBaseFCurve* read = nullptr;
-        HvArchiveFault fault;
-        std::size_t const used =
-            HvBaseFCurve_CreateFromBuffer(bytes.data() + start, bytes.size() - start, &read, fault);
-        std::unique_ptr<HvBaseFCurve> const curve(read);
-        if (curve == nullptr) {
-            throw ToolError(file + ": curve " + std::to_string(number) + ", which starts at byte " +
-                            std::to_string(start) + ", is refused at byte " +
-                            std::to_string(start + fault.place) + ": " + fault.reason);
+    std::size_t curves = 0;
+    std::size_t shapes = 0;
+    for (std::size_t start = 0; start < bytes.size();) {
+        if (IsShape(bytes, start)) {
+            std::string const name = "shape " + std::to_string(shapes);
+            start += WriteShape(out, file, bytes, start, name, brief);
+            ++shapes;
+        } else {
+            std::string const name = "curve " + std::to_string(curves);
+            start += WriteCurve(out, file, bytes, start, name, brief);
+            ++curves;
         }
-        out << "curve " << number << " at byte " << start << ": ";
-        WriteHead(out, *curve, VersionOf(bytes, start), used);
-        if (!brief) {
-            WriteKeys(out, *curve);
-        }
-        start += used;
     }
-    out << file << ": " << NumberText_Counted(number, "curve") << ", "
-        << NumberText_Counted(bytes.size(), "byte") << "\n";
+    out << file << ": ";
+    if (curves != 0 || shapes == 0) {
+        out << NumberText_Counted(curves, "curve") << ", ";
+    }
+    if (shapes != 0) {
+        out << NumberText_Counted(shapes, "shape") << ", ";
+    }
+    out << NumberText_Counted(bytes.size(), "byte") << "\n";
 }
