@@ -6,8 +6,8 @@
 #include <hv/shape/HvPath2f.h>
 
 #include <hv/foundation/raw_elements.h>
-#include <hv/shape/internal/HvPathTags.h>
 #include <hv/shape/HvShapeLock.h>
+#include <hv/shape/internal/HvPathTags.h>
 
 #include <algorithm>
 

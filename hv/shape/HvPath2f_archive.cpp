@@ -12,8 +12,8 @@
 
 #include <hv/shape/HvPath2f.h>
 
-#include <hv/shape/internal/HvPathTags.h>
 #include <hv/shape/HvShapeLock.h>
+#include <hv/shape/internal/HvPathTags.h>
 #include <hv/shape/internal/shape_archive.h>
 
 #include <cstring>

@@ -9,8 +9,8 @@
 #include <hv/foundation/HvPointTagArray.h>
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvPath2fSink.h>
-#include <hv/shape/internal/HvPathTags.h>
 #include <hv/shape/HvShapeLock.h>
+#include <hv/shape/internal/HvPathTags.h>
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <hv/shape/HvPath2f.h>
 
 #include <hv/shape/HvGC.h>
+#include <hv/shape/HvShapeLock.h>
 #include <hv/shape/internal/HvAppended.h>
 #include <hv/shape/internal/HvPathFlattener.h>
-#include <hv/shape/HvShapeLock.h>
 #include <hv/shape/internal/polygon_clip.h>
 
 namespace {

@@ -5,8 +5,8 @@
 
 #include <hv/shape/HvPath2f.h>
 
-#include <hv/shape/internal/HvPathTags.h>
 #include <hv/shape/HvShapeLock.h>
+#include <hv/shape/internal/HvPathTags.h>
 
 #include <algorithm>
 

@@ -6,8 +6,8 @@
 #include <hv/foundation/HvPoint2fArray.h>
 #include <hv/foundation/HvPointTagArray.h>
 #include <hv/shape/HvGC.h>
-#include <hv/shape/internal/HvPathTags.h>
 #include <hv/shape/HvShapeLock.h>
+#include <hv/shape/internal/HvPathTags.h>
 #include <tests/support/allocation_failure.h>
 
 #include "outline_paths.h"

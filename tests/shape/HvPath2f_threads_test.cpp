@@ -10,8 +10,8 @@
 #include <hv/foundation/HvExtent2.h>
 #include <hv/foundation/byte_codec.h>
 #include <hv/rotation/HvTransfo4.h>
-#include <hv/shape/internal/HvPathTags.h>
 #include <hv/shape/HvShapeLock.h>
+#include <hv/shape/internal/HvPathTags.h>
 
 #include "path_test_support.h"
 #include <tests/platform/run_threads.h>
