@@ -70,9 +70,9 @@ TEST(archive_report, TellsTheSubpathsOfAPath)
 {
     EXPECT_EQ(Report(Archive(Stroke()), false),
               "shape 0 at byte 0: path with a property, 173 bytes, 5 points, 2 subpaths\n"
-              "subpath  first  points  x  y  ends    property\n"
-              "      0      0       2  1  2  open    2 keys to 4\n"
-              "      1      2       3  0  0  closed  -\n"
+              "  subpath  first  points  x  y  ends    property\n"
+              "        0      0       2  1  2  open    2 keys to 4\n"
+              "        1      2       3  0  0  closed  -\n"
               "file: 1 shape, 173 bytes\n");
 }
 
