@@ -53,10 +53,6 @@ void HvBasePathPropBuilder::AddInputPoint(HvPoint2<float> const& p, double value
 
 HvPoint2fArray const* HvBasePathPropBuilder::GetTrailingSamples()
 {
-    track_->FollowInput(stroke_->Input());
-    if (HvPoint2<float> const* const pending = stroke_->Pending()) {
-        track_->Expect(*pending);
-    }
     return Follow(stroke_->Builder().GetTrailingSamples());
 }
 
@@ -65,6 +61,8 @@ HvPoint2fArray const* HvBasePathPropBuilder::EndSubpath(HvPoint2<float> const& p
 {
     HvPoint2<float> const q = stroke_->Mapped(p);
     HvPoint2fArray const& input = stroke_->Input();
+    // What is held back will be followed by the end, so the commit smooths it before it can be
+    // seen.
     track_->Add(q, value, gc_->minPointGap);
     track_->FollowInput(input);
     HvPoint2<float> const* last = input.Size() == 0 ? nullptr : &input[input.Size() - 1];

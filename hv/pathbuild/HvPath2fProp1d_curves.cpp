@@ -17,6 +17,10 @@ namespace {
 /// Below this a length along an outline or a curve counts as none.
 constexpr double kLeastLength = 1e-7;
 
+/// The bits of a tag that hold the role of its point, and the role of the start of a subpath.
+constexpr unsigned char kRoleMask = 63;
+constexpr unsigned char kStartRole = 1;
+
 }  // namespace
 
 // The list. The lock is held.
@@ -43,12 +47,14 @@ void HvPath2fProp1d::RemovePropCurveInsideCriticalSection(unsigned int start)
     }
 }
 
-// The first point of the subpath of a point, which must exist.
+// The first point of the subpath of a point, which must exist. Walks back alone, so that the start
+// of a long subpath is found at once.
 unsigned int HvPath2fProp1d::StartOf(unsigned int index) const
 {
-    unsigned int start = 0;
-    unsigned int end = 0;
-    GetSubpathIndices(index, start, end);
+    unsigned int start = index;
+    while (start > 0 && (tags[start] & kRoleMask) != kStartRole) {
+        --start;
+    }
     return start;
 }
 

@@ -36,8 +36,8 @@ class HvULongArray;
 /// that touches the shape's data holds it (HvShapeLock.h), so any thread may call any
 /// member. QueryShapeKind enters the lock without counting. An operation on two shapes locks its
 /// target first, then its source: two threads that run it on one pair in opposite directions block
-/// each other for ever. Shapes never take the process-wide lock of curves. The graphics context is
-/// not guarded: nobody may change it during a call.
+/// each other for ever. Shapes never take the process-wide lock of curves, but for those that an
+/// HvPath2fProp1d holds. The graphics context is not guarded: nobody may change it during a call.
 ///
 /// A shape is deleted by whoever owns it, through the virtual destructor.
 class HV_API HvShape2f : public HvAllocated {

@@ -114,6 +114,9 @@ TEST(HvPath2fProp1d_fit, FitThatAddsNothingHandsOnNoCurve)
     EXPECT_EQ(path.AddFittedSamplesFromPath(gc, Arcs()), 0u);
     EXPECT_EQ(path.AddFittedSamplesFromPath(gc, OpenProp()), 0u);
     EXPECT_EQ(path.Keys(), PropKeys());
+    source.AddLines({{0, 0}, {9, 0}});  // the next subpath has none, and gets none
+    EXPECT_NE(path.AddFittedSamplesFromPath(HvGC(), source), 0u);
+    EXPECT_EQ(path.Keys(), PropKeys());
 }
 
 TEST(HvPath2fProp1d_fit, SamplesAreThoseOfTheDevice)

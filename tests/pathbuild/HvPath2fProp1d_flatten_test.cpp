@@ -176,6 +176,20 @@ TEST(HvPath2fProp1d_flatten, DoubledPointsAtTheEndHaveTheLastValue)
     EXPECT_EQ(flat.tags, (Tags{0, 1, 1, 2}));
 }
 
+// The scale of a curve rounds; its end is the end of the outline even so.
+TEST(HvPath2fProp1d_flatten, EndOfTheCurveIsTheEndOfTheOutline)
+{
+    HvGC gc;
+    gc.minPointGap = 0;
+    for (int k = 1; k < 200; ++k) {
+        float const length = 0.1F * static_cast<float>(k);
+        PropSamples const flat =
+            Flattened(LineAlongX({0, length}, {{0, 1}, {0.7 * k + 0.1, 5}}), gc);
+        EXPECT_EQ(XOf(flat), (std::vector<float>{0, length}));
+        EXPECT_EQ(flat.values, (Values{1, 5}));
+    }
+}
+
 TEST(HvPath2fProp1d_flatten, DoubledPointsAtTheStartHaveTheFirstValue)
 {
     PropSamples const flat = Flattened(LineAlongX({0, 0, 10}, {{0, 1}, {10, 5}}), HvGC());

@@ -111,9 +111,12 @@ void HvPropTrack::FollowInput(HvPoint2fArray const& input)
     for (unsigned int j = known; j < input.Size(); ++j) {
         // The points of a divided step come before the point that it leads to.
         bool const isLast = j + 1 == input.Size();
-        double way = isLast ? WayOf(input[j]) : before + HvPoint2_LengthAB(input[j - 1], input[j]);
-        way = std::min(way, way_);
-        before = way > before ? way : before;
+        if (isLast) {
+            before = std::max(before, WayOf(input[j]));
+        } else if (j != 0) {
+            double const step = HvPoint2_LengthAB(input[j - 1], input[j]);
+            before = std::min(before + (std::isfinite(step) ? step : 0.0), way_);
+        }
         inputWays_.Add(before);
     }
 }
@@ -219,11 +222,14 @@ double HvPropTrack::FootOf(HvPoint2<float> const& q, double low, double high, do
 {
     double foot = guess;
     double least = std::numeric_limits<double>::infinity();
-    // Places are looked for in ascending order.
-    while (edge_ + 2 < arcs_.Size() && arcs_[edge_ + 1] < low) {
+    // Places come in ascending order.
+    while (edge_ + 2 < arcs_.Size() && arcs_[edge_ + 1] < filter_.Reach()) {
         ++edge_;
     }
     for (unsigned int i = edge_; i + 1 < arcs_.Size() && arcs_[i] <= high; ++i) {
+        if (arcs_[i + 1] < low) {
+            continue;
+        }
         HvPoint2<double> const a(line_[i]);
         HvPoint2<double> const way = HvPoint2<double>(line_[i + 1]) - a;
         HvPoint2<double> const to = HvPoint2<double>(q) - a;
