@@ -22,6 +22,8 @@ namespace {
 constexpr double kFlatness = 0.01;
 /// Wider than any picture, in pixels.
 constexpr double kWidestStroke = 1 << 18;
+/// The widest blur, in pixels.
+constexpr double kWidestFeather = 500.0;
 /// How far beyond its outline a fill may cover pixels: its right end counts.
 constexpr int kBoxMargin = 1;
 /// Two columns of a transform that differ by less than this share draw a round pen round.
@@ -59,6 +61,7 @@ Pen PenOf(HvTransfo4 const& transform)
 DrawingPainter::DrawingPainter(int width, int height) : coverage_(width, height, 0)
 {
     fillGc_.flatness = kFlatness;
+    fillGc_.softClipToShape = 0;
     strokeGc_.flatness = kFlatness;
 }
 
@@ -96,13 +99,19 @@ void DrawingPainter::PaintPath(HvPath2f const& path, HvTransfo4 const& toPixels,
     ClearCoverage(box);
 }
 
-void DrawingPainter::Cover(HvPath2f const& path, HvTransfo4 const& toPixels, std::uint8_t* shares)
+void DrawingPainter::Cover(HvPath2f const& path, HvTransfo4 const& toPixels, double feather,
+                           std::uint8_t* shares)
 {
     HvPath2f pixels(path.NumPoints());
     MappedPath_Append(path, toPixels, OpenSubpaths::Closed, pixels);
-    PixelBox const box = Fill(pixels, 1);
+    fillGc_.fillRule = 1;
+    // Half of the rim lies inside and half outside.
+    double const radius = feather * PenOf(toPixels).scale / 2;
+    fillGc_.softRadiusA = radius > 0.0 ? std::min(radius, kWidestFeather) : 0.0;
+    pixels.SoftFill(fillGc_, coverage_, nullptr);
+    fillGc_.softRadiusA = 0.0;
     std::memcpy(shares, coverage_.data, coverage_.NumPixels());
-    ClearCoverage(box);
+    std::memset(coverage_.data, 0, coverage_.NumPixels());
 }
 
 HvPath2f DrawingPainter::FillOutline(Drawing const& drawing, DrawnPaint const& paint,

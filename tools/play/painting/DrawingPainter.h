@@ -22,9 +22,10 @@ public:
     /// Paints one path of a drawing's coordinates.
     void PaintPath(HvPath2f const& path, HvTransfo4 const& toPixels, SceneColour const& colour,
                    double opacity, Canvas& canvas);
-    /// Adds the coverage of a filled path to `shares`, which is 0 everywhere, a byte for each
-    /// pixel.
-    void Cover(HvPath2f const& path, HvTransfo4 const& toPixels, std::uint8_t* shares);
+    /// Stores the coverage of a filled path, a byte for each pixel; its rim runs from full to none
+    /// over a width of `feather`, in the path's coordinates.
+    void Cover(HvPath2f const& path, HvTransfo4 const& toPixels, double feather,
+               std::uint8_t* shares);
 
 private:
     HvPath2f FillOutline(Drawing const& drawing, DrawnPaint const& paint,

@@ -80,7 +80,8 @@ void FramePainter::PaintLayer(Place& place, std::size_t i, Canvas& canvas)
     PaintApart(opacity, canvas, [&](Canvas& own) {
         PaintContent(layer, place.frame, toPixels, 1.0, own);
         if (isCut) {
-            painter_.Cover(RectOf(instance->width, instance->height), toPixels, shares_.data());
+            painter_.Cover(RectOf(instance->width, instance->height), toPixels, 0.0,
+                           shares_.data());
             own.Multiply(shares_.data());
         }
         MultiplyByMasks(layer, place.frame, toPixels, own);
@@ -185,7 +186,7 @@ void FramePainter::MultiplyByMasks(SceneLayer const& layer, double frame,
         first == MaskMode::Subtract || first == MaskMode::Intersect || first == MaskMode::Darken;
     std::vector<std::uint8_t> all(shares_.size(), isWhole ? 255 : 0);
     for (SceneMask const& mask : layer.masks) {
-        painter_.Cover(mask.outline.At(frame), toPixels, shares_.data());
+        painter_.Cover(mask.outline.At(frame), toPixels, mask.feather.At(frame), shares_.data());
         Shares_Combine(mask, ByteOf(mask.opacity.At(frame) * 0.01), shares_, all);
     }
     canvas.Multiply(all.data());
