@@ -80,8 +80,10 @@ void DrawingPainter::Paint(Drawing const& drawing, HvTransfo4 const& toPixels, d
             HvTransfo4 gradientToPixels(toPixels);
             gradientToPixels.PostMultiply(paint->toLayer);
             GradientColours const colours(*paint->gradient, gradientToPixels, share);
-            canvas.PaintEach(coverage_.data, box,
-                             [&colours](int x, int y) { return colours.At(x, y); });
+            canvas.PaintRows(coverage_.data, box,
+                             [&colours](int x, int y, std::size_t count, std::uint32_t* row) {
+                                 colours.Row(x, y, count, row);
+                             });
         } else {
             canvas.Paint(coverage_.data, box, ColourOf(paint->colour, share));
         }
@@ -100,18 +102,46 @@ void DrawingPainter::PaintPath(HvPath2f const& path, HvTransfo4 const& toPixels,
 }
 
 void DrawingPainter::Cover(HvPath2f const& path, HvTransfo4 const& toPixels, double feather,
-                           std::uint8_t* shares)
+                           PixelBox const& box, std::uint8_t* shares)
 {
     HvPath2f pixels(path.NumPoints());
     MappedPath_Append(path, toPixels, OpenSubpaths::Closed, pixels);
-    fillGc_.fillRule = 1;
     // Half of the rim lies inside and half outside.
-    double const radius = feather * PenOf(toPixels).scale / 2;
-    fillGc_.softRadiusA = radius > 0.0 ? std::min(radius, kWidestFeather) : 0.0;
-    pixels.SoftFill(fillGc_, coverage_, nullptr);
+    double const radius = std::min(feather * PenOf(toPixels).scale / 2, kWidestFeather);
+    fillGc_.fillRule = 1;
+    if (radius > 0.0) {
+        CoverSoftly(pixels, radius, box, shares);
+        return;
+    }
+    PixelBox const covered = Fill(pixels, 1);
+    CopyRows(coverage_, 0, box, shares);
+    ClearCoverage(covered);
+}
+
+/// What lies outside a raster counts as empty to a blur: around the picture there must be room.
+void DrawingPainter::CoverSoftly(HvPath2f& pixels, double radius, PixelBox const& box,
+                                 std::uint8_t* shares)
+{
+    int const margin = static_cast<int>(std::ceil(radius)) + 1;
+    HvUByteRaster raster(coverage_.width + 2 * margin, coverage_.height + 2 * margin, 0);
+    pixels.Translate({static_cast<float>(margin), static_cast<float>(margin)});
+    fillGc_.softRadiusA = radius;
+    pixels.SoftFill(fillGc_, raster, nullptr);
     fillGc_.softRadiusA = 0.0;
-    std::memcpy(shares, coverage_.data, coverage_.NumPixels());
-    std::memset(coverage_.data, 0, coverage_.NumPixels());
+    CopyRows(raster, margin, box, shares);
+}
+
+/// Copies what `raster` has in a box of the picture, which lies in it behind a margin.
+void DrawingPainter::CopyRows(HvUByteRaster const& raster, int margin, PixelBox const& box,
+                              std::uint8_t* shares) const
+{
+    auto const width = static_cast<std::size_t>(raster.width);
+    for (int y = box.top; y < box.bottom; ++y) {
+        std::size_t const row = static_cast<std::size_t>(y + margin) * width;
+        std::memcpy(shares + Offset(box.left, y),
+                    raster.data + row + static_cast<std::size_t>(box.left + margin),
+                    static_cast<std::size_t>(box.right - box.left));
+    }
 }
 
 HvPath2f DrawingPainter::FillOutline(Drawing const& drawing, DrawnPaint const& paint,
@@ -199,9 +229,7 @@ PixelBox DrawingPainter::BoxOf(HvPath2f const& pixels) const
 void DrawingPainter::ClearCoverage(PixelBox const& box)
 {
     for (int y = box.top; y < box.bottom; ++y) {
-        std::size_t const row =
-            static_cast<std::size_t>(y) * static_cast<std::size_t>(coverage_.width);
-        std::memset(coverage_.data + row + static_cast<std::size_t>(box.left), 0,
+        std::memset(coverage_.data + Offset(box.left, y), 0,
                     static_cast<std::size_t>(box.right - box.left));
     }
 }
