@@ -5,7 +5,10 @@
 
 #include "play_documents.h"
 
+#include <tools/files.h>
+
 #include <gtest/gtest.h>
+#include <png.h>
 
 #include <string>
 #include <vector>
@@ -232,6 +235,33 @@ TEST(FramePainter, APictureOfAnotherShapeShowsTheSceneInItsMiddle)
     EXPECT_EQ(PlayPixel(canvas, 17, 1), kRed);
     EXPECT_EQ(PlayPixel(canvas, 46, 30), kRed);
     EXPECT_EQ(PlayPixel(canvas, 50, 16), kNothing);
+}
+
+TEST(FramePainter, AFeatheredMaskFadesOverItsRim)
+{
+    // The rim is 8 wide about x = 8: nothing is faded before 4, all is gone from 12 on.
+    std::string const mask = MaskOver(-40, 8, "a", R"(,"f":{"k":[8,8]})");
+    Canvas const canvas = PlayFrame(Masked(mask), 0);
+    EXPECT_GE(canvas.Pixel(2, 8)[3], 250);
+    EXPECT_NEAR((canvas.Pixel(7, 8)[3] + canvas.Pixel(8, 8)[3]) / 2.0, 127.5, 20.0);
+    EXPECT_LE(canvas.Pixel(13, 8)[3], 5);
+    for (int x = 1; x < 16; ++x) {
+        EXPECT_LE(canvas.Pixel(x, 8)[3], canvas.Pixel(x - 1, 8)[3]) << x;
+    }
+}
+
+TEST(FramePainter, ThePictureOfTheFirstPageIsWhatItPaints)
+{
+    Scene const scene = PlayScene(File_Read(HV_PLAY_SCENE));
+    Canvas canvas(640, 480);
+    FramePainter(scene, 640, 480).Paint(13, canvas);
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    ASSERT_NE(png_image_begin_read_from_file(&image, HV_PLAY_STILL), 0);
+    image.format = PNG_FORMAT_RGBA;
+    std::vector<std::uint8_t> pixels(PNG_IMAGE_SIZE(image));
+    ASSERT_NE(png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr), 0);
+    EXPECT_TRUE(pixels == canvas.StraightPixels()) << "look at it, and copy it there";
 }
 
 TEST(FramePainter, NothingStaysOfTheFrameBefore)

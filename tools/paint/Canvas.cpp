@@ -9,88 +9,123 @@
 
 namespace {
 
-struct Premultiplied {
-    std::uint8_t parts[4];
-
-    explicit Premultiplied(PaintColour const& colour)
-        : parts{PaintByte_Product(colour.red, colour.alpha),
-                PaintByte_Product(colour.green, colour.alpha),
-                PaintByte_Product(colour.blue, colour.alpha), colour.alpha}
-    {
-    }
-};
-
-/// Puts `parts`, premultiplied and then made fainter by `share`, over a pixel.
-void PutOver(std::uint8_t* pixel, std::uint8_t const* parts, unsigned int share)
+/// How many of the `count` bytes at `bytes` are `value` before another one comes; words of eight
+/// equal bytes are passed over at once.
+std::size_t RunOf(std::uint8_t const* bytes, std::size_t count, std::uint8_t value)
 {
-    unsigned int const rest = 255U - PaintByte_Product(parts[3], share);
-    for (int i = 0; i < 4; ++i) {
-        pixel[i] = static_cast<std::uint8_t>(PaintByte_Product(parts[i], share) +
-                                             PaintByte_Product(pixel[i], rest));
+    std::uint64_t const eight = value * 0x0101010101010101U;
+    std::size_t run = 0;
+    std::uint64_t word = eight;
+    while (run + sizeof word <= count) {
+        std::memcpy(&word, bytes + run, sizeof word);
+        if (word != eight) {
+            break;
+        }
+        run += sizeof word;
     }
+    while (run < count && bytes[run] == value) {
+        ++run;
+    }
+    return run;
 }
 
 }  // namespace
 
+PixelBox PixelBox::Union(PixelBox const& other) const
+{
+    if (IsEmpty()) {
+        return other;
+    }
+    if (other.IsEmpty()) {
+        return *this;
+    }
+    return {std::min(left, other.left), std::min(top, other.top), std::max(right, other.right),
+            std::max(bottom, other.bottom)};
+}
+
 Canvas::Canvas(int width, int height)
     : width_(width), height_(height),
-      bytes_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4)
+      pixels_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height))
 {
 }
 
 void Canvas::SetPixel(int x, int y, PaintColour const& premultiplied)
 {
-    std::uint8_t* const pixel = &bytes_[Offset(x, y)];
-    pixel[0] = premultiplied.red;
-    pixel[1] = premultiplied.green;
-    pixel[2] = premultiplied.blue;
-    pixel[3] = premultiplied.alpha;
+    pixels_[Offset(x, y)] = PaintPixel_Pack(premultiplied.red, premultiplied.green,
+                                            premultiplied.blue, premultiplied.alpha);
+    touched_ = touched_.Union({x, y, x + 1, y + 1});
 }
 
 void Canvas::Fill(PaintColour const& colour)
 {
-    Premultiplied const source(colour);
-    for (std::size_t i = 0; i < bytes_.size(); ++i) {
-        bytes_[i] = source.parts[i % 4];
+    std::fill(pixels_.begin(), pixels_.end(), PaintPixel_Premultiplied(colour));
+    touched_ = Box();
+}
+
+void Canvas::Clear()
+{
+    for (int y = touched_.top; y < touched_.bottom; ++y) {
+        std::uint32_t* const row = &pixels_[Offset(touched_.left, y)];
+        std::fill(row, row + (touched_.right - touched_.left), 0U);
     }
+    touched_ = {};
 }
 
 void Canvas::Paint(std::uint8_t const* coverage, PixelBox const& box, PaintColour const& colour)
 {
-    Premultiplied const source(colour);
+    if (box.IsEmpty()) {
+        return;
+    }
+    touched_ = touched_.Union(box);
+    std::uint32_t const source = PaintPixel_Premultiplied(colour);
+    auto const width = static_cast<std::size_t>(box.right - box.left);
     for (int y = box.top; y < box.bottom; ++y) {
-        std::size_t const row = Offset(0, y);
-        std::uint8_t const* const share = coverage + row / 4;
-        for (int x = box.left; x < box.right; ++x) {
-            if (share[x] != 0) {
-                PutOver(&bytes_[row + static_cast<std::size_t>(x) * 4], source.parts, share[x]);
+        std::uint8_t const* const shares = coverage + Offset(box.left, y);
+        std::uint32_t* const pixels = &pixels_[Offset(box.left, y)];
+        for (std::size_t x = 0; x < width;) {
+            std::uint8_t const share = shares[x];
+            if (share == 0) {
+                x += RunOf(shares + x, width - x, 0);
+            } else if (share == 255 && colour.alpha == 255) {
+                std::size_t const run = RunOf(shares + x, width - x, 255);
+                std::fill(pixels + x, pixels + x + run, source);
+                x += run;
+            } else {
+                pixels[x] = PaintPixel_Over(pixels[x], source, share);
+                ++x;
             }
         }
     }
 }
 
-void Canvas::PaintPixel(std::size_t offset, std::uint8_t share, PaintColour const& colour)
+void Canvas::PaintRow(std::size_t row, std::uint8_t const* coverage, std::size_t count,
+                      std::uint32_t const* colours)
 {
-    PutOver(&bytes_[offset], Premultiplied(colour).parts, share);
-}
-
-void Canvas::Multiply(std::uint8_t const* coverage)
-{
-    for (std::size_t i = 0; i < bytes_.size(); ++i) {
-        bytes_[i] = PaintByte_Product(bytes_[i], coverage[i / 4]);
+    for (std::size_t x = 0; x < count; ++x) {
+        std::uint32_t& pixel = pixels_[row + x];
+        bool const isReplaced = coverage[x] == 255 && PaintPixel_Alpha(colours[x]) == 255;
+        pixel = isReplaced ? colours[x] : PaintPixel_Over(pixel, colours[x], coverage[x]);
     }
-}
-
-void Canvas::Clear()
-{
-    std::fill(bytes_.begin(), bytes_.end(), std::uint8_t(0));
 }
 
 void Canvas::Paint(Canvas const& layer, std::uint8_t opacity)
 {
-    for (std::size_t i = 0; i < bytes_.size(); i += 4) {
-        if (layer.bytes_[i + 3] != 0) {
-            PutOver(&bytes_[i], &layer.bytes_[i], opacity);
+    PixelBox const& box = layer.touched_;
+    touched_ = touched_.Union(box);
+    for (int y = box.top; y < box.bottom; ++y) {
+        for (std::size_t i = Offset(box.left, y); i < Offset(box.right, y); ++i) {
+            if (PaintPixel_Alpha(layer.pixels_[i]) != 0) {
+                pixels_[i] = PaintPixel_Over(pixels_[i], layer.pixels_[i], opacity);
+            }
+        }
+    }
+}
+
+void Canvas::Multiply(std::uint8_t const* coverage)
+{
+    for (int y = touched_.top; y < touched_.bottom; ++y) {
+        for (std::size_t i = Offset(touched_.left, y); i < Offset(touched_.right, y); ++i) {
+            pixels_[i] = PaintPixel_Scaled(pixels_[i], coverage[i]);
         }
     }
 }
@@ -98,13 +133,13 @@ void Canvas::Paint(Canvas const& layer, std::uint8_t opacity)
 std::vector<std::uint8_t> Canvas::StraightPixels(PixelBox const& box) const
 {
     std::vector<std::uint8_t> straight;
-    auto const rowBytes = static_cast<std::size_t>(box.right - box.left) * 4;
-    straight.reserve(rowBytes * static_cast<std::size_t>(box.bottom - box.top));
+    straight.reserve(static_cast<std::size_t>(box.right - box.left) *
+                     static_cast<std::size_t>(box.bottom - box.top) * 4);
     for (int y = box.top; y < box.bottom; ++y) {
-        std::uint8_t const* pixel = &bytes_[Offset(box.left, y)];
-        for (std::uint8_t const* const end = pixel + rowBytes; pixel != end; pixel += 4) {
+        for (int x = box.left; x < box.right; ++x) {
+            std::uint8_t const* const pixel = Pixel(x, y);
             unsigned int const alpha = pixel[3];
-            for (std::size_t part = 0; part < 3; ++part) {
+            for (int part = 0; part < 3; ++part) {
                 straight.push_back(alpha == 0 ? std::uint8_t(0)
                                               : static_cast<std::uint8_t>(
                                                     (pixel[part] * 255U + alpha / 2) / alpha));
@@ -117,12 +152,11 @@ std::vector<std::uint8_t> Canvas::StraightPixels(PixelBox const& box) const
 
 PixelBox Canvas::PaintedBox() const
 {
-    PixelBox box = {width_, height_, 0, 0};
-    for (int y = 0; y < height_; ++y) {
-        for (int x = 0; x < width_; ++x) {
+    PixelBox box;
+    for (int y = touched_.top; y < touched_.bottom; ++y) {
+        for (int x = touched_.left; x < touched_.right; ++x) {
             if (Pixel(x, y)[3] != 0) {
-                box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
-                       y + 1};
+                box = box.Union({x, y, x + 1, y + 1});
             }
         }
     }

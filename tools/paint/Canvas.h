@@ -6,24 +6,11 @@
 #ifndef HV_TOOLS_PAINT_CANVAS_H
 #define HV_TOOLS_PAINT_CANVAS_H
 
+#include <tools/paint/paint_pixel.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
-
-/// a * b / 255 of two bytes, rounded: exact for all of them.
-inline std::uint8_t PaintByte_Product(unsigned int a, unsigned int b)
-{
-    unsigned int const product = a * b + 128;
-    return static_cast<std::uint8_t>((product + (product >> 8)) >> 8);
-}
-
-/// A colour that is not premultiplied, each part from 0 to 255.
-struct PaintColour {
-    std::uint8_t red = 0;
-    std::uint8_t green = 0;
-    std::uint8_t blue = 0;
-    std::uint8_t alpha = 255;
-};
 
 /// A rectangle of pixels: columns from `left` up to but not including `right`, rows likewise.
 struct PixelBox {
@@ -33,6 +20,8 @@ struct PixelBox {
     int bottom = 0;
 
     bool IsEmpty() const { return left >= right || top >= bottom; }
+    /// The smallest box around both; an empty one adds nothing.
+    PixelBox Union(PixelBox const& other) const;
 };
 
 /// Pixels of red, green, blue and alpha, premultiplied by alpha, row by row from the top; at first
@@ -46,35 +35,31 @@ public:
     int Height() const { return height_; }
     /// All of it.
     PixelBox Box() const { return {0, 0, width_, height_}; }
+    /// Outside of it all pixels are transparent, as nothing was painted there.
+    PixelBox const& TouchedBox() const { return touched_; }
     /// The four bytes of a pixel.
-    std::uint8_t const* Pixel(int x, int y) const { return &bytes_[Offset(x, y)]; }
-
+    std::uint8_t const* Pixel(int x, int y) const
+    {
+        return PaintPixel_Bytes(pixels_[Offset(x, y)]);
+    }
     /// Stores the four bytes of a pixel, premultiplied.
     void SetPixel(int x, int y, PaintColour const& premultiplied);
+
     void Fill(PaintColour const& colour);
+    /// Makes every pixel transparent. Cost: the touched box.
+    void Clear();
     /// Paints a colour where `coverage`, a byte for each pixel of the canvas, lets it through. Only
     /// the pixels of `box`, which lies in the canvas, are looked at.
     void Paint(std::uint8_t const* coverage, PixelBox const& box, PaintColour const& colour);
-    /// The same with a colour of its own for each pixel: `colourAt(x, y)` gives a PaintColour.
-    template <class ColourAt>
-    void PaintEach(std::uint8_t const* coverage, PixelBox const& box, ColourAt const& colourAt)
-    {
-        for (int y = box.top; y < box.bottom; ++y) {
-            std::size_t const row = Offset(0, y);
-            for (int x = box.left; x < box.right; ++x) {
-                std::uint8_t const share = coverage[row / 4 + static_cast<std::size_t>(x)];
-                if (share != 0) {
-                    PaintPixel(row + static_cast<std::size_t>(x) * 4, share, colourAt(x, y));
-                }
-            }
-        }
-    }
-    /// Makes every pixel fainter by `coverage`, a byte for each.
-    void Multiply(std::uint8_t const* coverage);
-    /// Makes every pixel transparent.
-    void Clear();
+    /// The same with a colour for each pixel: `colourRow(x, y, count, pixels)` stores those of
+    /// `count` pixels from (x, y) on, premultiplied.
+    template <class ColourRow>
+    void PaintRows(std::uint8_t const* coverage, PixelBox const& box, ColourRow const& colourRow);
     /// Paints a canvas of the same size over this one, made fainter by `opacity`, 0 to 255.
     void Paint(Canvas const& layer, std::uint8_t opacity);
+    /// Makes every pixel fainter by `coverage`, a byte for each. Only those of the touched box are
+    /// looked at.
+    void Multiply(std::uint8_t const* coverage);
 
     /// The pixels without the premultiplication, four bytes each, as PNG has them.
     std::vector<std::uint8_t> StraightPixels() const { return StraightPixels(Box()); }
@@ -86,16 +71,45 @@ public:
 private:
     std::size_t Offset(int x, int y) const
     {
-        return (static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
-                static_cast<std::size_t>(x)) *
-               4;
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
+               static_cast<std::size_t>(x);
     }
-
-    void PaintPixel(std::size_t offset, std::uint8_t share, PaintColour const& colour);
+    void PaintRow(std::size_t row, std::uint8_t const* coverage, std::size_t count,
+                  std::uint32_t const* colours);
 
     int width_;
     int height_;
-    std::vector<std::uint8_t> bytes_;
+    std::vector<std::uint32_t> pixels_;
+    PixelBox touched_;
+    std::vector<std::uint32_t> rowColours_;  ///< scratch of PaintRows
 };
+
+template <class ColourRow>
+void Canvas::PaintRows(std::uint8_t const* coverage, PixelBox const& box,
+                       ColourRow const& colourRow)
+{
+    if (box.IsEmpty()) {
+        return;
+    }
+    touched_ = touched_.Union(box);
+    auto const width = static_cast<std::size_t>(box.right - box.left);
+    rowColours_.resize(width);
+    for (int y = box.top; y < box.bottom; ++y) {
+        std::size_t const row = Offset(box.left, y);
+        std::uint8_t const* const shares = coverage + row;
+        std::size_t first = 0;
+        std::size_t end = width;
+        while (first < end && shares[first] == 0) {
+            ++first;
+        }
+        while (end > first && shares[end - 1] == 0) {
+            --end;
+        }
+        if (first < end) {
+            colourRow(box.left + static_cast<int>(first), y, end - first, rowColours_.data());
+            PaintRow(row + first, shares + first, end - first, rowColours_.data());
+        }
+    }
+}
 
 #endif

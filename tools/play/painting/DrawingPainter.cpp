@@ -22,6 +22,8 @@ namespace {
 constexpr double kFlatness = 0.01;
 /// Wider than any picture, in pixels.
 constexpr double kWidestStroke = 1 << 18;
+/// The widest blur, in pixels.
+constexpr double kWidestFeather = 500.0;
 /// How far beyond its outline a fill may cover pixels: its right end counts.
 constexpr int kBoxMargin = 1;
 /// Two columns of a transform that differ by less than this share draw a round pen round.
@@ -59,6 +61,7 @@ Pen PenOf(HvTransfo4 const& transform)
 DrawingPainter::DrawingPainter(int width, int height) : coverage_(width, height, 0)
 {
     fillGc_.flatness = kFlatness;
+    fillGc_.softClipToShape = 0;
     strokeGc_.flatness = kFlatness;
 }
 
@@ -77,8 +80,10 @@ void DrawingPainter::Paint(Drawing const& drawing, HvTransfo4 const& toPixels, d
             HvTransfo4 gradientToPixels(toPixels);
             gradientToPixels.PostMultiply(paint->toLayer);
             GradientColours const colours(*paint->gradient, gradientToPixels, share);
-            canvas.PaintEach(coverage_.data, box,
-                             [&colours](int x, int y) { return colours.At(x, y); });
+            canvas.PaintRows(coverage_.data, box,
+                             [&colours](int x, int y, std::size_t count, std::uint32_t* row) {
+                                 colours.Row(x, y, count, row);
+                             });
         } else {
             canvas.Paint(coverage_.data, box, ColourOf(paint->colour, share));
         }
@@ -96,13 +101,47 @@ void DrawingPainter::PaintPath(HvPath2f const& path, HvTransfo4 const& toPixels,
     ClearCoverage(box);
 }
 
-void DrawingPainter::Cover(HvPath2f const& path, HvTransfo4 const& toPixels, std::uint8_t* shares)
+void DrawingPainter::Cover(HvPath2f const& path, HvTransfo4 const& toPixels, double feather,
+                           PixelBox const& box, std::uint8_t* shares)
 {
     HvPath2f pixels(path.NumPoints());
     MappedPath_Append(path, toPixels, OpenSubpaths::Closed, pixels);
-    PixelBox const box = Fill(pixels, 1);
-    std::memcpy(shares, coverage_.data, coverage_.NumPixels());
-    ClearCoverage(box);
+    // Half of the rim lies inside and half outside.
+    double const radius = std::min(feather * PenOf(toPixels).scale / 2, kWidestFeather);
+    fillGc_.fillRule = 1;
+    if (radius > 0.0) {
+        CoverSoftly(pixels, radius, box, shares);
+        return;
+    }
+    PixelBox const covered = Fill(pixels, 1);
+    CopyRows(coverage_, 0, box, shares);
+    ClearCoverage(covered);
+}
+
+/// What lies outside a raster counts as empty to a blur: around the picture there must be room.
+void DrawingPainter::CoverSoftly(HvPath2f& pixels, double radius, PixelBox const& box,
+                                 std::uint8_t* shares)
+{
+    int const margin = static_cast<int>(std::ceil(radius)) + 1;
+    HvUByteRaster raster(coverage_.width + 2 * margin, coverage_.height + 2 * margin, 0);
+    pixels.Translate({static_cast<float>(margin), static_cast<float>(margin)});
+    fillGc_.softRadiusA = radius;
+    pixels.SoftFill(fillGc_, raster, nullptr);
+    fillGc_.softRadiusA = 0.0;
+    CopyRows(raster, margin, box, shares);
+}
+
+/// Copies what `raster` has in a box of the picture, which lies in it behind a margin.
+void DrawingPainter::CopyRows(HvUByteRaster const& raster, int margin, PixelBox const& box,
+                              std::uint8_t* shares) const
+{
+    auto const width = static_cast<std::size_t>(raster.width);
+    for (int y = box.top; y < box.bottom; ++y) {
+        std::size_t const row = static_cast<std::size_t>(y + margin) * width;
+        std::memcpy(shares + Offset(box.left, y),
+                    raster.data + row + static_cast<std::size_t>(box.left + margin),
+                    static_cast<std::size_t>(box.right - box.left));
+    }
 }
 
 HvPath2f DrawingPainter::FillOutline(Drawing const& drawing, DrawnPaint const& paint,
@@ -190,9 +229,7 @@ PixelBox DrawingPainter::BoxOf(HvPath2f const& pixels) const
 void DrawingPainter::ClearCoverage(PixelBox const& box)
 {
     for (int y = box.top; y < box.bottom; ++y) {
-        std::size_t const row =
-            static_cast<std::size_t>(y) * static_cast<std::size_t>(coverage_.width);
-        std::memset(coverage_.data + row + static_cast<std::size_t>(box.left), 0,
+        std::memset(coverage_.data + Offset(box.left, y), 0,
                     static_cast<std::size_t>(box.right - box.left));
     }
 }

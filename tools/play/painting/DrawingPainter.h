@@ -22,18 +22,27 @@ public:
     /// Paints one path of a drawing's coordinates.
     void PaintPath(HvPath2f const& path, HvTransfo4 const& toPixels, SceneColour const& colour,
                    double opacity, Canvas& canvas);
-    /// Adds the coverage of a filled path to `shares`, which is 0 everywhere, a byte for each
-    /// pixel.
-    void Cover(HvPath2f const& path, HvTransfo4 const& toPixels, std::uint8_t* shares);
+    /// Stores the coverage of a filled path, a byte for each pixel, those of `box`; its rim runs
+    /// from full to none over a width of `feather`, in the path's coordinates.
+    void Cover(HvPath2f const& path, HvTransfo4 const& toPixels, double feather,
+               PixelBox const& box, std::uint8_t* shares);
 
 private:
     HvPath2f FillOutline(Drawing const& drawing, DrawnPaint const& paint,
                          HvTransfo4 const& toPixels) const;
     HvPath2f StrokeOutline(Drawing const& drawing, DrawnPaint const& paint,
                            HvTransfo4 const& toPixels);
+    void CoverSoftly(HvPath2f& pixels, double radius, PixelBox const& box, std::uint8_t* shares);
+    void CopyRows(HvUByteRaster const& raster, int margin, PixelBox const& box,
+                  std::uint8_t* shares) const;
     PixelBox Fill(HvPath2f const& pixels, int fillRule);
     PixelBox BoxOf(HvPath2f const& pixels) const;
     void ClearCoverage(PixelBox const& box);
+    std::size_t Offset(int x, int y) const
+    {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(coverage_.width) +
+               static_cast<std::size_t>(x);
+    }
 
     HvGC fillGc_;
     HvGC strokeGc_;

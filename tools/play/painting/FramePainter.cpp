@@ -40,8 +40,7 @@ HvTransfo4 Fitted(Scene const& scene, int width, int height)
 
 FramePainter::FramePainter(Scene const& scene, int width, int height)
     : scene_(scene), width_(width), height_(height), toPixels_(Fitted(scene, width, height)),
-      painter_(width, height),
-      shares_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height))
+      painter_(width, height)
 {
 }
 
@@ -77,10 +76,14 @@ void FramePainter::PaintLayer(Place& place, std::size_t i, Canvas& canvas)
         PaintContent(layer, place.frame, toPixels, opacity, canvas);
         return;
     }
+    // Most scenes have neither masks nor mattes, and need no room for them.
+    shares_.resize(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_));
+    maskShares_.resize(shares_.size());
     PaintApart(opacity, canvas, [&](Canvas& own) {
         PaintContent(layer, place.frame, toPixels, 1.0, own);
         if (isCut) {
-            painter_.Cover(RectOf(instance->width, instance->height), toPixels, shares_.data());
+            painter_.Cover(RectOf(instance->width, instance->height), toPixels, 0.0,
+                           own.TouchedBox(), shares_.data());
             own.Multiply(shares_.data());
         }
         MultiplyByMasks(layer, place.frame, toPixels, own);
@@ -179,16 +182,15 @@ void FramePainter::MultiplyByMasks(SceneLayer const& layer, double frame,
     if (layer.masks.empty()) {
         return;
     }
-    // What the first mask adds to, or takes from.
-    MaskMode const first = layer.masks.front().mode;
-    bool const isWhole =
-        first == MaskMode::Subtract || first == MaskMode::Intersect || first == MaskMode::Darken;
-    std::vector<std::uint8_t> all(shares_.size(), isWhole ? 255 : 0);
+    PixelBox const& box = canvas.TouchedBox();
+    Shares_Begin(layer.masks.front().mode, width_, box, maskShares_);
     for (SceneMask const& mask : layer.masks) {
-        painter_.Cover(mask.outline.At(frame), toPixels, shares_.data());
-        Shares_Combine(mask, ByteOf(mask.opacity.At(frame) * 0.01), shares_, all);
+        painter_.Cover(mask.outline.At(frame), toPixels, mask.feather.At(frame), box,
+                       shares_.data());
+        Shares_Combine(mask, ByteOf(mask.opacity.At(frame) * 0.01), width_, box, shares_,
+                       maskShares_);
     }
-    canvas.Multiply(all.data());
+    canvas.Multiply(maskShares_.data());
 }
 
 void FramePainter::MultiplyByMatte(Place& place, SceneLayer const& layer, Canvas& canvas)
@@ -198,7 +200,7 @@ void FramePainter::MultiplyByMatte(Place& place, SceneLayer const& layer, Canvas
     }
     std::unique_ptr<Canvas> matte = TakeCanvas();
     PaintLayer(place, *layer.matte, *matte);
-    Shares_OfMatte(*matte, layer.matteMode, shares_);
+    Shares_OfMatte(*matte, layer.matteMode, canvas.TouchedBox(), shares_);
     canvas.Multiply(shares_.data());
     spare_.push_back(std::move(matte));
 }

@@ -51,7 +51,8 @@ private:
     int height_;
     HvTransfo4 toPixels_;
     DrawingPainter painter_;
-    std::vector<std::uint8_t> shares_;  ///< of masks and mattes
+    std::vector<std::uint8_t> shares_;      ///< of one mask or matte
+    std::vector<std::uint8_t> maskShares_;  ///< of all masks of a layer
     std::vector<std::unique_ptr<Canvas>> spare_;
 };
 

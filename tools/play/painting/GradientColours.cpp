@@ -72,8 +72,9 @@ GradientColours::GradientColours(DrawnGradient const& gradient, HvTransfo4 const
             opacities.empty()
                 ? 1.0
                 : Between(opacities, offset, [](DrawnOpacity const& stop) { return stop.opacity; });
-        table_.push_back({part(&SceneColour::red), part(&SceneColour::green),
-                          part(&SceneColour::blue), ByteOf(alpha * opacity)});
+        table_.push_back(
+            PaintPixel_Premultiplied({part(&SceneColour::red), part(&SceneColour::green),
+                                      part(&SceneColour::blue), ByteOf(alpha * opacity)}));
     }
 }
 
@@ -97,11 +98,27 @@ double GradientColours::RadialShare(HvPoint2<double> const& p) const
     return (std::sqrt(b * b + a * HvPoint2_AdotB(ray, ray)) - b) / a;
 }
 
-PaintColour GradientColours::At(int x, int y) const
+std::uint32_t GradientColours::ColourAt(double share) const
 {
-    HvPoint2<double> const p = fromPixels_.Map(HvPoint2<double>(x + 0.5, y + 0.5));
-    double const share = isRadial_ ? RadialShare(p) : LinearShare(p);
     // What is no number counts as 0.
     double const step = share > 0.0 ? std::min(share, 1.0) * kTableSteps + 0.5 : 0.0;
     return table_[static_cast<std::size_t>(step)];
+}
+
+void GradientColours::Row(int x, int y, std::size_t count, std::uint32_t* pixels) const
+{
+    HvPoint2<double> const first = fromPixels_.Map(HvPoint2<double>(x + 0.5, y + 0.5));
+    HvPoint2<double> const step(fromPixels_.GetMatrixElement(0, 0),
+                                fromPixels_.GetMatrixElement(1, 0));
+    if (isRadial_) {
+        for (std::size_t i = 0; i < count; ++i) {
+            pixels[i] = ColourAt(RadialShare(first + step * static_cast<double>(i)));
+        }
+    } else {
+        double const share = LinearShare(first);
+        double const shareStep = HvPoint2_AdotB(step, way_) * scale_;
+        for (std::size_t i = 0; i < count; ++i) {
+            pixels[i] = ColourAt(share + shareStep * static_cast<double>(i));
+        }
+    }
 }

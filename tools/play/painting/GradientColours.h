@@ -12,21 +12,23 @@
 
 #include <vector>
 
-/// Gives the colour of each pixel. Between stops colours and opacities run evenly; before the first
-/// and behind the last they stay.
+/// Gives the colour of each pixel, premultiplied. Between stops colours and opacities run evenly;
+/// before the first and behind the last they stay.
 class GradientColours {
 public:
     /// @param toPixels  from the gradient's coordinates; has an inverse.
     /// @param opacity   0 to 1, for all of it.
     GradientColours(DrawnGradient const& gradient, HvTransfo4 const& toPixels, double opacity);
 
-    PaintColour At(int x, int y) const;
+    /// Stores the colours of `count` pixels from (x, y) on.
+    void Row(int x, int y, std::size_t count, std::uint32_t* pixels) const;
 
 private:
     double LinearShare(HvPoint2<double> const& p) const;
     double RadialShare(HvPoint2<double> const& p) const;
+    std::uint32_t ColourAt(double share) const;
 
-    std::vector<PaintColour> table_;
+    std::vector<std::uint32_t> table_;
     HvTransfo4 fromPixels_;
     bool isRadial_;
     HvPoint2<double> focus_;  ///< a linear one's start

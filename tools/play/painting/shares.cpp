@@ -41,25 +41,46 @@ std::uint8_t Luma(std::uint8_t const* pixel)
     return static_cast<std::uint8_t>((77U * pixel[0] + 150U * pixel[1] + 29U * pixel[2]) >> 8);
 }
 
-}  // namespace
-
-void Shares_Combine(SceneMask const& mask, std::uint8_t opacity,
-                    std::vector<std::uint8_t> const& coverage, std::vector<std::uint8_t>& all)
+/// Calls `visit` with the offset of each pixel of the box.
+template <class Visit>
+void ForEach(int width, PixelBox const& box, Visit const& visit)
 {
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        std::uint8_t const inside = mask.isInverted ? Inverse(coverage[i]) : coverage[i];
-        all[i] = Combined(mask.mode, all[i], PaintByte_Product(inside, opacity));
+    for (int y = box.top; y < box.bottom; ++y) {
+        std::size_t const row = static_cast<std::size_t>(y) * static_cast<std::size_t>(width);
+        for (int x = box.left; x < box.right; ++x) {
+            visit(row + static_cast<std::size_t>(x));
+        }
     }
 }
 
-void Shares_OfMatte(Canvas const& matte, MatteMode mode, std::vector<std::uint8_t>& shares)
+}  // namespace
+
+void Shares_Begin(MaskMode first, int width, PixelBox const& box, std::vector<std::uint8_t>& all)
+{
+    bool const isWhole =
+        first == MaskMode::Subtract || first == MaskMode::Intersect || first == MaskMode::Darken;
+    std::uint8_t const share = isWhole ? 255 : 0;
+    ForEach(width, box, [&all, share](std::size_t i) { all[i] = share; });
+}
+
+void Shares_Combine(SceneMask const& mask, std::uint8_t opacity, int width, PixelBox const& box,
+                    std::vector<std::uint8_t> const& coverage, std::vector<std::uint8_t>& all)
+{
+    ForEach(width, box, [&](std::size_t i) {
+        std::uint8_t const inside = mask.isInverted ? Inverse(coverage[i]) : coverage[i];
+        all[i] = Combined(mask.mode, all[i], PaintByte_Product(inside, opacity));
+    });
+}
+
+void Shares_OfMatte(Canvas const& matte, MatteMode mode, PixelBox const& box,
+                    std::vector<std::uint8_t>& shares)
 {
     bool const isLuma = mode == MatteMode::Luma || mode == MatteMode::InvertedLuma;
     bool const isInverted = mode == MatteMode::InvertedAlpha || mode == MatteMode::InvertedLuma;
-    std::uint8_t const* pixel = matte.Pixel(0, 0);
-    for (std::uint8_t& share : shares) {
-        share = isLuma ? Luma(pixel) : pixel[3];
-        share = isInverted ? Inverse(share) : share;
-        pixel += 4;
-    }
+    std::uint8_t const* const pixels = matte.Pixel(0, 0);
+    ForEach(matte.Width(), box, [&](std::size_t i) {
+        std::uint8_t const* const pixel = pixels + 4 * i;
+        std::uint8_t const share = isLuma ? Luma(pixel) : pixel[3];
+        shares[i] = isInverted ? Inverse(share) : share;
+    });
 }

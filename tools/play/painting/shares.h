@@ -12,12 +12,18 @@
 #include <cstdint>
 #include <vector>
 
+// Shares are bytes, one for each pixel of a picture `width` pixels wide; only those of `box` count.
+
+/// Sets `all` to what the first mask, of the mode `first`, adds to or takes from.
+void Shares_Begin(MaskMode first, int width, PixelBox const& box, std::vector<std::uint8_t>& all);
+
 /// Combines the coverage of a mask, made fainter by `opacity`, with what the masks before it let
 /// through; `all` becomes what they let through together.
-void Shares_Combine(SceneMask const& mask, std::uint8_t opacity,
+void Shares_Combine(SceneMask const& mask, std::uint8_t opacity, int width, PixelBox const& box,
                     std::vector<std::uint8_t> const& coverage, std::vector<std::uint8_t>& all);
 
 /// What a matte lets through, by its opacity or its brightness.
-void Shares_OfMatte(Canvas const& matte, MatteMode mode, std::vector<std::uint8_t>& shares);
+void Shares_OfMatte(Canvas const& matte, MatteMode mode, PixelBox const& box,
+                    std::vector<std::uint8_t>& shares);
 
 #endif

@@ -124,6 +124,7 @@ enum class MaskMode {
 struct SceneMask {
     AnimatedOutline outline;
     AnimatedNumber opacity;  ///< percent
+    AnimatedNumber feather;  ///< the width of its soft rim
     MaskMode mode;
     bool isInverted;
 };

@@ -257,12 +257,12 @@ private:
                 }
                 continue;
             }
-            if (IsMoved(mask, "x") || IsMoved(mask, "f")) {
-                leftOut_.Add("widening and feathering of masks", mask.Path());
+            if (IsMoved(mask, "x")) {
+                leftOut_.Add("widening of masks", mask.Path());
             }
-            layer.masks.push_back({AnimatedOutline(mask.Outline("pt")),
-                                   AnimatedNumber(mask.Number("o", 100)), found->second,
-                                   mask.PlainSwitch("inv")});
+            layer.masks.push_back(
+                {AnimatedOutline(mask.Outline("pt")), AnimatedNumber(mask.Number("o", 100)),
+                 AnimatedNumber(mask.Number("f", 0)), found->second, mask.PlainSwitch("inv")});
         }
     }
 

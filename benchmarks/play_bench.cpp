@@ -1,0 +1,151 @@
+// Copyright (c) 2026 the Hv authors
+// SPDX-License-Identifier: MIT
+
+// How many frames a second does the player of tools/play paint, 512 pixels wide, beside rlottie?
+//
+// Every file of examples/data is played by itself, and so are those of the folder that the variable
+// HV_ANIMATIONS names, together as one item. "Hv" paints with one thread or with as many as the
+// machine has processors, each a frame of its own; rlottie divides the work of a frame by itself.
+// Reading the files is not counted, encoding neither. Items a second are frames a second.
+
+#include <tools/files.h>
+#include <tools/play/output/frame_run.h>
+#include <tools/play/scene/scene_reader.h>
+
+#include <benchmark/benchmark.h>
+
+#ifdef HV_PEER_RLOTTIE
+#include <rlottie.h>
+#endif
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+constexpr int kWidth = 512;
+/// Of each file so many frames are painted, evenly spread.
+constexpr std::size_t kFrames = 12;
+
+/// Takes frames and drops them.
+class Nowhere : public FrameOutput {
+public:
+    EncodedFrame Encode(Canvas const& canvas, std::size_t) const override
+    {
+        benchmark::DoNotOptimize(canvas.Pixel(0, 0));
+        return {"", canvas.Box()};
+    }
+    void Take(EncodedFrame const&, std::size_t) override {}
+    void Close() override {}
+};
+
+struct File {
+    std::string path;
+    Scene scene;
+    int height;
+    double step;
+};
+
+using Files = std::vector<std::shared_ptr<File>>;
+
+std::shared_ptr<File> Read(std::string const& path)
+{
+    LeftOut leftOut;
+    auto file = std::make_shared<File>();
+    file->path = path;
+    file->scene = SceneReader_Read(Json_Parse(File_Read(path)), leftOut);
+    file->height = static_cast<int>(std::lround(kWidth * file->scene.height / file->scene.width));
+    file->step = (file->scene.endFrame - file->scene.firstFrame) / static_cast<double>(kFrames);
+    return file;
+}
+
+std::vector<std::string> AnimationsIn(std::string const& folder)
+{
+    std::vector<std::string> paths;
+    for (auto const& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().extension() == ".json") {
+            paths.push_back(entry.path().string());
+        }
+    }
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
+void Play_Hv(benchmark::State& state, Files const& files, unsigned int numThreads)
+{
+    for (auto _ : state) {
+        for (auto const& file : files) {
+            FrameRun const run = {kWidth,     file->height, file->scene.firstFrame,
+                                  file->step, kFrames,      numThreads};
+            Nowhere output;
+            FrameRun_Paint(file->scene, run, output, [] {});
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size() * kFrames));
+}
+
+#ifdef HV_PEER_RLOTTIE
+void Play_Rlottie(benchmark::State& state, Files const& files)
+{
+    std::vector<std::unique_ptr<rlottie::Animation>> animations;
+    std::size_t pixels = 0;
+    for (auto const& file : files) {
+        animations.push_back(rlottie::Animation::loadFromFile(file->path));
+        pixels = std::max(pixels, static_cast<std::size_t>(kWidth * file->height));
+    }
+    std::vector<std::uint32_t> buffer(pixels);
+    for (auto _ : state) {
+        for (std::size_t i = 0; i < files.size(); ++i) {
+            for (std::size_t frame = 0; frame < kFrames; ++frame) {
+                rlottie::Surface const surface(
+                    buffer.data(), kWidth, static_cast<std::size_t>(files[i]->height), kWidth * 4);
+                animations[i]->renderSync(
+                    static_cast<std::size_t>(static_cast<double>(frame) * files[i]->step), surface);
+            }
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size() * kFrames));
+}
+#endif
+
+void Register(std::string const& name, Files const& files)
+{
+    auto const add = [&name](std::string const& who, auto const& play) {
+        benchmark::RegisterBenchmark(("Play_" + who + "/" + name).c_str(), play)
+            ->Unit(benchmark::kMillisecond)
+            ->UseRealTime();
+    };
+    add("HvOneThread", [files](benchmark::State& state) { Play_Hv(state, files, 1); });
+    add("Hv", [files](benchmark::State& state) {
+        Play_Hv(state, files, std::max(std::thread::hardware_concurrency(), 1u));
+    });
+#ifdef HV_PEER_RLOTTIE
+    add("Rlottie", [files](benchmark::State& state) { Play_Rlottie(state, files); });
+#endif
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    for (std::string const& path : AnimationsIn(HV_EXAMPLE_DATA)) {
+        Register(std::filesystem::path(path).stem().string(), {Read(path)});
+    }
+    if (char const* const folder = std::getenv("HV_ANIMATIONS")) {
+        Files files;
+        for (std::string const& path : AnimationsIn(folder)) {
+            files.push_back(Read(path));
+        }
+        Register("folder", files);
+    }
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
