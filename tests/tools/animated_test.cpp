@@ -179,3 +179,18 @@ TEST(AnimatedOutline, BlendsPointByPoint)
     EXPECT_EQ(outline.At(15).GetPoint(3).x, 6.0F) << "a key without a value keeps the one before";
     EXPECT_NE(outline.At(2.5).IsSubpathClosed(0), 0);
 }
+
+TEST(AnimatedOutline, OutlinesOfDifferentBuildMeetAtSharesOfTheirLengths)
+{
+    // A line of two nodes becomes one of three, twice as long and a unit lower.
+    Owner const owner(
+        R"({"ks":{"k":[{"t":0,"s":[{"v":[[0,0],[8,0]],"i":[[0,0],[0,0]],"o":[[0,0],[0,0]]}]},)"
+        R"({"t":10,"s":[{"v":[[0,1],[2,1],[16,1]],"i":[[0,0],[0,0],[0,0]],)"
+        R"("o":[[0,0],[0,0],[0,0]]}]}]}})");
+    HvPath2f const blend = AnimatedOutline((*owner).Outline("ks")).At(5);
+    unsigned int const last = blend.NumPoints() - 1;
+    EXPECT_NEAR(blend.GetPoint(0).y, 0.5F, 1e-6F);
+    EXPECT_NEAR(blend.GetPoint(last).x, 12.0F, 1e-5F);
+    EXPECT_NEAR(blend.GetPoint(last / 4).x, 3.0F, 1e-4F);
+    EXPECT_NEAR(blend.GetPoint(last / 2).x, 6.0F, 1e-4F);
+}

@@ -16,11 +16,11 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <memory>
 #include <optional>
 #include <ostream>
-#include <regex>
 #include <string>
 #include <thread>
 
@@ -64,20 +64,48 @@ int PixelsOf(double length, char const* what)
     return static_cast<int>(length);
 }
 
+/// Two integers with a separator between them; the second may be missing with it.
+struct IntegerPair {
+    int first = 0;
+    std::optional<int> second;
+};
+
+/// Nothing when the text is no such pair.
+std::optional<IntegerPair> PairOf(std::string const& text, std::string const& separator)
+{
+    auto const read = [](std::string const& part, int& value) {
+        char const* const end = part.data() + part.size();
+        auto const [stop, error] = std::from_chars(part.data(), end, value);
+        return error == std::errc() && stop == end;
+    };
+    IntegerPair pair;
+    std::size_t const at = text.find(separator);
+    if (!read(text.substr(0, at), pair.first)) {
+        return std::nullopt;
+    }
+    if (at != text.npos) {
+        int second = 0;
+        if (!read(text.substr(at + separator.size()), second)) {
+            return std::nullopt;
+        }
+        pair.second = second;
+    }
+    return pair;
+}
+
 /// "512x256", or "512": that wide, and as high as the animation asks for.
 void SetSize(Request const& request, Scene const& scene, FrameRun& run)
 {
-    static std::regex const kSize("([0-9]{1,6})(?:x([0-9]{1,6}))?");
     double width = std::ceil(scene.width);
     double height = std::ceil(scene.height);
     if (!request.size.empty()) {
-        std::smatch match;
-        if (!std::regex_match(request.size, match, kSize)) {
+        std::optional<IntegerPair> const pair = PairOf(request.size, "x");
+        if (!pair) {
             throw ToolError("--size must be pixels, as in 512x256 or 512");
         }
-        width = std::stod(match[1]);
-        height = match[2].matched ? std::stod(match[2])
-                                  : std::max(1.0, std::round(width * scene.height / scene.width));
+        width = pair->first;
+        height = pair->second ? *pair->second
+                              : std::max(1.0, std::round(width * scene.height / scene.width));
     }
     run.width = PixelsOf(width, "width");
     run.height = PixelsOf(height, "height");
@@ -86,16 +114,15 @@ void SetSize(Request const& request, Scene const& scene, FrameRun& run)
 /// "a..b", both included; initially all frames of the animation.
 void SetFrames(Request const& request, Scene const& scene, FrameRun& run)
 {
-    static std::regex const kRange("(-?[0-9]{1,9})\\.\\.(-?[0-9]{1,9})");
     double first = scene.firstFrame;
     double end = scene.endFrame;
     if (!request.frames.empty()) {
-        std::smatch match;
-        if (!std::regex_match(request.frames, match, kRange)) {
+        std::optional<IntegerPair> const pair = PairOf(request.frames, "..");
+        if (!pair || !pair->second) {
             throw ToolError("--frames must be two frames, as in 0..59");
         }
-        first = std::stod(match[1]);
-        end = std::stod(match[2]) + 1.0;
+        first = pair->first;
+        end = *pair->second + 1.0;
     }
     double const stretch = request.timeStretch;
     if (!(stretch >= 1.0 / kLongestStretch && stretch <= kLongestStretch)) {

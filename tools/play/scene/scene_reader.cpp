@@ -62,7 +62,7 @@ public:
         for (std::size_t i = 0; assets != nullptr && i < assets->size(); ++i) {
             Json const& asset = (*assets)[i];
             if (Json_Find(asset, "layers") != nullptr) {
-                assets_.insert({Json_Text(Json_Find(asset, "id")), {i, 0, 0.0, Asset::Unread}});
+                assets_.insert({Json_Text(Json_Find(asset, "id")), {i, 0, 0.0, Asset::IsUnread}});
             }
         }
     }
@@ -92,9 +92,9 @@ private:
         std::size_t composition;
         double layersOfFrame;
         enum {
-            Unread,
-            BeingRead,
-            Read
+            IsUnread,
+            IsBeingRead,
+            IsRead
         } state;
     };
 
@@ -212,16 +212,16 @@ private:
             throw ToolError(reader.PathOf("refId") + " names no composition");
         }
         Asset& asset = found->second;
-        if (asset.state == Asset::BeingRead) {
+        if (asset.state == Asset::IsBeingRead) {
             throw ToolError(reader.Path() + ": the composition \"" + id + "\" contains itself");
         }
-        if (asset.state == Asset::Unread) {
-            asset.state = Asset::BeingRead;
+        if (asset.state == Asset::IsUnread) {
+            asset.state = Asset::IsBeingRead;
             asset.composition = scene_.compositions.size();
             std::string const path = Json_ElementPath("assets", asset.number);
             Json const& owner = (*Json_Find(document_, "assets"))[asset.number];
             asset.layersOfFrame = ReadComposition(owner, path + ".layers");
-            asset.state = Asset::Read;
+            asset.state = Asset::IsRead;
         }
         layersOfFrame += asset.layersOfFrame;
         SceneInstance instance{asset.composition,
