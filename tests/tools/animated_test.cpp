@@ -182,15 +182,21 @@ TEST(AnimatedOutline, BlendsPointByPoint)
 
 TEST(AnimatedOutline, OutlinesOfDifferentBuildMeetAtSharesOfTheirLengths)
 {
-    // A line of two nodes becomes one of three, twice as long and a unit lower.
+    // A line of two nodes becomes one of three, twice as long and a unit lower. The morph is fitted
+    // to a 512th of the longer one.
     Owner const owner(
         R"({"ks":{"k":[{"t":0,"s":[{"v":[[0,0],[8,0]],"i":[[0,0],[0,0]],"o":[[0,0],[0,0]]}]},)"
         R"({"t":10,"s":[{"v":[[0,1],[2,1],[16,1]],"i":[[0,0],[0,0],[0,0]],)"
         R"("o":[[0,0],[0,0],[0,0]]}]}]}})");
-    HvPath2f const blend = AnimatedOutline((*owner).Outline("ks")).At(5);
-    unsigned int const last = blend.NumPoints() - 1;
-    EXPECT_NEAR(blend.GetPoint(0).y, 0.5F, 1e-6F);
-    EXPECT_NEAR(blend.GetPoint(last).x, 12.0F, 1e-5F);
-    EXPECT_NEAR(blend.GetPoint(last / 4).x, 3.0F, 1e-4F);
-    EXPECT_NEAR(blend.GetPoint(last / 2).x, 6.0F, 1e-4F);
+    AnimatedOutline const outline((*owner).Outline("ks"));
+    EXPECT_EQ(outline.At(0).NumSegments(), 1u) << "at a key the outline is its own";
+    EXPECT_EQ(outline.At(10).NumSegments(), 2u);
+    HvPath2f const blend = outline.At(5);
+    constexpr float kFit = 16.0F / 512.0F;
+    HvExtent2<float> extent;
+    blend.GetTightExtent(extent);
+    EXPECT_NEAR(extent.min.x, 0.0F, kFit);
+    EXPECT_NEAR(extent.max.x, 12.0F, kFit);
+    EXPECT_NEAR(extent.min.y, 0.5F, kFit);
+    EXPECT_NEAR(extent.max.y, 0.5F, kFit);
 }

@@ -114,8 +114,11 @@ void Canvas::Paint(Canvas const& layer, std::uint8_t opacity)
     touched_ = touched_.Union(box);
     for (int y = box.top; y < box.bottom; ++y) {
         for (std::size_t i = Offset(box.left, y); i < Offset(box.right, y); ++i) {
-            if (PaintPixel_Alpha(layer.pixels_[i]) != 0) {
-                pixels_[i] = PaintPixel_Over(pixels_[i], layer.pixels_[i], opacity);
+            std::uint32_t const source = layer.pixels_[i];
+            if (opacity == 255 && PaintPixel_Alpha(source) == 255) {
+                pixels_[i] = source;
+            } else if (PaintPixel_Alpha(source) != 0) {
+                pixels_[i] = PaintPixel_Over(pixels_[i], source, opacity);
             }
         }
     }
@@ -124,8 +127,18 @@ void Canvas::Paint(Canvas const& layer, std::uint8_t opacity)
 void Canvas::Multiply(std::uint8_t const* coverage)
 {
     for (int y = touched_.top; y < touched_.bottom; ++y) {
-        for (std::size_t i = Offset(touched_.left, y); i < Offset(touched_.right, y); ++i) {
-            pixels_[i] = PaintPixel_Scaled(pixels_[i], coverage[i]);
+        std::size_t const end = Offset(touched_.right, y);
+        for (std::size_t i = Offset(touched_.left, y); i < end;) {
+            if (coverage[i] == 255) {
+                i += RunOf(coverage + i, end - i, 255);
+            } else if (coverage[i] == 0) {
+                std::size_t const run = RunOf(coverage + i, end - i, 0);
+                std::fill(&pixels_[i], &pixels_[i] + run, 0U);
+                i += run;
+            } else {
+                pixels_[i] = PaintPixel_Scaled(pixels_[i], coverage[i]);
+                ++i;
+            }
         }
     }
 }

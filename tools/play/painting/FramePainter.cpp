@@ -187,8 +187,12 @@ void FramePainter::MultiplyByMasks(SceneLayer const& layer, double frame,
     for (SceneMask const& mask : layer.masks) {
         painter_.Cover(mask.outline.At(frame), toPixels, mask.feather.At(frame), box,
                        shares_.data());
-        Shares_Combine(mask, ByteOf(mask.opacity.At(frame) * 0.01), width_, box, shares_,
-                       maskShares_);
+        std::uint8_t const opacity = ByteOf(mask.opacity.At(frame) * 0.01);
+        if (layer.masks.size() == 1 && Shares_AreCoverage(mask, opacity)) {
+            canvas.Multiply(shares_.data());
+            return;
+        }
+        Shares_Combine(mask, opacity, width_, box, shares_, maskShares_);
     }
     canvas.Multiply(maskShares_.data());
 }

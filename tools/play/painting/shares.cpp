@@ -63,6 +63,12 @@ void Shares_Begin(MaskMode first, int width, PixelBox const& box, std::vector<st
     ForEach(width, box, [&all, share](std::size_t i) { all[i] = share; });
 }
 
+bool Shares_AreCoverage(SceneMask const& mask, std::uint8_t opacity)
+{
+    return (mask.mode == MaskMode::Add || mask.mode == MaskMode::Intersect) && !mask.isInverted &&
+           opacity == 255;
+}
+
 void Shares_Combine(SceneMask const& mask, std::uint8_t opacity, int width, PixelBox const& box,
                     std::vector<std::uint8_t> const& coverage, std::vector<std::uint8_t>& all)
 {

@@ -17,6 +17,9 @@
 /// Sets `all` to what the first mask, of the mode `first`, adds to or takes from.
 void Shares_Begin(MaskMode first, int width, PixelBox const& box, std::vector<std::uint8_t>& all);
 
+/// Whether a mask alone lets through just what it covers.
+bool Shares_AreCoverage(SceneMask const& mask, std::uint8_t opacity);
+
 /// Combines the coverage of a mask, made fainter by `opacity`, with what the masks before it let
 /// through; `all` becomes what they let through together.
 void Shares_Combine(SceneMask const& mask, std::uint8_t opacity, int width, PixelBox const& box,

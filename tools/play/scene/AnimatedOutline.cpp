@@ -4,7 +4,8 @@
 // An outline that moves from key to key.
 
 #include <tools/play/scene/AnimatedOutline.h>
-#include <tools/play/scene/PathBlend.h>
+
+#include <cstddef>
 
 namespace {
 
@@ -40,18 +41,17 @@ AnimatedOutline::AnimatedOutline(OutlineProperty const& property) : phase_(prope
 {
     outlines_.reserve(property.outlines.size());
     for (OutlineValue const& outline : property.outlines) {
-        outlines_.push_back(PathOf(outline));
+        outlines_.emplace_back(PathOf(outline));
+    }
+    // Blends point at their outlines, which stay where they are now.
+    for (std::size_t i = 1; i < outlines_.size(); ++i) {
+        blends_.emplace_back(outlines_[i - 1], outlines_[i]);
     }
 }
 
 HvPath2f AnimatedOutline::At(double frame) const
 {
     Phase const phase = phase_.At(frame);
-    HvPath2f const& outline = outlines_[phase.key];
-    if (phase.share == 0.0 || phase.key + 1 >= outlines_.size()) {
-        return outline;
-    }
-    HvPath2f blend(outline.NumPoints());
-    PathBlend_Set(outline, outlines_[phase.key + 1], phase.share, blend);
-    return blend;
+    bool const isResting = phase.share == 0.0 || phase.key >= blends_.size();
+    return isResting ? HvPath2f(outlines_[phase.key]) : blends_[phase.key].At(phase.share);
 }

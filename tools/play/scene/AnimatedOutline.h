@@ -6,7 +6,7 @@
 #ifndef HV_TOOLS_PLAY_SCENE_ANIMATEDOUTLINE_H
 #define HV_TOOLS_PLAY_SCENE_ANIMATEDOUTLINE_H
 
-#include <hv/shape/HvPath2f.h>
+#include <tools/play/scene/PathBlend.h>
 #include <tools/play/scene/animated.h>
 
 #include <vector>
@@ -20,7 +20,8 @@ public:
     HvPath2f At(double frame) const;
 
 private:
-    std::vector<HvPath2f> outlines_;
+    std::vector<HvPath2fProp1d> outlines_;
+    std::vector<PathBlend> blends_;  ///< from each outline to the next
     AnimatedPhase phase_;
 };
 

@@ -5,65 +5,56 @@
 
 #include <tools/play/scene/PathBlend.h>
 
-#include <hv/foundation/polyline_interpolate.h>
-#include <hv/foundation/polyline_length.h>
+#include <hv/foundation/HvExtent2.h>
+
+#include <algorithm>
 
 namespace {
 
-/// Steps along outlines of different build: no step is seen at the sizes that are painted.
-constexpr unsigned int kSteps = 512;
-/// How far those outlines may be off before they are divided, in units of the document.
-constexpr double kFlatness = 0.01;
+/// A morph samples outlines, and fits the result, at this share of the size of the larger one:
+/// finer than is seen where it fills the picture.
+constexpr double kSpacing = 1.0 / 512.0;
 
-/// Points at even steps along the first subpath.
-HvPoint2fArray SamplesOf(HvPath2f const& path)
+/// What siblings without a property do not use, but must be above 0.
+constexpr double kPropertyStep = 1.0;
+
+double SizeOf(HvPath2f const& path)
 {
-    HvPoint2fArray polyline;
-    HvDoubleArray chords;
-    HvPoint2fArray samples;
-    path.FlattenSubpath(0, kFlatness, polyline);
-    HvPoint2fArraySingleComponent_ComputeChordLength(polyline, chords);
-    HvPoint2fArraySingleComponent_EvenSubdivide(polyline, chords, kSteps, samples);
-    return samples;
+    HvExtent2<float> extent;
+    path.GetExtent(extent);
+    return std::max({extent.max.x - extent.min.x, extent.max.y - extent.min.y, 0.0F});
 }
 
-/// Outlines of different build meet point by point at the same shares of their lengths.
-void BlendSamples(HvPath2f const& a, HvPath2f const& b, double share, HvPath2f& out)
+HvGC MorphGC(HvPath2f const& from, HvPath2f const& to)
 {
-    HvPoint2fArray const from = SamplesOf(a);
-    HvPoint2fArray const to = SamplesOf(b);
-    if (from.Size() != to.Size()) {
-        // One of them has no length to be divided.
-        out = share < 0.5 ? a : b;
-        return;
+    HvGC gc;
+    double const spacing = kSpacing * std::max(SizeOf(from), SizeOf(to));
+    if (spacing > 0.0) {
+        gc.minPointGap = spacing;
     }
-    HvPoint2fArray blend;
-    HvPoint2fArraySingleComponent_Lerp(from, to, share, blend);
-    out = HvPath2f(blend.Size());
-    for (unsigned int i = 0; i < blend.Size(); ++i) {
-        if (i == 0) {
-            out.Moveto(blend[i]);
-        } else {
-            out.Lineto(blend[i]);
-        }
-    }
-    if (a.IsSubpathClosed(0) != 0 && b.IsSubpathClosed(0) != 0) {
-        out.Closeto();
-    }
+    return gc;
 }
 
 }  // namespace
 
-void PathBlend_Set(HvPath2f const& a, HvPath2f const& b, double share, HvPath2f& out)
+PathBlend::Morph::Morph(HvPath2fProp1d const& from, HvPath2fProp1d const& to)
+    : gc(MorphGC(from, to)), morpher(&from, &to, gc)
 {
-    if (a.IsSiblingOf(b) == 0) {
-        BlendSamples(a, b, share, out);
-        return;
+}
+
+PathBlend::PathBlend(HvPath2fProp1d const& from, HvPath2fProp1d const& to)
+    : from_(&from), to_(&to),
+      morph_(from.IsSiblingOf(to) != 0 ? nullptr : std::make_unique<Morph>(from, to))
+{
+}
+
+HvPath2f PathBlend::At(double share) const
+{
+    HvPath2fProp1d blend(from_->NumPoints());
+    if (morph_ == nullptr) {
+        blend.SetToLerpAB(*from_, *to_, share, kPropertyStep, kPropertyStep);
+    } else {
+        morph_->morpher.LinearMorph(share, blend);
     }
-    out = a;
-    for (unsigned int i = 0; i < a.NumPoints(); ++i) {
-        HvPoint2<double> const from(a.GetPoint(i));
-        HvPoint2<double> const to(b.GetPoint(i));
-        out.ReplacePointIgnoringLock(i, HvPoint2<float>(from + (to - from) * share));
-    }
+    return blend;
 }
