@@ -126,11 +126,6 @@ int HvMorpher::LinearMotionPathMorph(double t, HvPath2fProp1d& out) const
     }
     HvPoint2fArray& blended = samples.first;
     HvPoint2fArraySingleComponent_Lerp(samples.first, samples.second, t, blended);
-    HvMorphOutput output(out, *impl_->gc);
-    unsigned int subpath = 0;
-    if (output.AppendFit(blended, false, subpath)) {
-        impl_->SetThePropertyCurve(t, output.path, samples.steps, 0, 0, subpath);
-        output.Finish();
-    }
+    HvMorphOutput_AppendOpen(*impl_, t, blended, samples.steps, out);
     return 1;
 }

@@ -32,10 +32,10 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--nm", default="nm")
     parser.add_argument("--update", action="store_true")
-    parser.add_argument("library")
+    parser.add_argument("shared_object", metavar="LIBRARY")
     parser.add_argument("kept", type=pathlib.Path)
     arguments = parser.parse_args()
-    now = exported(arguments.nm, arguments.library)
+    now = exported(arguments.nm, arguments.shared_object)
     if arguments.update:
         arguments.kept.write_text("\n".join(now) + "\n")
         return 0

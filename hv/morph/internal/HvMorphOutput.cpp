@@ -5,6 +5,7 @@
 
 #include <hv/morph/internal/HvMorphOutput.h>
 
+#include <hv/morph/HvMorpherImpl.h>
 #include <hv/shape/HvGC.h>
 
 bool HvMorphOutput::AppendFit(HvPoint2fArray const& line, bool isClosed, unsigned int& subpath)
@@ -16,4 +17,15 @@ bool HvMorphOutput::AppendFit(HvPoint2fArray const& line, bool isClosed, unsigne
         tool_.OpenFit(line, gc_.cornerCosSquared, 3, gc_.minPointGap, 0, sink_, 0);
     }
     return path.NumPoints() > subpath;
+}
+
+void HvMorphOutput_AppendOpen(HvMorpherImpl const& morph, double t, HvPoint2fArray const& line,
+                              unsigned int steps, HvPath2fProp1d& out)
+{
+    HvMorphOutput output(out, *morph.gc);
+    unsigned int subpath = 0;
+    if (output.AppendFit(line, false, subpath)) {
+        morph.SetThePropertyCurve(t, output.path, steps, 0, 0, subpath);
+        output.Finish();
+    }
 }

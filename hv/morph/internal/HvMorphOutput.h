@@ -10,6 +10,8 @@
 #include <hv/pathbuild/HvPath2fProp1d.h>
 #include <hv/shape/HvPath2fSink.h>
 
+struct HvMorpherImpl;
+
 /// Collects the result beside the path that it is for, so that this changes in one piece, when the
 /// outlines, one of which it may be, have been read.
 class HvMorphOutput {
@@ -38,5 +40,10 @@ private:
     HvPath2fSink sink_;
     HvBezierTool tool_;
 };
+
+/// Appends a polyline of `steps` steps as one open subpath, with the property between the outlines'
+/// first subpaths.
+void HvMorphOutput_AppendOpen(HvMorpherImpl const& morph, double t, HvPoint2fArray const& line,
+                              unsigned int steps, HvPath2fProp1d& out);
 
 #endif

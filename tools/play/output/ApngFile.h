@@ -13,7 +13,7 @@
 
 /// A picture that programs without animation show as its first frame, and that repeats for ever.
 /// Every frame clears what the one before it painted, so that each is encoded by itself.
-/// Source: Animated PNG Specification 1.0.
+/// Source: the Animated PNG format, version 1.0.
 class ApngFile : public FrameOutput {
 public:
     /// @param framesPerSecond  above 0.
