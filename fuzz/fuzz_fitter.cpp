@@ -4,13 +4,13 @@
 // Curves fitted to any points are finite, start and end where they should, and keep their
 // tolerance.
 
+#include <fuzz/fuzz_input.h>
 #include <hv/bezier/HvBezierTool.h>
 #include <hv/bezier/HvSpline2d.h>
 #include <hv/bezier/HvSpline3d.h>
 #include <tests/bezier/fit_test_support.h>
 
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
 
@@ -20,19 +20,10 @@ constexpr unsigned int kMostPoints = 50;
 constexpr int kSlowPlaces = 4000;
 constexpr double kSlowSlack = 0.1;
 
-// Hands out the input byte by byte; beyond its end there are zeros.
-class Bytes {
+class Bytes : public FuzzInput {
 public:
-    Bytes(std::uint8_t const* data, std::size_t size) : data_(data), left_(size) {}
-    bool Empty() const { return left_ == 0; }
-    int Next()
-    {
-        if (left_ == 0) {
-            return 0;
-        }
-        --left_;
-        return *data_++;
-    }
+    using FuzzInput::FuzzInput;
+
     // A number on a grid of 256ths from -128 to 126; one in 256 times one that is hostile.
     float Coordinate()
     {
@@ -56,18 +47,7 @@ public:
         double const hostile[] = {0.0, 1e-310, 1e300, kInfinity};
         return exponent < 4 ? hostile[exponent] : std::ldexp(1.0, exponent % 24 - 16);
     }
-
-private:
-    std::uint8_t const* data_;
-    std::size_t left_;
 };
-
-void Require(bool holds)
-{
-    if (!holds) {
-        std::abort();
-    }
-}
 
 // The distance of a point from a chain by plain force, for where the search among few places may
 // have missed the foot.
@@ -109,14 +89,14 @@ void CheckSpline(HvPoint2fArray const& points, double tolerance)
     if (spline.OpenFit(plane, tolerance, HvSpline2d::ContinuousDerivative, &parameters) == 1) {
         for (unsigned int i = 0; i < plane.Size(); ++i) {
             Point2 const gap = spline.Eval(parameters[i]) - plane[i];
-            Require(std::hypot(gap.x, gap.y) <= tolerance * (1 + 1e-15));
+            FuzzRequire(std::hypot(gap.x, gap.y) <= tolerance * (1 + 1e-15));
         }
     }
     HvSpline3d inSpace;
     if (inSpace.OpenFit(space, tolerance, HvSpline3d::ContinuousDerivative, &parameters) == 1) {
         for (unsigned int i = 0; i < space.Size(); ++i) {
             Point3 const gap = inSpace.Eval(parameters[i]) - space[i];
-            Require(std::hypot(gap.x, gap.y, gap.z) <= tolerance * (1 + 1e-15));
+            FuzzRequire(std::hypot(gap.x, gap.y, gap.z) <= tolerance * (1 + 1e-15));
         }
     }
 }
@@ -160,20 +140,20 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         added = tool.ClosedCatmullRomFit(points, chain);
         break;
     }
-    Require(added == chain.points.size());
-    Require((added != 0) == (isFinite && points.Size() >= 2));
+    FuzzRequire(added == chain.points.size());
+    FuzzRequire((added != 0) == (isFinite && points.Size() >= 2));
     if (added == 0) {
         return 0;
     }
     bool const isClosed = kind % 2 == 1;
-    Require(chain.calls == "M" + std::string(chain.Segments(), 'C') + (isClosed ? "Z" : ""));
-    Require(chain.points.front() == points[0]);
-    Require(chain.points.back() == points[isClosed ? 0 : points.Size() - 1]);
+    FuzzRequire(chain.calls == "M" + std::string(chain.Segments(), 'C') + (isClosed ? "Z" : ""));
+    FuzzRequire(chain.points.front() == points[0]);
+    FuzzRequire(chain.points.back() == points[isClosed ? 0 : points.Size() - 1]);
     for (FitPoint const& p : chain.points) {
-        Require(std::isfinite(p.x) && std::isfinite(p.y));
+        FuzzRequire(std::isfinite(p.x) && std::isfinite(p.y));
     }
     if (isTame) {
-        Require(IsWithin(chain, points, kind < 2 ? tolerance : 0.0));
+        FuzzRequire(IsWithin(chain, points, kind < 2 ? tolerance : 0.0));
     }
     return 0;
 }

@@ -4,13 +4,13 @@
 // Any sequence of edits of a standard curve leaves its keys in ascending order and its evaluation
 // in agreement with itself, whatever numbers the edits are given.
 
+#include <fuzz/fuzz_input.h>
 #include <hv/fcurve/HvStdFCurve.h>
 #include <hv/foundation/HvPoint2dArray.h>
 
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <limits>
 
@@ -18,26 +18,10 @@ namespace {
 
 constexpr unsigned int kMaxKeys = 64;  // inputs explore orders of edits, not sizes
 
-void Require(bool holds)
-{
-    if (!holds) {
-        std::abort();
-    }
-}
-
-// Hands out the input; beyond its end there are zeros.
-class Bytes {
+class Bytes : public FuzzInput {
 public:
-    Bytes(std::uint8_t const* data, std::size_t size) : data_(data), left_(size) {}
-    bool Empty() const { return left_ == 0; }
-    int Next()
-    {
-        if (left_ == 0) {
-            return 0;
-        }
-        --left_;
-        return *data_++;
-    }
+    using FuzzInput::FuzzInput;
+
     // Mostly a small number, so that edits meet each other's keys; sometimes any bits at all.
     double Number()
     {
@@ -55,10 +39,6 @@ public:
     }
     HvBaseFCurve::FSKind Kind() { return static_cast<HvBaseFCurve::FSKind>(Next() % 5); }
     HvBaseFCurve::KeySide Side() { return static_cast<HvBaseFCurve::KeySide>(Next() % 4); }
-
-private:
-    std::uint8_t const* data_;
-    std::size_t left_;
 };
 
 // A curve through up to eight points; their parameters rise, their values are any numbers.
@@ -121,12 +101,12 @@ void CheckKeys(HvStdFCurve const& curve)
     double previous = -std::numeric_limits<double>::infinity();
     for (unsigned int i = 0; i < curve.GetNumKeys(); ++i) {
         double x = 0;
-        Require(curve.GetKeyParameter(i, x) == 1);
-        Require(std::isfinite(x) && x > previous);
+        FuzzRequire(curve.GetKeyParameter(i, x) == 1);
+        FuzzRequire(std::isfinite(x) && x > previous);
         previous = x;
     }
     double x = 0;
-    Require(curve.GetKeyParameter(curve.GetNumKeys(), x) == 0);
+    FuzzRequire(curve.GetKeyParameter(curve.GetNumKeys(), x) == 0);
 }
 
 void CheckEvaluation(HvStdFCurve const& curve, double x)
@@ -134,14 +114,14 @@ void CheckEvaluation(HvStdFCurve const& curve, double x)
     double const value = curve.Eval(x, 0);
     double many[2] = {x, x};
     curve.EvalMany(many, 2, many, 0);
-    Require(SameBits(many[0], value) && SameBits(many[1], value));
-    Require(SameBits(curve.EvalNoLock(x, 0), value));
+    FuzzRequire(SameBits(many[0], value) && SameBits(many[1], value));
+    FuzzRequire(SameBits(curve.EvalNoLock(x, 0), value));
     double parameter = 0;
     if (curve.EvalInverse(value, parameter, 0) == 1) {
-        Require(!std::isnan(parameter));
+        FuzzRequire(!std::isnan(parameter));
     }
     double const area = curve.EvalIntegral(-x, x);
-    Require(SameBits(area, -curve.EvalIntegral(x, -x)) || std::isnan(area) || area == 0);
+    FuzzRequire(SameBits(area, -curve.EvalIntegral(x, -x)) || std::isnan(area) || area == 0);
 }
 
 }  // namespace
