@@ -118,7 +118,7 @@ private:
 }  // namespace
 
 int HvStdFCurveImpl::ResampleSequence(double from, double to, double step, int keepExisting,
-                                      HvBaseFCurve& curve)
+                                      int /*ignoreExtrapolation*/, HvBaseFCurve& curve)
 {
     if (!CanHoldParameter(from) || !CanHoldParameter(to) ||
         !HvResample_IsInterval(from, to, step)) {
@@ -160,7 +160,7 @@ int HvStdFCurve::ResampleSequence(double from, double to, double step, int keepE
     Rollback rollback(*this);
     for (unsigned int i = 0; i < intervals.count; ++i) {
         if (!impl_->ResampleSequence(intervals.from[i], intervals.to[i], step, keepExisting,
-                                     *this)) {
+                                     ignoreExtrapolation, *this)) {
             return 0;
         }
     }

@@ -131,6 +131,29 @@ TEST(HvStdFCurve_unify, HandleThatCannotFollowRefusesAndChangesNothing)
     EXPECT_EQ(x, 3.1);
 }
 
+TEST(HvStdFCurve_unify, HandleThatCannotBeDraggedRefusesAndChangesNothing)
+{
+    // The locks at x itself refuse before anything is tried; a key beside x may still be held.
+    StdCurve held = Around({-0.6, 0.8}, {1.5, 2},
+                           Word::kTangentDirectionLocked | Word::kTangentLengthLocked |
+                               Word::kTangentLengthContinuityLocked);
+    held.SetUserDataSet(SetOf(1, "blob"), 3);
+    double x = 3.1;
+    for (HvBaseFCurve::KeySide const side : {kLeft, kRight}) {
+        ExpectRefused(held, [&] { return held.UnifyAndLockTangentContinuity(x, side, 0.2); });
+        EXPECT_EQ(x, 3.1);
+    }
+
+    // A key alone has no segment whose shape a handle could change.
+    StdCurve alone({KeyWithHandles(3, 1, {-0.6, 0.8}, {1.5, 2})});
+    for (HvBaseFCurve::KeySide const side : {kLeft, kRight}) {
+        ExpectRefused(alone, [&] { return alone.UnifyAndLockTangentContinuity(x, side, 0.2); });
+        ExpectRefused(alone,
+                      [&] { return alone.UnifyAndLockTangentLengthContinuity(x, side, 1, 0.2); });
+        EXPECT_EQ(x, 3.1);
+    }
+}
+
 TEST(HvStdFCurve_unify, Refusals)
 {
     StdCurve curve = Around({-0.6, 0.8}, {1.5, 2});

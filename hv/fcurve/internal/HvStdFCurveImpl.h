@@ -292,9 +292,10 @@ public:
     /// Keys at `from`, each `step` on and at `to` that keep the shape; keys between them go unless
     /// `keepExisting`. 0 for an interval or a step that gives none, and when a value would not be
     /// finite; the keys are then as they were. Throws std::bad_alloc before it starts when there
-    /// are more samples than an array holds.
+    /// are more samples than an array holds. The arguments are those of the curve's own operation;
+    /// `ignoreExtrapolation` has been heeded by then, as `from` and `to` come folded.
     int ResampleSequence(double from, double to, double step, int keepExisting,
-                         HvBaseFCurve& curve);
+                         int ignoreExtrapolation, HvBaseFCurve& curve);
     /// Makes keys at both ends and drops those between that add less than `tolerance` times the
     /// range of the values of their run. Returns by how much the number of keys fell.
     unsigned int ReduceNumKeys(double from, double to, double tolerance, HvBaseFCurve& curve);
