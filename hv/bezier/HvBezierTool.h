@@ -178,7 +178,9 @@ public:
     /// differences over each piece.
     void PMSOFD(HvPoint2<double> const* points, unsigned int depth);
 
+    /// Degree of the curve that is flattened.
     unsigned int degree = 0;
+    /// Greatest distance of the polyline from the curve.
     double tolerance = 0.0;
     /// 2^depth + 1, or the greatest number of the type where that does not fit.
     unsigned int pointCount = 0;
@@ -186,12 +188,15 @@ public:
     unsigned int outputCount = 0;
     /// Binary logarithm of the steps of the current run.
     unsigned int depth = 0;
+    /// Where points go in `float`; not owned.
     HvPoint2fArray* floatOutput = nullptr;
+    /// Where points go in `double`; not owned.
     HvPoint2dArray* doubleOutput = nullptr;
     /// 1: points go to `doubleOutput`; 0: they go to `floatOutput`.
     int outputIsDouble = 0;
     /// Row after row, row r with the degree + 1 - r differences of order r of the control points.
     HvPoint2<double> differenceTable[45];
+    /// The point and its differences, as the steps advance them.
     HvPoint2<double> forwardDifferences[9];
 
 private:

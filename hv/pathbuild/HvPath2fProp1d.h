@@ -188,7 +188,9 @@ protected:
 
     /// Null when there is none.
     HvRawFCurve* GetPropCurveInsideCriticalSection(unsigned int start) const;
+    /// Puts a copy of `curve` in place of the one that the subpath had.
     void SetPropCurveInsideCriticalSection(unsigned int start, HvRawFCurve const& curve);
+    /// Drops the curve of the subpath, if it has one.
     void RemovePropCurveInsideCriticalSection(unsigned int start);
 
     /// In ascending order of `subpathStart`, at most one for a subpath. List and entries are owned.

@@ -19,9 +19,9 @@
 template <class T>
 class HV_API HvRasterGrid {
 public:
-    int width;
-    int height;
-    T* data;
+    int width;   ///< pixels in a row
+    int height;  ///< rows
+    T* data;     ///< the pixels, row after row without padding
 
     /// width * height.
     std::size_t NumPixels() const
