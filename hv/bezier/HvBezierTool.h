@@ -147,8 +147,7 @@ public:
     /// @param sink          takes the cubics.
     /// @param continuePath  0: a Moveto to the first point comes first. Otherwise none does.
     /// @return              points added: 3 for each cubic and 1 for a Moveto. 0, with nothing
-    /// drawn,
-    ///                      for fewer than two points and points that are not finite.
+    ///                      drawn, for fewer than two points and points that are not finite.
     ///
     /// At a point the curve goes along the bisector of the polyline's turn, and neighbouring cubics
     /// join in one direction; where the polyline turns straight back their handles collapse. No

@@ -19,11 +19,9 @@
 /// @param maxSquaredDistance  how far, squared, the point may lie from the polyline.
 /// @param squaredDistance     squared distance of `point` from the polyline.
 /// @param parameter           0 at P0 to 1 at P3; the last point may give a rounding less than 1.
-/// Of
-///                            several nearest places the first one counts.
+///                            Of several nearest places the first one counts.
 /// @return  1 when a place within reach was found; otherwise 0, with both outputs as they were,
-/// also
-///          when a coordinate is NaN.
+///          also when a coordinate is NaN.
 ///
 /// Accuracy: the parameter is that of the nearest point of a chord, whose ends lie on the curve.
 /// Places within 3.16e-4 of each other count as one; see HvPoint2_AIsNearB. Cost: the halves of the

@@ -190,8 +190,7 @@ public:
     /// @param point      index of the new node, or of the node that was found.
     /// @param exact      1 when there is a node already, at the time or near it.
     /// @return           1 for a new node; 0 for one that was found, before the first time, from
-    /// the
-    ///                   last time on, where the time between would be too short, and where the
+    ///                   the last time on, where the time between would be too short, and where the
     ///                   place on the curve cannot be told within `tolerance`.
     ///
     /// A segment shorter than 1e-7 is split at the middle of its parameter. Cost: linear.
