@@ -103,6 +103,7 @@ public:
     /// The same; all or nothing. Two paths may be assigned to each other in two threads at once:
     /// the source is copied under its lock before the lock of the target is taken.
     HvMotionPath3d& operator=(HvMotionPath3d const& other);
+    /// Frees the points, not what the client pointers lead to.
     virtual ~HvMotionPath3d();
 
     // Reading. An index out of range gives 0.

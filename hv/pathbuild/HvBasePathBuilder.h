@@ -44,6 +44,7 @@ public:
 
     // The virtual operations stand in the order of their slots.
 
+    /// Forgets the stroke that is not ended; the path keeps what was committed.
     virtual ~HvBasePathBuilder();
     /// Begins a stroke at `p`. The path is left alone until there is something to commit.
     virtual void StartSubpath(HvPoint2<float> const& p);

@@ -49,6 +49,7 @@ public:
     /// Copies path and curves. Locks this path, then `source`.
     HvPath2fProp1d& operator=(HvPath2fProp1d const& source);
     using HvPath2f::operator=;
+    /// Frees the points and the curves.
     ~HvPath2fProp1d() override;
 
     HvShape2f const* QueryShapeKind(Kind kind) const override;

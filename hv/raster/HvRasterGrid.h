@@ -51,6 +51,7 @@ protected:
     /// New pixels that hold the same bytes.
     HvRasterGrid(HvRasterGrid const& other);
     HvRasterGrid& operator=(HvRasterGrid const& other) = delete;
+    /// Leaves the pixels alone.
     ~HvRasterGrid() = default;
 
     /// Points to the pixels of `other`.

@@ -75,6 +75,7 @@ public:
     /// Copies like the constructor. Locks this path, then `source`.
     HvPath2f& operator=(HvPath2f const& source);
     using HvShape2f::operator=;
+    /// Frees the points.
     ~HvPath2f() override;
 
     HvShape2f const* QueryShapeKind(Kind kind) const override;

@@ -57,6 +57,7 @@ public:
     /// nobody else holds this shape's lock or, when it is another shape, that of `other`. The
     /// concrete classes have assignments of their own, which copy the data.
     virtual HvShape2f& operator=(HvShape2f const& other);
+    /// Frees the shape's data; nobody may hold its lock.
     virtual ~HvShape2f();
 
     // Kind and copy.
