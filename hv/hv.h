@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// The whole library in one include; `./dev format` keeps the list.
+// The whole library in one include; `dev format` keeps the list.
 
 #ifndef HV_HV_H
 #define HV_HV_H

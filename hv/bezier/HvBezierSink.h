@@ -34,7 +34,9 @@ public:
 
 protected:
     HvBezierSink() = default;
+    /// Sinks are copied as parts of their derived classes alone.
     HvBezierSink(HvBezierSink const&) = default;
+    /// Sinks are copied as parts of their derived classes alone.
     HvBezierSink& operator=(HvBezierSink const&) = default;
 };
 

@@ -147,8 +147,7 @@ public:
     /// @param sink          takes the cubics.
     /// @param continuePath  0: a Moveto to the first point comes first. Otherwise none does.
     /// @return              points added: 3 for each cubic and 1 for a Moveto. 0, with nothing
-    /// drawn,
-    ///                      for fewer than two points and points that are not finite.
+    ///                      drawn, for fewer than two points and points that are not finite.
     ///
     /// At a point the curve goes along the bisector of the polyline's turn, and neighbouring cubics
     /// join in one direction; where the polyline turns straight back their handles collapse. No
@@ -178,7 +177,9 @@ public:
     /// differences over each piece.
     void PMSOFD(HvPoint2<double> const* points, unsigned int depth);
 
+    /// Degree of the curve that is flattened.
     unsigned int degree = 0;
+    /// Greatest distance of the polyline from the curve.
     double tolerance = 0.0;
     /// 2^depth + 1, or the greatest number of the type where that does not fit.
     unsigned int pointCount = 0;
@@ -186,12 +187,15 @@ public:
     unsigned int outputCount = 0;
     /// Binary logarithm of the steps of the current run.
     unsigned int depth = 0;
+    /// Where points go in `float`; not owned.
     HvPoint2fArray* floatOutput = nullptr;
+    /// Where points go in `double`; not owned.
     HvPoint2dArray* doubleOutput = nullptr;
     /// 1: points go to `doubleOutput`; 0: they go to `floatOutput`.
     int outputIsDouble = 0;
     /// Row after row, row r with the degree + 1 - r differences of order r of the control points.
     HvPoint2<double> differenceTable[45];
+    /// The point and its differences, as the steps advance them.
     HvPoint2<double> forwardDifferences[9];
 
 private:

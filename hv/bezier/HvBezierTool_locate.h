@@ -9,27 +9,24 @@
 #include <hv/foundation/HvPoint2.h>
 #include <hv/foundation/HvPoint3.h>
 
-// For the three operations:
-//
-// Finds the parameter of the curve nearest to `point`, on a polyline as fine as flattening gives,
-// without the limit of 1024 steps in a piece.
-//
-// `cubic`               four points, P0 to P3.
-// `tolerance`           above 0, in the unit of the points. So small a tolerance that a piece would
-//                       take more than 2^31 steps finds nothing.
-// `maxSquaredDistance`  how far, squared, the point may lie from the polyline.
-// `squaredDistance`     squared distance of `point` from the polyline.
-// `parameter`           0 at P0 to 1 at P3; the last point may give a rounding less than 1. Of
-//                       several nearest places the first one counts.
-//
-// They return 1 when a place within reach was found; otherwise 0, with both outputs as they were,
-// also when a coordinate is NaN.
-//
-// Accuracy: the parameter is that of the nearest point of a chord, whose ends lie on the curve.
-// Places within 3.16e-4 of each other count as one; see HvPoint2_AIsNearB. Cost: the halves of the
-// curve whose control points are out of reach are not walked; the rest costs one segment test for
-// each step of the polyline.
-
+/// Finds the parameter of a cubic nearest to `point`, on a polyline as fine as flattening gives,
+/// without the limit of 1024 steps in a piece.
+///
+/// @param cubic               four points, P0 to P3.
+/// @param tolerance           above 0, in the unit of the points. So small a tolerance that a piece
+///                            would take more than 2^31 steps finds nothing.
+/// @param point               where to look.
+/// @param maxSquaredDistance  how far, squared, the point may lie from the polyline.
+/// @param squaredDistance     squared distance of `point` from the polyline.
+/// @param parameter           0 at P0 to 1 at P3; the last point may give a rounding less than 1.
+///                            Of several nearest places the first one counts.
+/// @return  1 when a place within reach was found; otherwise 0, with both outputs as they were,
+///          also when a coordinate is NaN.
+///
+/// Accuracy: the parameter is that of the nearest point of a chord, whose ends lie on the curve.
+/// Places within 3.16e-4 of each other count as one; see HvPoint2_AIsNearB. Cost: the halves of the
+/// curve whose control points are out of reach are not walked; the rest costs one segment test for
+/// each step of the polyline.
 HV_API int HvBezierTool_LocatePoint2d(HvPoint2<double> const* cubic, double tolerance,
                                       HvPoint2<double> const& point, double maxSquaredDistance,
                                       double& squaredDistance, double& parameter);

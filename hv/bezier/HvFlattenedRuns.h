@@ -19,6 +19,7 @@
 /// HvPointTagInner: who knows that nothing follows calls EndRun. Not thread-safe; owns nothing.
 class HV_API HvFlattenedRuns {
 public:
+    /// Appends to three arrays, which must outlive this object.
     HvFlattenedRuns(HvPoint2dArray& points, HvPointTagArray& tags, HvBoolArray& flags)
         : points_(points), tags_(tags), flags_(flags)
     {
@@ -40,12 +41,13 @@ public:
 
     /// The state of the arrays, to which CutBack returns.
     struct Mark {
-        unsigned int points;
-        unsigned int tags;
-        unsigned int flags;
-        HvPointTag lastTag;
-        int lastFlag;
+        unsigned int points;  ///< size of the points
+        unsigned int tags;    ///< size of the tags
+        unsigned int flags;   ///< size of the flags
+        HvPointTag lastTag;   ///< the tag of the last vertex
+        int lastFlag;         ///< the flag of the last vertex
     };
+    /// The state of the arrays now.
     Mark GetMark() const;
     /// Removes what was added since `mark` was taken; the storage stays.
     void CutBack(Mark const& mark);

@@ -66,9 +66,13 @@ public:
 
 protected:
     HvSpline() = default;
+    /// Copies the knots.
     HvSpline(HvSpline const&) = default;
+    /// Takes the knots of the other, which is empty then.
     HvSpline(HvSpline&&) = default;
+    /// Copies the knots.
     HvSpline& operator=(HvSpline const&) = default;
+    /// Takes the knots of the other.
     HvSpline& operator=(HvSpline&&) = default;
     ~HvSpline() = default;
 

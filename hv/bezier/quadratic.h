@@ -11,8 +11,7 @@
 /// Solves a x^2 + b x + c = 0 without cancellation.
 ///
 /// @param first, second  the roots, first <= second; a double root twice. With a = 0 or c = 0 a
-/// root
-///                       may come out infinite or NaN: the coefficients are not looked at.
+///                       root may come out infinite or NaN: the coefficients are not looked at.
 /// @return               1; 0, with the outputs as they were, when the discriminant is negative.
 ///
 /// Source: Press et al., Numerical Recipes, 2007, 5.6.

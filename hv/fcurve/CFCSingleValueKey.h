@@ -9,8 +9,8 @@
 /// A key with one value; T is bool, int or double.
 template <class T>
 struct CFCSingleValueKey {
-    double parameter;
-    T value;
+    double parameter;    ///< where the key stands
+    T value;             ///< what the curve is there
     unsigned char flag;  ///< on raw keys the selection, non-zero for selected; on stepped keys 0
 };
 

@@ -12,15 +12,15 @@
 /// A key with a value and a tangent handle on either side. Handles are absolute points (parameter,
 /// value).
 struct CFCStdKey {
-    HvPoint2<double> leftHandle;
-    HvPoint2<double> rightHandle;
-    double parameter;
-    double leftValue;
-    double rightValue;
-    unsigned char segmentKind;  ///< FSKind of the segment to the next key
-    CFCKeyConstraint constraints;
-    unsigned char privateByte1;  ///< carried through copies and archives, read by nothing here
-    unsigned char privateByte2;  ///< the same
+    HvPoint2<double> leftHandle;   ///< second inner control point of a cubic to the left
+    HvPoint2<double> rightHandle;  ///< first inner control point of a cubic to the right
+    double parameter;              ///< where the key stands
+    double leftValue;              ///< what the curve is reached with from the left
+    double rightValue;             ///< what the curve is at the key and leaves with
+    unsigned char segmentKind;     ///< FSKind of the segment to the next key
+    CFCKeyConstraint constraints;  ///< the flags of the key
+    unsigned char privateByte1;    ///< carried through copies and archives, read by nothing here
+    unsigned char privateByte2;    ///< the same
 
     /// All zeros but the constraint word: a new key has its tangent continuity locked.
     constexpr CFCStdKey()

@@ -22,12 +22,15 @@ class HvByteWriter;
 /// first to last. The order is the same on every machine, and so are the bytes of an archive.
 class HV_API CFCUserDataKey {
 public:
+    /// The key of `identifier`.
     explicit CFCUserDataKey(_GUID const& identifier) : guid(identifier) {}
 
+    /// Whether this identifier comes before that of `other`.
     bool operator<(CFCUserDataKey const& other) const;
+    /// Whether both identifiers are the same.
     bool operator==(CFCUserDataKey const& other) const;
 
-    _GUID guid;
+    _GUID guid;  ///< the identifier
 };
 
 /// An owned copy of a blob; nobody looks inside.
@@ -37,8 +40,11 @@ public:
     CFCUserDataValue() = default;
     /// Copies `size` bytes; `bytes` may be null when there are none.
     CFCUserDataValue(unsigned char const* bytes, unsigned int size);
+    /// Copies the bytes.
     CFCUserDataValue(CFCUserDataValue const& other) : CFCUserDataValue(other.bytes_, other.size_) {}
+    /// Takes the bytes of `other`, which has none then.
     CFCUserDataValue(CFCUserDataValue&& other) noexcept { Swap(other); }
+    /// Copies or takes the bytes of `other`.
     CFCUserDataValue& operator=(CFCUserDataValue other) noexcept
     {
         Swap(other);
@@ -48,8 +54,10 @@ public:
 
     /// Null when there are no bytes.
     unsigned char const* Bytes() const { return bytes_; }
+    /// Number of bytes.
     unsigned int Size() const { return size_; }
 
+    /// Exchanges the bytes with `other`.
     void Swap(CFCUserDataValue& other) noexcept
     {
         std::swap(bytes_, other.bytes_);
@@ -75,18 +83,24 @@ public:
     using const_iterator = Map::const_iterator;
 
     CFCUserDataSet() = default;
+    /// Copies every blob.
     CFCUserDataSet(CFCUserDataSet const& other) = default;
+    /// Takes the blobs of `other`, which is empty then.
     CFCUserDataSet(CFCUserDataSet&& other) noexcept { Swap(other); }
+    /// Copies or takes the blobs of `other`.
     CFCUserDataSet& operator=(CFCUserDataSet other) noexcept
     {
         Swap(other);
         return *this;
     }
 
+    /// Whether there are no blobs.
     bool IsEmpty() const { return blobs_.empty(); }
     /// Number of blobs.
     unsigned int Count() const { return static_cast<unsigned int>(blobs_.size()); }
+    /// The first blob.
     const_iterator begin() const { return blobs_.begin(); }
+    /// Behind the last blob.
     const_iterator end() const { return blobs_.end(); }
     /// The blob of `guid`, or null. Cost: O(log blobs), as of all that follow.
     CFCUserDataValue const* FindUserData(_GUID const& guid) const;
@@ -97,10 +111,12 @@ public:
     int InsertUserData(_GUID const& guid, unsigned char const* bytes, unsigned int size);
     /// Drops the blob of `guid`; 0 when there is none.
     int RemoveUserData(_GUID const& guid);
+    /// Exchanges the blobs with `other`.
     void Swap(CFCUserDataSet& other) noexcept;
 
     /// Bytes of an image without entries, and of one entry with a blob of `size` bytes.
     static constexpr unsigned int kImageHeaderSize = 12;
+    /// Bytes that one entry with a blob of `size` bytes takes in an image.
     static unsigned long long EntrySize(unsigned int size)
     {
         return kEntryHeaderSize + static_cast<unsigned long long>(size);
@@ -126,12 +142,16 @@ private:
 };
 
 template <>
+/// Counts the bytes of a blob.
 struct XQDynamicMemRule<CFCUserDataValue, CXQMemBaseType> {
+    /// Bytes that `value` holds outside itself.
     static unsigned long Get(CFCUserDataValue const& value) { return value.Size(); }
 };
 
 template <>
+/// Counts the bytes of a set.
 struct XQDynamicMemRule<CFCUserDataSet, CXQMemBaseType> {
+    /// Bytes that `set` holds outside itself.
     static unsigned long Get(CFCUserDataSet const& set) { return XQGetDynamicMemSize(set.blobs_); }
 };
 

@@ -112,15 +112,16 @@ public:
 
     /// Handles of a region of selected keys, for ScaleAndOffsetParameters and the curve stretcher.
     enum RegionHandle : int {
-        BottomHandle = 1,
-        LeftHandle = 2,
-        RightHandle = 4,
-        TopHandle = 8
+        BottomHandle = 1,  ///< the side of the smallest values
+        LeftHandle = 2,    ///< the side of the smallest parameters
+        RightHandle = 4,   ///< the side of the largest parameters
+        TopHandle = 8      ///< the side of the largest values
     };
 
     /// What GetFCurveInfo tells of a curve. In: `mask` names the fields wanted. Out: the bits of
     /// fields that the kind does not have are cleared.
     struct FCurveInfo {
+        /// The fields wanted; on return, those that the kind has.
         unsigned int mask;
         Kind kind;                          ///< 0x01
         double valueWhenNoKeys;             ///< 0x04
@@ -134,6 +135,7 @@ public:
     /// What GetKeyInfoFromIndex and GetKeyInfoFromParameter tell of a key; `mask` as in FCurveInfo.
     /// The tangents are evaluated handles as vectors from the key.
     struct KeyInfo {
+        /// The fields wanted; on return, those that the kind has.
         unsigned int mask;
         unsigned int index;    ///< 0x001
         double parameter;      ///< 0x002
@@ -147,9 +149,14 @@ public:
         int selected;          ///< 0x200, 1 when the curve and the key are selected
     };
 
+    /// The storage of a curve is the library's own, see HvAllocate; std::bad_alloc when there is
+    /// none.
     static void* operator new(std::size_t size) { return HvAllocate(size); }
+    /// Places a curve in storage of the caller.
     static void* operator new(std::size_t, void* place) noexcept { return place; }
+    /// Gives back what `new` took; null does nothing.
     static void operator delete(void* block) noexcept { HvFree(block); }
+    /// Matches the placement form; does nothing.
     static void operator delete(void*, void*) noexcept {}
 
     /// A curve without user data.
@@ -166,6 +173,7 @@ public:
 
     /// This curve when `kind` is its own, otherwise null.
     virtual HvBaseFCurve const* QueryFCurveKind(Kind kind) const = 0;
+    /// The kind of the curve. Takes no lock.
     virtual Kind GetKind() const = 0;
     /// A new curve of the same kind, keys, fields and user data, owned by the caller.
     virtual HvBaseFCurve* Clone() const = 0;
@@ -198,9 +206,14 @@ public:
     /// closed. 1 also when there is nothing to remove.
     virtual int RemoveKeys(double from, double to, int openAtFrom, int openAtTo) = 0;
 
+    /// Sets the value that a curve without keys has everywhere; refuses what the kind cannot hold,
+    /// NaN on every kind.
     virtual int SetValueWhenNoKeys(double value) = 0;
+    /// Gives the value on one side of the key within `tolerance`; 0 without such a key and for a
+    /// side other than Left and Right.
     virtual int GetKeyValue(double parameter, KeySide side, double& value,
                             double tolerance) const = 0;
+    /// Gives both values of the key within `tolerance`.
     virtual int GetKeyValues(double parameter, double& left, double& right,
                              double tolerance) const = 0;
     /// Sets the value on one side of a key; 0 for a side other than Left and Right.
@@ -239,16 +252,20 @@ public:
     /// The same of the key that stands at exactly `parameter`; without one the mask becomes 0.
     virtual int GetKeyInfoFromParameter(double parameter, KeyInfo* info) const = 0;
 
+    /// Gives the parameter of key `index`, counted from 0; 0 beyond the last.
     virtual int GetKeyParameter(unsigned int index, double& parameter) const = 0;
     /// The index of the key that stands at exactly `parameter`.
     virtual int GetKeyIndex(double parameter, unsigned int& index) const = 0;
+    /// Number of keys.
     virtual unsigned int GetNumKeys() const = 0;
 
     /// 1 when the curve is selected and the key is.
     virtual int IsKeySelected(unsigned int index) const = 0;
+    /// The same for the key that stands at exactly `parameter`.
     virtual int IsKeySelected(double parameter) const = 0;
     /// Selects a key or not; works on a read-only curve too.
     virtual int SetKeySelected(unsigned int index, int on) = 0;
+    /// The same for the key that stands at exactly `parameter`.
     virtual int SetKeySelected(double parameter, int on) = 0;
 
     /// Appends the parameters of the keys of an interval, with `selectedOnly` of the selected ones,
@@ -272,12 +289,15 @@ public:
     /// Sets the range that evaluation with `clamp` is limited to. Refuses unless lower <= upper.
     /// Does nothing and returns 0 on stepped curves.
     virtual int SetClampingValues(double lower, double upper) = 0;
+    /// Gives the range that evaluation with `clamp` is limited to.
     virtual int GetClampingValues(double& lower, double& upper) const = 0;
+    /// Gives the first key's parameter; 0 without keys.
     virtual int GetSmallestKeyParameter(double& parameter) const = 0;
     /// Exact comparison with the first key's parameter.
     virtual int IsSmallestKeyParameter(double parameter) const = 0;
     /// The first key's left value; without keys the value when no keys.
     virtual double GetMinusInfinityVal() const = 0;
+    /// Gives the last key's parameter; 0 without keys.
     virtual int GetLargestKeyParameter(double& parameter) const = 0;
     /// Exact comparison with the last key's parameter.
     virtual int IsLargestKeyParameter(double parameter) const = 0;
@@ -328,6 +348,8 @@ public:
     /// of the others' weights. Refuses locked values; without a kernel or keys nothing changes, 1.
     virtual int SmoothSequence(double from, double to, double const* kernel,
                                unsigned int kernelSize) = 0;
+    /// Mirrors all values about the middle of their range; on stepped curves false becomes true,
+    /// and each number its negative. Refuses when a value is locked.
     virtual int MirrorValues() = 0;
     /// Mirrors the curve about the middle of its key range.
     virtual int MirrorParameters() = 0;
@@ -343,21 +365,30 @@ public:
 
     /// Makes the curve read-only or not; a read-only curve refuses its writers.
     virtual int SetReadOnlyConstraint(int on) = 0;
+    /// 1 when the curve is read-only.
     virtual int IsReadOnly() const = 0;
+    /// Switches a constraint of the key within `tolerance`; what else that changes is told with
+    /// each constraint.
     virtual int SetConstraint(double& parameter, KeyConstraint constraint, int on,
                               double tolerance) = 0;
+    /// Gives 1 in `on` when the key within `tolerance` has the constraint, otherwise 0.
     virtual int GetConstraint(double& parameter, KeyConstraint constraint, int& on,
                               double tolerance) const = 0;
+    /// 1 when keys of this kind may have the constraint.
     virtual int IsConstraintSupported(KeyConstraint constraint) const = 0;
+    /// 1 when the value of a key of the interval is locked.
     virtual int AreAnyValuesLockedInInterval(double from, double to, int openAtFrom,
                                              int openAtTo) const = 0;
+    /// 1 when the parameter of a key of the interval is locked.
     virtual int AreAnyParametersLockedInInterval(double from, double to, int openAtFrom,
                                                  int openAtTo) const = 0;
     /// 1 when a key of the interval has every lock that its kind knows.
     virtual int AreAnyKeysLockedInInterval(double from, double to, int openAtFrom,
                                            int openAtTo) const = 0;
 
+    /// Sets how the curve goes on outside its keys; refuses a method that the kind does not have.
     virtual int SetExtrapolationMethod(ExtrapolationMethod method) = 0;
+    /// How the curve goes on outside its keys.
     virtual ExtrapolationMethod GetExtrapolationMethod() const = 0;
     /// Maps a parameter into the key range of a cycling curve with two keys or more and snaps it to
     /// a key within 1e-12; otherwise returns it unchanged.
@@ -382,14 +413,17 @@ public:
     /// Switches the rule that keeps handles at thirds of their spans; works on a read-only standard
     /// or raw curve too. A stored flag without effect on the other kinds.
     virtual int SetDefaultBezierTangentConstraint(bool on) = 0;
+    /// 1 when the rule is on. The name keeps its old spelling.
     virtual int IsDefautlBezierTangentConstraintOn() const = 0;
     /// Stores the time curve flag; 1 when it changed.
     virtual int SetAsTimeFCurve(bool on) = 0;
+    /// 1 when the time curve flag is set.
     virtual int IsTimeFCurve() const = 0;
     /// Assignment when the kinds agree, otherwise 0.
     virtual int Set(HvBaseFCurve const& other) = 0;
     /// The curve's own selection, which gates that of its keys; works on a read-only curve too.
     virtual int IsSelected() const = 0;
+    /// Selects the curve or not.
     virtual int SetSelected(int on) = 0;
     /// 1 when the curve is selected and any of its keys is.
     virtual int HasSelectedKeys() const;
@@ -397,10 +431,13 @@ public:
     /// Enters the curve's critical section, not the access lock, for several calls under one lock;
     /// see HvCurveLock.
     virtual void AcquireLocks() const;
+    /// Leaves the section that AcquireLocks entered, once.
     virtual void ReleaseLocks() const;
 
+    /// GetConstraint of key `index`; 0 beyond the last.
     virtual int GetConstraintByIndex(unsigned int index, KeyConstraint constraint,
                                      int& on) const = 0;
+    /// GetKeyValues of key `index`; 0 beyond the last.
     virtual int GetKeyValuesByIndex(unsigned int index, double& left, double& right) const = 0;
     /// Bytes held outside the object itself; the base's body counts the user data.
     virtual unsigned long GetDynamicMemSize() const;
@@ -420,13 +457,20 @@ public:
     /// finite.
     int SetUserDataSet(CFCUserDataSet const& set, double parameter);
 
+    /// Copies `size` bytes onto the curve, in place of those that `guid` had; 0 for a null pointer
+    /// with a size.
     int SetFCurveUserData(_GUID const& guid, unsigned char const* bytes, unsigned int size);
+    /// Gives the bytes that `guid` has on the curve; they stay the curve's own.
     int GetFCurveUserData(_GUID const& guid, unsigned char const*& bytes, unsigned int& size) const;
+    /// Drops the bytes that `guid` has on the curve; 0 when there are none.
     int RemoveFCurveUserData(_GUID const& guid);
+    /// Copies `size` bytes onto the key within `tolerance`, in place of those that `guid` had.
     int SetKeyUserData(double& parameter, _GUID const& guid, unsigned char const* bytes,
                        unsigned int size, double tolerance);
+    /// Gives the bytes that `guid` has on the key within `tolerance`; they stay the curve's own.
     int GetKeyUserData(double& parameter, _GUID const& guid, unsigned char const*& bytes,
                        unsigned int& size, double tolerance) const;
+    /// Drops the bytes that `guid` has on the key within `tolerance`.
     int RemoveKeyUserData(double& parameter, _GUID const& guid, double tolerance);
     /// Drops the set of the key at exactly `parameter`; 0 when there is none.
     int RemoveKeyUserData(double parameter);
@@ -444,6 +488,7 @@ public:
     void ExchangeUserData(HvBaseFCurve& other);
     /// Bytes of the user-data block of an archive, its length prefix included.
     unsigned int GetUserDataBufferSize() const;
+    /// Writes the block, GetUserDataBufferSize() bytes, and returns their number.
     unsigned int WriteUserDataToBuffer(void* buffer) const;
     /// Reads the block whose length prefix ends at `body`; the caller vouches for the bytes.
     /// Returns the bytes used, 0 with the user data as they were for a block of another version

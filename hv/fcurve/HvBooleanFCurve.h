@@ -18,6 +18,7 @@ public:
     /// A curve without keys; its value is true exactly when `valueWhenNoKeys` is 1.0. The left
     /// value is false.
     explicit HvBooleanFCurve(double valueWhenNoKeys);
+    /// Copies keys, fields and user data, under the lock of `other`.
     HvBooleanFCurve(HvBooleanFCurve const& other);
     /// The stretch of `source` between `from` and `to`: it ends where the keys beyond were, with
     /// keys of the values there. Locks outside do not stand in the way.

@@ -14,6 +14,7 @@
 /// time around writers, or the order of locks is turned round.
 class HvCurveLock {
 public:
+    /// Enters the section of `curve`, which must outlive the lock.
     explicit HvCurveLock(HvBaseFCurve const& curve) : curve_(curve) { curve_.AcquireLocks(); }
     ~HvCurveLock() { curve_.ReleaseLocks(); }
     HvCurveLock(HvCurveLock const&) = delete;

@@ -41,8 +41,7 @@ HV_API unsigned int HvBaseFCurve_CreateFromBufferBody(void const* body, HvBaseFC
 /// @param buffer  the archive from its length on; no byte beyond `size` is read, and no more memory
 ///                is taken than a curve of that many bytes can need.
 /// @param size    bytes at `buffer`; there may be more than the archive has, so that one archive
-/// can
-///                stand behind another.
+///                can stand behind another.
 /// @param curve   takes the new curve, which the caller owns; null when the result is 0.
 /// @return        bytes of the archive, its length included; 0 when a pointer is null, `size` is
 ///                less than the archive's length tells, the body claims more than that length, or

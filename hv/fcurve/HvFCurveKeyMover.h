@@ -46,8 +46,8 @@ public:
     /// Takes hold of the keys that stand at exactly `parameters`, in any order.
     ///
     /// @param limits       in state 0, bounds for the keys' parameters and values; a key that
-    /// starts
-    ///                     outside is drawn in by the first step. In other states nothing is bound.
+    ///                     starts outside is drawn in by the first step. In other states nothing is
+    ///                     bound.
     /// @param movedExtent  in state 0, a rectangle that goes along, see Update.
     HvFCurveKeyMover(HvBaseFCurve& curve, HvDoubleArray const& parameters,
                      HvExtent2<double> const& limits, HvExtent2<double> const& movedExtent);

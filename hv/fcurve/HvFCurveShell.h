@@ -89,7 +89,7 @@ protected:
     unsigned int CollectKeys(HvDoubleArray& parameters, HvDoubleArray& leftValues,
                              HvDoubleArray& rightValues, int selectedOnly) const;
 
-    Impl* impl_;
+    Impl* impl_;  ///< the implementation, never null
 
 private:
     friend struct HvCurveToolAccess;

@@ -40,6 +40,7 @@ class HvFCurveStretcherImpl;
 /// without Finalize loses the user data of the keys that have moved.
 class HV_API HvFCurveStretcher : public HvAllocated {
 public:
+    /// The sides that a region can be taken by.
     using RegionHandle = HvBaseFCurve::RegionHandle;
 
     /// Takes hold of one side of a region.

@@ -14,6 +14,7 @@ class HV_API HvIntegerFCurve : public HvSteppedFCurve<int> {
 public:
     /// A curve without keys. The left value is 0.
     explicit HvIntegerFCurve(double valueWhenNoKeys);
+    /// Copies keys, fields and user data, under the lock of `other`.
     HvIntegerFCurve(HvIntegerFCurve const& other);
     /// The stretch of `source` between `from` and `to`: it ends where the keys beyond were, with
     /// keys of the values there. Locks outside do not stand in the way.

@@ -60,6 +60,7 @@ public:
     /// Shows a component of `curve`, taking a reference on it for its own life. Null makes a new
     /// one.
     HvQuatFCurve(HvQuatCurve* curve, unsigned int component);
+    /// Makes a rotation of its own with the keys of that which `other` shows.
     HvQuatFCurve(HvQuatFCurve const& other);
     /// All or nothing.
     HvQuatFCurve& operator=(HvQuatFCurve const& other);

@@ -35,6 +35,7 @@ public:
     /// SetToApproxLinearFitC0 keeps it. Points that are not finite, or not past the one before, are
     /// left out. Value when no keys is the first point's y, without points 0.
     HvRawFCurve(HvPoint2dArray const& points, double tolerance);
+    /// Copies keys, fields and user data, under the lock of `other`.
     HvRawFCurve(HvRawFCurve const& other);
     /// The stretch of `curve` between `from` and `to`: it ends where the keys beyond were, with
     /// keys of the values there. A read-only curve gives a read-only stretch.

@@ -81,9 +81,11 @@ public:
 protected:
     /// Takes over `impl`.
     explicit HvSingleValueFCurve(Impl* impl);
+    /// Copies keys, fields and user data.
     HvSingleValueFCurve(HvSingleValueFCurve const& other);
     /// The stretch of `source` from `from` to `to`.
     HvSingleValueFCurve(HvSingleValueFCurve const& source, double from, double to);
+    /// Copies keys, fields and user data; all or nothing.
     HvSingleValueFCurve& operator=(HvSingleValueFCurve const& other);
 
     /// Swaps keys, fields and user data, for edits that run on a copy.

@@ -45,6 +45,7 @@ public:
     /// in the unit of the values. Value when no keys is the first point's y.
     HvStdFCurve(HvPoint2dArray const& points, DPMethod method, double tolerance, FSKind first,
                 FSKind last);
+    /// Copies keys, fields and user data, under the lock of `other`.
     HvStdFCurve(HvStdFCurve const& other);
     /// The stretch of `curve` from `from` to `to`, with its shape kept.
     HvStdFCurve(HvStdFCurve const& curve, double from, double to);
@@ -71,11 +72,15 @@ public:
 
     /// The kind of the span on one side of the key.
     int GetSegmentKind(double x, KeySide side, FSKind& kind, double tolerance) const;
+    /// The kinds of the spans on both sides of the key.
     int GetSegmentKinds(double x, FSKind& left, FSKind& right, double tolerance) const;
+    /// The same for key `i`; 0 beyond the last.
     int GetSegmentKindsByIndex(unsigned int i, FSKind& left, FSKind& right) const;
+    /// GetSegmentKind of key `i`; 0 beyond the last.
     int GetSegmentKindByIndex(unsigned int i, KeySide side, FSKind& kind) const;
     /// The kind of the span that holds x; at a key, of the span to its right.
     FSKind GetSegmentKindAtParameter(double x) const;
+    /// The kind of the span before the first key.
     FSKind GetFirstSegmentKind() const;
     /// 1 when the first segment kind and all keys' kinds agree; `kind` gets it.
     int HasUniformSegmentKind(FSKind& kind) const;
@@ -86,13 +91,16 @@ public:
     /// The stored handle of one side, as a vector from the key.
     int GetActualKeyTgtHandle(double x, KeySide side, HvPoint2<double>& handle,
                               double tolerance) const;
+    /// The stored handles of both sides, as vectors from the key.
     int GetActualKeyTgtHandles(double x, HvPoint2<double>& left, HvPoint2<double>& right,
                                double tolerance) const;
     /// The handle of one side that the segment really uses, as a vector from the key.
     int GetEvaluatedKeyTgtHandle(double x, KeySide side, HvPoint2<double>& handle,
                                  double tolerance) const;
+    /// The handles of both sides that the segments really use, as vectors from the key.
     int GetEvaluatedKeyTgtHandles(double x, HvPoint2<double>& left, HvPoint2<double>& right,
                                   double tolerance) const;
+    /// The same for key `i`; 0 beyond the last.
     int GetEvaluatedKeyTgtHandlesByIndex(unsigned int i, HvPoint2<double>& left,
                                          HvPoint2<double>& right) const;
 
@@ -100,12 +108,18 @@ public:
                       double tolerance) const override;
     int GetConstraintByIndex(unsigned int i, KeyConstraint constraint, int& on) const override;
     int IsConstraintSupported(KeyConstraint constraint) const override;
+    /// 1 when the key within `tolerance` keeps its handles on one line.
     int IsTangentContinuityLocked(double x, double tolerance) const;
+    /// The same for key `i`; 0 beyond the last.
     int IsTangentContinuityLockedByIndex(unsigned int i) const;
+    /// 1 when the key within `tolerance` keeps its handles of one length.
     int IsTangentLengthContinuityLocked(double x, double tolerance) const;
+    /// The same for key `i`; 0 beyond the last.
     int IsTangentLengthContinuityLockedByIndex(unsigned int i) const;
+    /// 1 when the directions of the tangents of a key of the interval are locked.
     int AreAnyTgtDirectionsLockedInInterval(double from, double to, int openAtFrom,
                                             int openAtTo) const;
+    /// 1 when the lengths of the tangents of a key of the interval are locked.
     int AreAnyTgtLengthsLockedInInterval(double from, double to, int openAtFrom,
                                          int openAtTo) const;
 
@@ -170,6 +184,7 @@ public:
     /// A locked key beside x, found by the tolerance, goes all the same.
     int RemoveKey(double x, FSKind kind, double tolerance);
     int RemoveKeys(double from, double to, int openAtFrom, int openAtTo) override;
+    /// The same; the gap becomes one segment of `kind`.
     int RemoveKeys(double from, double to, FSKind kind, int openAtFrom, int openAtTo);
     /// Refuses when a key up to x is locked. Leaves a key at x on a curve without keys too.
     int RemoveHead(double x) override;
@@ -191,6 +206,7 @@ public:
     /// The cubic from the last key over the handles P1, P2 to P3; refused when it turns back.
     int AppendBezierCubicSegment(HvPoint2<double> const& P1, HvPoint2<double> const& P2,
                                  HvPoint2<double> const& P3);
+    /// The line from the last key to P.
     int AppendLinearSegment(HvPoint2<double> const& P);
     /// Moves the last key along its line to P.x when the last segment is linear and its line passes
     /// P within `tolerance` (in values); otherwise AppendLinearSegment. Of a key that moves, a
@@ -218,22 +234,29 @@ public:
     // its chord.
     /// Sets the kind of the span on one side of the key; on a curve without keys of its only span.
     int SetSegmentKind(double x, KeySide side, FSKind kind, double tolerance);
+    /// Sets the kind of the span that holds x; at a key, of the span to its right.
     int SetSegmentKindAtParameter(double x, FSKind kind);
+    /// Sets the kind of the span before the first key.
     int SetFirstSegmentKind(FSKind kind);
+    /// Gives all spans one kind.
     int ConvertToUniformSegmentKind(FSKind kind);
     /// Sets the stored handle of one side from a vector from the key; shrinks it until its segment
     /// is a function of the parameter, and refuses when that fails.
     int SetKeyTgtHandle(double x, KeySide side, HvPoint2<double> const& handle, double tolerance);
+    /// The same for both sides.
     int SetKeyTgtHandles(double x, HvPoint2<double> const& left, HvPoint2<double> const& right,
                          double tolerance);
     int SetConstraint(double& parameter, KeyConstraint constraint, int on,
                       double tolerance) override;
     // Locking moves no handle. Each stores the found key's parameter in `x`.
+    /// Sets TangentContinuityLocked.
     int LockTangentContinuity(double& x, double tolerance);
+    /// Clears TangentContinuityLocked.
     int UnlockTangentContinuity(double& x, double tolerance);
     /// `scale` multiplies y, so that lengths compare as they look in a view. Refuses on an inner
     /// key between cubic segments whose handles differ in length.
     int LockTangentLengthContinuity(double& x, double scale, double tolerance);
+    /// Clears TangentLengthContinuityLocked.
     int UnlockTangentLengthContinuity(double& x, double scale, double tolerance);
     /// Turns the handle opposite to `side` onto the line of that one and locks tangent continuity.
     /// On a key beside segments that are not cubic no handle moves. Refuses when the tangents at
@@ -250,6 +273,7 @@ public:
     /// the end keys are frozen on their inner side only.
     int FreezeTangentsInInterval(double from, double to, int leftSide, int rightSide,
                                  int constraints);
+    /// The same from key `i` to key `j`, both included.
     int FreezeTangentsInInterval(unsigned int i, unsigned int j, int leftSide, int rightSide,
                                  int constraints);
 
@@ -263,6 +287,7 @@ public:
     int SmoothSequence(double from, double to, double const* kernel,
                        unsigned int kernelSize) override;
     unsigned int ReduceNumKeys(double from, double to, double tolerance) override;
+    /// The same over all keys.
     unsigned int ReduceNumKeys(double tolerance);
 
     // Saving.

@@ -42,8 +42,7 @@ public:
     ///     dragged one, or, where the two formed an angle, keeping it.
     /// @param keepLengthContinuity  when not 0, the opposite handle takes the dragged one's length.
     /// @param scale    what the view multiplies y by, against x; lengths and angles are kept as
-    /// they
-    ///                 look there. Not finite or not above 0 counts as 1.
+    ///                 they look there. Not finite or not above 0 counts as 1.
     /// @param invalid  is augmented by what must be drawn anew between the keys, in the curve's
     ///                 space.
     /// @return  1 when done; 1 also, with nothing changed, on a read-only curve. 0, with no handle

@@ -84,10 +84,13 @@ public:
     unsigned int ReadArchiveBody(HvByteReader& body);
 
 protected:
+    /// A curve without keys.
     explicit HvSteppedFCurve(T whenNoKeys);
+    /// Copies keys, fields and user data.
     HvSteppedFCurve(HvSteppedFCurve const& other);
     /// The stretch of `source` from `from` to `to`.
     HvSteppedFCurve(HvSteppedFCurve const& source, double from, double to);
+    /// Copies keys, fields and user data; all or nothing.
     HvSteppedFCurve& operator=(HvSteppedFCurve const& other);
 
     using HvSingleValueFCurve<CFCSteppedImpl<T>>::impl_;

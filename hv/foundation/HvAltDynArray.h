@@ -52,13 +52,21 @@ public:
     unsigned int Count() const { return count_; }
     /// Records allocated.
     unsigned int Capacity() const { return capacity_; }
+    /// The first record; good until an operation changes the count.
     T* Data() { return data_; }
+    /// The first record; good until an operation changes the count.
     T const* Data() const { return data_; }
+    /// Record `i`, which is not checked.
     T& operator[](unsigned int i) { return data_[i]; }
+    /// Record `i`, which is not checked.
     T const& operator[](unsigned int i) const { return data_[i]; }
+    /// The first record.
     T* begin() { return data_; }
+    /// The first record.
     T const* begin() const { return data_; }
+    /// Behind the last record.
     T* end() { return data_ + count_; }
+    /// Behind the last record.
     T const* end() const { return data_ + count_; }
 
     /// Makes the count `n`; grows or shrinks the storage. New records are zeros.

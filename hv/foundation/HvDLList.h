@@ -11,9 +11,9 @@
 /// One link of an HvDLList.
 template <class T>
 struct HvDLListNode : HvAllocated {
-    HvDLListNode* previous;
-    HvDLListNode* next;
-    T* item;
+    HvDLListNode* previous;  ///< the node before; before the head comes the tail
+    HvDLListNode* next;      ///< the node behind; behind the tail comes the head
+    T* item;                 ///< what the node stands for, not owned
 };
 
 /// A circular, doubly linked list of pointers; it owns its nodes, never the items.
@@ -24,12 +24,13 @@ struct HvDLListNode : HvAllocated {
 template <class T>
 class HvDLList : public HvAllocated {
 public:
+    /// The links of the list.
     using Node = HvDLListNode<T>;
 
     /// Where Insert puts the new item: any value but Before is after.
     enum Position : int {
-        Before = 0,
-        After = 1
+        Before = 0,  ///< in front of the item that is named
+        After = 1    ///< behind it
     };
 
     /// Empty.
@@ -153,6 +154,7 @@ private:
 template <class T>
 class HvDLListIter {
 public:
+    /// Starts at the head of `list`, which must outlive the iterator.
     explicit HvDLListIter(HvDLList<T> const* list)
         : list_(list), node_(list->Head()), left_(list->Count())
     {

@@ -52,13 +52,21 @@ public:
     unsigned int Count() const { return count_; }
     /// Elements allocated.
     unsigned int Capacity() const { return capacity_; }
+    /// The first element; good until an operation changes the count.
     T* Data() { return data_; }
+    /// The first element; good until an operation changes the count.
     T const* Data() const { return data_; }
+    /// Element `i`, which is not checked.
     T& operator[](unsigned int i) { return data_[i]; }
+    /// Element `i`, which is not checked.
     T const& operator[](unsigned int i) const { return data_[i]; }
+    /// The first element.
     T* begin() { return data_; }
+    /// The first element.
     T const* begin() const { return data_; }
+    /// Behind the last element.
     T* end() { return data_ + count_; }
+    /// Behind the last element.
     T const* end() const { return data_ + count_; }
 
     /// Makes the count `n`; grows or shrinks the storage. Elements that come into use are not set:

@@ -21,9 +21,9 @@ struct HV_API_TYPE HvExtent2 {
         WholePlane = 2  ///< every point
     };
 
-    HvPoint2<T> min;
-    HvPoint2<T> max;
-    int state;
+    HvPoint2<T> min;  ///< the least coordinates
+    HvPoint2<T> max;  ///< the greatest coordinates
+    int state;        ///< a State; the coordinates count in an ordinary extent alone
 
     /// The empty extent, ready to be augmented.
     constexpr HvExtent2() : state(Empty) {}

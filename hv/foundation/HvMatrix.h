@@ -25,13 +25,18 @@ public:
     ~HvMatrix();
     HvMatrix& operator=(HvMatrix const&) = delete;
 
+    /// The number of the first row.
     int FirstRow() const { return firstRow_; }
+    /// The number of the last row.
     int LastRow() const { return lastRow_; }
+    /// The number of the first column.
     int FirstColumn() const { return firstColumn_; }
+    /// The number of the last column.
     int LastColumn() const { return lastColumn_; }
 
     /// The row, addressed by the column number: m[row][column].
     double* operator[](int row) { return table_[Slot(row)]; }
+    /// The row, addressed by the column number: m[row][column].
     double const* operator[](int row) const { return table_[Slot(row)]; }
 
     /// 1 unless an element differs by more than `tolerance` from 1 on the diagonal, where row and

@@ -37,11 +37,17 @@ HV_API void HvSetReleaseHook(HvReleaseHook hook) noexcept;
 /// library's own, whatever the host does with the global operators.
 class HvAllocated {
 public:
+    /// HvAllocate: zeros, or std::bad_alloc.
     static void* operator new(std::size_t size) { return HvAllocate(size); }
+    /// Places an object in storage of the caller.
     static void* operator new(std::size_t, void* place) noexcept { return place; }
+    /// HvFree; null does nothing.
     static void operator delete(void* block) noexcept { HvFree(block); }
+    /// Matches the placement form; does nothing.
     static void operator delete(void*, void*) noexcept {}
+    /// HvAllocate: zeros, or std::bad_alloc.
     static void* operator new[](std::size_t size) { return HvAllocate(size); }
+    /// HvFree; null does nothing.
     static void operator delete[](void* block) noexcept { HvFree(block); }
 
 protected:

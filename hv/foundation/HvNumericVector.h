@@ -33,10 +33,13 @@ public:
     HvNumericVector(HvNumericVector const&) = delete;
     HvNumericVector& operator=(HvNumericVector const&) = delete;
 
+    /// The index of the first element.
     int Low() const { return low_; }
+    /// The index of the last element.
     int High() const { return high_; }
     /// The element of index i, from Low() to High().
     T& operator[](int i) { return elements_[static_cast<std::ptrdiff_t>(i) - low_]; }
+    /// The element of index i, from Low() to High().
     T const& operator[](int i) const { return elements_[static_cast<std::ptrdiff_t>(i) - low_]; }
 
 private:

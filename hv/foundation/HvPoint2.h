@@ -18,11 +18,12 @@ constexpr double kHvGeometryTolerance = 1e-7;
 /// A point or vector of the plane; T is float or double.
 template <class T>
 struct HV_API_TYPE HvPoint2 {
-    T x;
-    T y;
+    T x;  ///< along the first axis
+    T y;  ///< along the second axis
 
     /// The origin.
     constexpr HvPoint2() : x(0), y(0) {}
+    /// The point of these coordinates.
     constexpr HvPoint2(T px, T py) : x(px), y(py) {}
 
     /// Converts each coordinate; from double to float it rounds to nearest.
@@ -37,16 +38,21 @@ struct HV_API_TYPE HvPoint2 {
     {
         return a.x == b.x && a.y == b.y;
     }
+    /// Whether a coordinate differs.
     friend constexpr bool operator!=(HvPoint2 const& a, HvPoint2 const& b) { return !(a == b); }
+    /// The sum of each coordinate.
     friend constexpr HvPoint2 operator+(HvPoint2 const& a, HvPoint2 const& b)
     {
         return HvPoint2(a.x + b.x, a.y + b.y);
     }
+    /// The difference of each coordinate.
     friend constexpr HvPoint2 operator-(HvPoint2 const& a, HvPoint2 const& b)
     {
         return HvPoint2(a.x - b.x, a.y - b.y);
     }
+    /// The opposite vector.
     friend constexpr HvPoint2 operator-(HvPoint2 const& a) { return HvPoint2(-a.x, -a.y); }
+    /// Every coordinate times `factor`.
     friend constexpr HvPoint2 operator*(HvPoint2 const& a, T factor)
     {
         return HvPoint2(a.x * factor, a.y * factor);

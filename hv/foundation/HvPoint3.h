@@ -11,12 +11,13 @@
 /// A point or vector of space; T is float or double.
 template <class T>
 struct HV_API_TYPE HvPoint3 {
-    T x;
-    T y;
-    T z;
+    T x;  ///< along the first axis
+    T y;  ///< along the second axis
+    T z;  ///< along the third axis
 
     /// The origin.
     constexpr HvPoint3() : x(0), y(0), z(0) {}
+    /// The point of these coordinates.
     constexpr HvPoint3(T px, T py, T pz) : x(px), y(py), z(pz) {}
 
     /// Converts each coordinate; from double to float it rounds to nearest.
@@ -31,16 +32,21 @@ struct HV_API_TYPE HvPoint3 {
     {
         return a.x == b.x && a.y == b.y && a.z == b.z;
     }
+    /// Whether a coordinate differs.
     friend constexpr bool operator!=(HvPoint3 const& a, HvPoint3 const& b) { return !(a == b); }
+    /// The sum of each coordinate.
     friend constexpr HvPoint3 operator+(HvPoint3 const& a, HvPoint3 const& b)
     {
         return HvPoint3(a.x + b.x, a.y + b.y, a.z + b.z);
     }
+    /// The difference of each coordinate.
     friend constexpr HvPoint3 operator-(HvPoint3 const& a, HvPoint3 const& b)
     {
         return HvPoint3(a.x - b.x, a.y - b.y, a.z - b.z);
     }
+    /// The opposite vector.
     friend constexpr HvPoint3 operator-(HvPoint3 const& a) { return HvPoint3(-a.x, -a.y, -a.z); }
+    /// Every coordinate times `factor`.
     friend constexpr HvPoint3 operator*(HvPoint3 const& a, T factor)
     {
         return HvPoint3(a.x * factor, a.y * factor, a.z * factor);

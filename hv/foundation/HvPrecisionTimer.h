@@ -51,6 +51,7 @@ public:
 
     /// Takes up to 255 bytes of `name`; null counts as empty.
     void SetName(char const* name);
+    /// Sets the unit in which times are told.
     void SetUnit(Hv_Timer_Unit unit);
     /// Takes `file` as it stands. Null: HvHPTimer.log after the value of the environment variable
     /// TEMP, or where that is not set or empty of TMP, and a backslash, on every platform; the name

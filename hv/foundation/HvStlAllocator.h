@@ -20,9 +20,11 @@ class HvStlAllocator {
     static_assert(alignof(T) <= alignof(std::max_align_t), "HvAllocate aligns for standard types");
 
 public:
+    /// What is allocated.
     using value_type = T;
 
     HvStlAllocator() noexcept = default;
+    /// All allocators are alike.
     template <class U>
     HvStlAllocator(HvStlAllocator<U> const&) noexcept
     {
@@ -36,15 +38,18 @@ public:
         }
         return static_cast<T*>(HvAllocate(count * sizeof(T)));
     }
+    /// HvFree; the count has no effect.
     void deallocate(T* elements, std::size_t) noexcept { HvFree(elements); }
 };
 
+/// All allocators are alike: what one took, another may give back.
 template <class T, class U>
 bool operator==(HvStlAllocator<T> const&, HvStlAllocator<U> const&) noexcept
 {
     return true;
 }
 
+/// Never: all allocators are alike.
 template <class T, class U>
 bool operator!=(HvStlAllocator<T> const&, HvStlAllocator<U> const&) noexcept
 {

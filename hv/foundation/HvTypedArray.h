@@ -57,13 +57,21 @@ public:
     unsigned int Size() const { return size_; }
     /// Elements allocated.
     unsigned int Capacity() const { return capacity_; }
+    /// The first element; good until an operation changes size or capacity.
     T* Data() { return data_; }
+    /// The first element; good until an operation changes size or capacity.
     T const* Data() const { return data_; }
+    /// Element `i`, which is not checked.
     T& operator[](unsigned int i) { return data_[i]; }
+    /// Element `i`, which is not checked.
     T const& operator[](unsigned int i) const { return data_[i]; }
+    /// The first element.
     T* begin() { return data_; }
+    /// The first element.
     T const* begin() const { return data_; }
+    /// Behind the last element.
     T* end() { return data_ + size_; }
+    /// Behind the last element.
     T const* end() const { return data_ + size_; }
 
     /// Makes the size `n`; grows or shrinks the storage. Elements beyond the old size are not set.

@@ -86,9 +86,14 @@ public:
         return !Failed();
     }
 
+    /// A number of one byte; 0 when it is not there and the reader has failed, as for all that
+    /// follow.
     std::uint8_t ReadUInt8() { return static_cast<std::uint8_t>(ReadLow<1>()); }
+    /// A number of two bytes, the low one first.
     std::uint16_t ReadUInt16() { return static_cast<std::uint16_t>(ReadLow<2>()); }
+    /// A number of four bytes, the low one first.
     std::uint32_t ReadUInt32() { return static_cast<std::uint32_t>(ReadLow<4>()); }
+    /// A number of four bytes in two's complement, the low one first.
     std::int32_t ReadInt32()
     {
         std::uint32_t const bits = ReadUInt32();
@@ -124,6 +129,7 @@ public:
         used_ += size;
         return bytes;
     }
+    /// Steps over `size` bytes; fails when they are not all there.
     void Skip(std::size_t size) { ReadBytes(size); }
 
     /// A bounded reader of the next `size` bytes, which this one steps over. When they are not all
@@ -166,14 +172,19 @@ private:
 /// provides that much: nothing is checked here.
 class HvByteWriter {
 public:
+    /// Writes from `start` on.
     explicit HvByteWriter(void* start) : start_(static_cast<unsigned char*>(start)) {}
 
     /// Bytes written and skipped so far.
     std::size_t Used() const { return used_; }
 
+    /// Writes one byte.
     void WriteUInt8(std::uint8_t value) { WriteLow<1>(value); }
+    /// Writes two bytes, the low one first.
     void WriteUInt16(std::uint16_t value) { WriteLow<2>(value); }
+    /// Writes four bytes, the low one first.
     void WriteUInt32(std::uint32_t value) { WriteLow<4>(value); }
+    /// Writes four bytes in two's complement, the low one first.
     void WriteInt32(std::int32_t value)
     {
         std::uint32_t bits;

@@ -36,6 +36,7 @@ struct XQDynamicMemRule {
     static_assert(std::is_trivially_destructible<X>::value,
                   "a type that holds storage needs a rule of its own");
 
+    /// Nothing: such a type holds no storage.
     static unsigned long Get(X const&) { return 0; }
 };
 
@@ -74,6 +75,7 @@ constexpr unsigned long XQComputeSTLTreeNodeSize()
     return static_cast<unsigned long>(sizeof(Node));
 }
 
+/// A pointer whose target counts, with what the target holds.
 template <class T, class P>
 struct XQDynamicMemRule<T*, CXQMemDereference<P>> {
     static unsigned long Get(T* pointer)
@@ -85,8 +87,10 @@ struct XQDynamicMemRule<T*, CXQMemDereference<P>> {
 /// Whether X is one of the typed arrays, told by its base.
 template <class T>
 std::true_type XQIsTypedArray(HvTypedArray<T> const*);
+/// The answer for every other type.
 std::false_type XQIsTypedArray(void const*);
 
+/// A typed array: what it has allocated.
 template <class X>
 struct XQDynamicMemRule<
     X, CXQMemBaseType,
@@ -97,6 +101,7 @@ struct XQDynamicMemRule<
     }
 };
 
+/// An array of records: what it has allocated.
 template <class T>
 struct XQDynamicMemRule<HvAltDynArray<T>, CXQMemBaseType> {
     static unsigned long Get(HvAltDynArray<T> const& array)
@@ -118,6 +123,7 @@ struct XQDynamicMemRule<HvDynArray<T>, CXQMemBaseType> {
     }
 };
 
+/// A pair: what its two members hold.
 template <class A, class B, class PolicyA, class PolicyB>
 struct XQDynamicMemRule<std::pair<A, B>, std::pair<PolicyA, PolicyB>> {
     static unsigned long Get(std::pair<A, B> const& pair)
@@ -147,6 +153,7 @@ struct XQDynamicMemRule<std::map<K, V, Less, Allocator>, Policy> {
     }
 };
 
+/// A vector: what it has allocated, and what its elements hold.
 template <class T, class Allocator, class Policy>
 struct XQDynamicMemRule<std::vector<T, Allocator>, Policy> {
     static unsigned long Get(std::vector<T, Allocator> const& vector)

@@ -14,6 +14,7 @@
 
 /// 0 when two neighbours are equal exactly, otherwise 1; 1 for fewer than two points.
 HV_API int HvPoint2fArray_ConsecutivePointsDiffer(HvPoint2fArray const& a);
+/// The form for points in double.
 HV_API int HvPoint2dArray_ConsecutivePointsDiffer(HvPoint2dArray const& a);
 
 /// 1 when each point lies beyond the one before: at a greater x, or at the same x with a greater y.
@@ -50,6 +51,7 @@ HV_API int HvPoint2fArray_PolylinesAreClose(HvPoint2fArray const& a, HvDoubleArr
                                             HvPoint2fArray const& b, HvDoubleArray const& chordB,
                                             unsigned int b0, unsigned int b1, double tolerance,
                                             unsigned int& failedAt);
+/// The form for points in double.
 HV_API int HvPoint2dArray_PolylinesAreClose(HvPoint2dArray const& a, HvDoubleArray const& chordA,
                                             unsigned int a0, unsigned int a1,
                                             HvPoint2dArray const& b, HvDoubleArray const& chordB,

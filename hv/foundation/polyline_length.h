@@ -20,6 +20,7 @@
 /// Appends 0, then the running length from point `first` to point `last`: last - first + 1 entries.
 HV_API void HvPoint2fArray_ComputeChordLength(HvPoint2fArray const& a, unsigned int first,
                                               unsigned int last, HvDoubleArray& out);
+/// The form for points in double.
 HV_API void HvPoint2dArray_ComputeChordLength(HvPoint2dArray const& a, unsigned int first,
                                               unsigned int last, HvDoubleArray& out);
 
@@ -37,6 +38,7 @@ HV_API void HvPoint2fArray_ComputeIncrementalChordLength(HvPoint2fArray const& a
 /// Appends the table of a whole polyline; returns its length.
 HV_API double HvPoint2fArraySingleComponent_ComputeChordLength(HvPoint2fArray const& a,
                                                                HvDoubleArray& out);
+/// The form for points of space.
 HV_API double HvPoint3dArraySingleComponent_ComputeChordLength(HvPoint3dArray const& a,
                                                                HvDoubleArray& out);
 

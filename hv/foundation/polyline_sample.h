@@ -16,6 +16,7 @@
 /// polyline_length.h.
 class HV_API HvPolylineCursor {
 public:
+    /// Starts on the edge from point `first`; the line goes on to point `last`.
     HvPolylineCursor(HvPoint2fArray const& line, HvDoubleArray const& lengths, unsigned int first,
                      unsigned int last)
         : line_(line), lengths_(lengths), at_(first + 1), last_(last)

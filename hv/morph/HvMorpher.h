@@ -37,6 +37,8 @@ struct HvMorpherImpl;
 /// is as it was. Cost: linear in the length of the longer outline over `gc.minPointGap`.
 class HV_API HvMorpher : public HvAllocated {
 public:
+    /// A morph from `first` to `second`; all three must outlive it. Without one of the outlines
+    /// there is nothing between.
     HvMorpher(HvPath2fProp1d const* first, HvPath2fProp1d const* second, HvGC const& gc);
     ~HvMorpher();
     HvMorpher(HvMorpher const&) = delete;

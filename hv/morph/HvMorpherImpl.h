@@ -16,18 +16,19 @@ struct HvGC;
 
 /// An anchor that travels from a point of the first outline to one of the second.
 struct MPathData {
-    unsigned int firstIndex;
-    unsigned int secondIndex;
-    HvPath2f const* path;  ///< the road, not owned; null for a straight line
+    unsigned int firstIndex;   ///< index of the point on the first outline
+    unsigned int secondIndex;  ///< index of the point on the second outline
+    HvPath2f const* path;      ///< the road, not owned; null for a straight line
 };
 
 /// The outlines and the context of a morph, none of them owned, and its anchors.
 struct HV_API HvMorpherImpl : public HvAllocated {
-    HvPath2fProp1d const* first;
-    HvPath2fProp1d const* second;
-    HvGC const* gc;
-    HvDynArray<MPathData> motionPaths;
+    HvPath2fProp1d const* first;        ///< the outline at 0
+    HvPath2fProp1d const* second;       ///< the outline at 1
+    HvGC const* gc;                     ///< tolerances and steps
+    HvDynArray<MPathData> motionPaths;  ///< the anchors, in the order in which they were added
 
+    /// A morph without anchors.
     HvMorpherImpl(HvPath2fProp1d const* first, HvPath2fProp1d const* second, HvGC const& gc);
 
     /// Whether there are two outlines; without one there is nothing between.

@@ -103,25 +103,31 @@ public:
     /// The same; all or nothing. Two paths may be assigned to each other in two threads at once:
     /// the source is copied under its lock before the lock of the target is taken.
     HvMotionPath3d& operator=(HvMotionPath3d const& other);
+    /// Frees the points, not what the client pointers lead to.
     virtual ~HvMotionPath3d();
 
     // Reading. An index out of range gives 0.
 
+    /// Nodes and control points together.
     unsigned int NumPoints() const;
+    /// Nodes; one more than segments, 0 without points.
     unsigned int NumNodes() const;
     /// 1 for the index of a node.
     int IsNode(unsigned int point) const;
+    /// The place of a node or a control point.
     int GetControlPoint(unsigned int point, HvPoint3<double>& p) const;
     /// Copies the points `first` to `last`, inclusive, and for each the time of the node that its
     /// segment starts at; `p` and `t` have room for them. 1 with nothing copied when first > last.
     int GetControlPoints(unsigned int first, unsigned int last, HvPoint3<double>* p,
                          double* t) const;
+    /// What the point is.
     int GetControlPointKind(unsigned int point, PointKind& kind) const;
     /// Place and time of a node; 0 for a control point.
     int GetNode(unsigned int point, HvPoint3<double>& p, double& t) const;
     /// The caller's pointer at a point; null where none was set. It is copied with the path, not
     /// owned and not saved.
     void* GetClientData(unsigned int point) const;
+    /// Sets the caller's pointer at a point; an index out of range does nothing.
     void SetClientData(unsigned int point, void* data);
     /// Time of the first node; 0 for a path without points. The argument has no meaning.
     double GetFirstTime(int unused) const;
@@ -136,6 +142,7 @@ public:
     /// Sets the rule before the node that the segment of `point` starts at; refuses what is no
     /// TangentInfo.
     int SetLeftTangentInfo(unsigned int point, TangentInfo info);
+    /// Sets the rule behind it.
     int SetRightTangentInfo(unsigned int point, TangentInfo info);
 
     // Finding.
@@ -184,8 +191,7 @@ public:
     /// @param point      index of the new node, or of the node that was found.
     /// @param exact      1 when there is a node already, at the time or near it.
     /// @return           1 for a new node; 0 for one that was found, before the first time, from
-    /// the
-    ///                   last time on, where the time between would be too short, and where the
+    ///                   the last time on, where the time between would be too short, and where the
     ///                   place on the curve cannot be told within `tolerance`.
     ///
     /// A segment shorter than 1e-7 is split at the middle of its parameter. Cost: linear.

@@ -11,10 +11,11 @@
 /// How the speed along a motion path behaves before and behind a node; smooth on both sides at
 /// first.
 struct HvTwoSidedTangent {
-    HvMotionPath3d::TangentInfo left = HvMotionPath3d::TangentSmooth;
-    HvMotionPath3d::TangentInfo right = HvMotionPath3d::TangentSmooth;
+    HvMotionPath3d::TangentInfo left = HvMotionPath3d::TangentSmooth;   ///< before the node
+    HvMotionPath3d::TangentInfo right = HvMotionPath3d::TangentSmooth;  ///< behind the node
 
     HvTwoSidedTangent() = default;
+    /// The two rules.
     HvTwoSidedTangent(HvMotionPath3d::TangentInfo before, HvMotionPath3d::TangentInfo behind)
         : left(before), right(behind)
     {

@@ -44,6 +44,7 @@ public:
 
     // The virtual operations stand in the order of their slots.
 
+    /// Forgets the stroke that is not ended; the path keeps what was committed.
     virtual ~HvBasePathBuilder();
     /// Begins a stroke at `p`. The path is left alone until there is something to commit.
     virtual void StartSubpath(HvPoint2<float> const& p);
@@ -72,7 +73,9 @@ public:
     virtual void Reset();
 
 protected:
+    /// What the constructor was given; not owned.
     HvGC const* gc;
+    /// Where the stroke goes; not owned.
     HvPath2f* path;
     /// The points of the stroke, in device space.
     HvPoint2fArray input;
@@ -91,9 +94,11 @@ protected:
 
     // What the builders share.
 
+    /// A point through the transform of `gc`.
     HvPoint2<float> ToDevice(HvPoint2<float> const& p) const;
     /// Whether two points differ by more than `gc.minPointGap` on either axis.
     bool AreApart(HvPoint2<float> const& a, HvPoint2<float> const& b) const;
+    /// Appends a point to `input` unless it equals the last one.
     void AppendUnlessLast(HvPoint2<float> const& p);
     /// Draws each input between `first` and `last`, one after the other, halfway to the middle of
     /// its two neighbours, unless it would then not be apart from the one before.

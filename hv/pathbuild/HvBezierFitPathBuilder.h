@@ -46,19 +46,27 @@ public:
     void Reset() override;
 
 protected:
+    /// See the constructor.
     double longStep;
+    /// See the constructor.
     double subdivideSpacing;
+    /// See the constructor.
     unsigned int minFitPoints;
+    /// See the constructor.
     double fitTolerance;
     /// Length of the polyline of `input` up to each point that is committed.
     HvDoubleArray chordLengths;
+    /// What fits and flattens.
     HvBezierTool tool;
     /// For each committed input but the last: whether it is a corner.
     HvBoolArray corners;
     /// The outline of the segments that the last call added.
     HvPoint2fArray polyline;
 
+    /// Appends the segments of all input that is not in the path yet; with `closed` back to the
+    /// start.
     void AddTrailingInputPoints(int closed);
+    /// Makes `samples` those of the path from its point `n` on; with `final` the end is one.
     void ComputeTrailingSamplePoints(unsigned int n, int final);
 
 private:

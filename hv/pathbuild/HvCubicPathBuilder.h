@@ -17,6 +17,7 @@
 /// cubic that arrives and the one that leaves.
 class HV_API HvCubicPathBuilder : public HvBasePathBuilder {
 public:
+    /// A builder that appends to `path`; both arguments must outlive it.
     HvCubicPathBuilder(HvGC const& gc, HvPath2f* path);
     ~HvCubicPathBuilder() override;
 
@@ -28,7 +29,10 @@ public:
     HvPoint2fArray const* EndSubpath(HvPoint2<float> const& p, int closed) override;
 
 protected:
+    /// Appends the cubics that nothing can change any more, with `final` all of them; with `closed`
+    /// too, back to the start.
     void AddTrailingInputPoints(int closed, int final);
+    /// Makes `samples` those of the path from its point `n` on; with `final` the end is one.
     void ComputeTrailingSamplePoints(unsigned int n, int final);
 
 private:

@@ -18,6 +18,7 @@
 /// The edge that closes a subpath is in the path, but has no samples.
 class HV_API HvLinearPathBuilder : public HvBasePathBuilder {
 public:
+    /// A builder that appends to `path`; both arguments must outlive it.
     HvLinearPathBuilder(HvGC const& gc, HvPath2f* path);
     ~HvLinearPathBuilder() override;
 
@@ -36,8 +37,11 @@ protected:
     /// 1 when `pending` holds a point that is not in `input`.
     int hasPending;
 
+    /// Makes the point that is held back a part of `input`.
     void PushPending();
+    /// Appends the lines of all input that is not in the path yet; with `closed` back to the start.
     void AddTrailingInputPoints(int closed);
+    /// Makes `samples` those of the input that was committed last; with `final` the end is one.
     void ComputeTrailingSamplePoints(int final);
 
 private:

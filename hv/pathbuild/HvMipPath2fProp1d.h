@@ -62,11 +62,14 @@ public:
     /// levels are dropped when it begins.
     class HV_API Edit {
     public:
+        /// Enters the lock of `mip` and drops its levels.
         explicit Edit(HvMipPath2fProp1d& mip);
         Edit(Edit const&) = delete;
         Edit& operator=(Edit const&) = delete;
 
+        /// The source.
         HvPath2fProp1d& operator*() const { return mip_.source_; }
+        /// The source.
         HvPath2fProp1d* operator->() const { return &mip_.source_; }
 
     private:

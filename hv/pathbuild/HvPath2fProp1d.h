@@ -49,6 +49,7 @@ public:
     /// Copies path and curves. Locks this path, then `source`.
     HvPath2fProp1d& operator=(HvPath2fProp1d const& source);
     using HvPath2f::operator=;
+    /// Frees the points and the curves.
     ~HvPath2fProp1d() override;
 
     HvShape2f const* QueryShapeKind(Kind kind) const override;
@@ -188,7 +189,9 @@ protected:
 
     /// Null when there is none.
     HvRawFCurve* GetPropCurveInsideCriticalSection(unsigned int start) const;
+    /// Puts a copy of `curve` in place of the one that the subpath had.
     void SetPropCurveInsideCriticalSection(unsigned int start, HvRawFCurve const& curve);
+    /// Drops the curve of the subpath, if it has one.
     void RemovePropCurveInsideCriticalSection(unsigned int start);
 
     /// In ascending order of `subpathStart`, at most one for a subpath. List and entries are owned.

@@ -11,6 +11,7 @@
 
 /// A subpath of an HvPath2fProp1d and the property along it.
 struct HV_API HvPropCurveData : public HvAllocated {
+    /// Copies `property`.
     HvPropCurveData(unsigned int start, HvRawFCurve const& property)
         : subpathStart(start), curve(property)
     {

@@ -34,14 +34,15 @@ public:
         LeaveCriticalSection(&section);
     }
 
-    CRITICAL_SECTION section;
-    int depth = 0;
+    CRITICAL_SECTION section;  ///< the lock
+    int depth = 0;             ///< how often its holder has entered; guarded by the section
 };
 
 /// Holds a CXQCriticalSection from its construction to the end of its scope, also when an exception
 /// ends it.
 class CXQCriticalSectionLock {
 public:
+    /// Enters `target`.
     explicit CXQCriticalSectionLock(CXQCriticalSection& target) : held(target) { held.Enter(); }
     ~CXQCriticalSectionLock() { held.Leave(); }
 

@@ -18,7 +18,9 @@
 #define HV_API __declspec(dllimport)
 #endif
 #else
+/// Marks what the library exports.
 #define HV_API __attribute__((visibility("default")))
+/// Marks a class template or a type whose type information is exported, where that has a meaning.
 #define HV_API_TYPE __attribute__((visibility("default")))
 #endif
 

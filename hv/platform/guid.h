@@ -15,10 +15,10 @@
 /// Identifies a client's data among those of others, by sixteen bytes chosen once and for ever.
 /// Each of the first three fields is a number, stored in the byte order of the machine.
 struct _GUID {
-    unsigned int Data1;
-    unsigned short Data2;
-    unsigned short Data3;
-    unsigned char Data4[8];
+    unsigned int Data1;      ///< the first four bytes, as a number
+    unsigned short Data2;    ///< the next two
+    unsigned short Data3;    ///< the next two
+    unsigned char Data4[8];  ///< the last eight, in order
 };
 
 #endif

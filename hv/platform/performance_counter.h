@@ -19,7 +19,7 @@
 
 /// A 64-bit count in the record that the counter's functions fill.
 struct LARGE_INTEGER {
-    long long QuadPart;
+    long long QuadPart;  ///< the count, or the counts of a second
 };
 
 /// Stores how many counts make a second: 1,000,000,000. Returns 1.

@@ -16,6 +16,7 @@ class HV_API HvDoubleRaster : public HvRasterGrid<double>, public HvAllocated {
 public:
     /// New pixels, each `value`.
     HvDoubleRaster(int w, int h, double value);
+    /// Copies size and pixels.
     HvDoubleRaster(HvDoubleRaster const& other);
     /// Takes size and pixels of `other`; the new pixels are allocated before the old are freed.
     HvDoubleRaster& operator=(HvDoubleRaster const& other);

@@ -12,10 +12,10 @@
 /// The columns x0 up to but not including x1 and the rows y0 up to but not including y1 of a
 /// raster. A fill scans these rows and cuts its spans to these columns.
 struct HV_API_TYPE HvFillBox {
-    int x0;
-    int y0;
-    int x1;
-    int y1;
+    int x0;          ///< the first column
+    int y0;          ///< the first row
+    int x1;          ///< behind the last column
+    int y1;          ///< behind the last row
     bool isClamped;  ///< whether the shape sticks out of the raster, so that it has to be clipped
 
     /// The box as the rectangle to which polygons are clipped.

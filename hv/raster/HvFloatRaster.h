@@ -15,6 +15,7 @@ class HV_API HvFloatRaster : public HvRasterGrid<float>, public HvAllocated {
 public:
     /// New pixels, each `value`.
     HvFloatRaster(int w, int h, float value);
+    /// Copies size and pixels.
     HvFloatRaster(HvFloatRaster const& other);
     /// Takes size and pixels of `other`; the new pixels are allocated before the old are freed.
     HvFloatRaster& operator=(HvFloatRaster const& other);

@@ -19,9 +19,9 @@
 template <class T>
 class HV_API HvRasterGrid {
 public:
-    int width;
-    int height;
-    T* data;
+    int width;   ///< pixels in a row
+    int height;  ///< rows
+    T* data;     ///< the pixels, row after row without padding
 
     /// width * height.
     std::size_t NumPixels() const
@@ -51,6 +51,7 @@ protected:
     /// New pixels that hold the same bytes.
     HvRasterGrid(HvRasterGrid const& other);
     HvRasterGrid& operator=(HvRasterGrid const& other) = delete;
+    /// Leaves the pixels alone.
     ~HvRasterGrid() = default;
 
     /// Points to the pixels of `other`.

@@ -27,13 +27,14 @@ public:
         ZYX = 5   ///< z, then y, then x
     };
 
-    double w;
-    double x;
-    double y;
-    double z;
+    double w;  ///< the real part
+    double x;  ///< the imaginary part along the x axis
+    double y;  ///< the imaginary part along the y axis
+    double z;  ///< the imaginary part along the z axis
 
     /// The identity.
     constexpr HvQuat() : w(1), x(0), y(0), z(0) {}
+    /// The four numbers as they are, not normalized.
     constexpr HvQuat(double qw, double qx, double qy, double qz) : w(qw), x(qx), y(qy), z(qz) {}
     /// The rotation by three angles in the order XYZ, normalized.
     explicit HvQuat(HvPoint3<double> const& angles);

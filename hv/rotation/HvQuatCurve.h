@@ -73,6 +73,7 @@ public:
     HvQuatCurve();
     /// Copies keys, flags and settings, the spline and the last result; not the count of owners.
     HvQuatCurve(HvQuatCurve const& other);
+    /// Copies what the copy constructor copies; owners and lock stay.
     HvQuatCurve& operator=(HvQuatCurve const& other);
     /// Exchanges all that a copy would copy; each side keeps its owners and its lock.
     void Swap(HvQuatCurve& other) noexcept;
@@ -86,15 +87,19 @@ public:
 
     // Settings.
 
+    /// The order in which the keys' angles act.
     HvQuat::RotOrder GetRotOrder() const { return rotOrder_; }
     /// Changes the order in which the keys' angles act; the angles stay as they are. A number that
     /// is none of the six orders changes nothing.
     void SetRotOrder(HvQuat::RotOrder order);
 
+    /// Whether the curve is selected, as it was set; 0 at first.
     int IsSelected() const { return selected_; }
+    /// Selects the curve or not; the flag is kept as it is given.
     void SetSelected(int selected) { selected_ = selected; }
     /// A mere flag: whoever shows the curve to a user keeps to it.
     int IsReadOnly() const { return readOnly_; }
+    /// Stores the flag; 0 at first.
     void SetReadOnlyConstraint(int readOnly) { readOnly_ = readOnly; }
 
     /// One of HvQuatSpline::ExtrapolationMethod, initially constant.
@@ -102,9 +107,13 @@ public:
     /// Refuses all but 1 to 4.
     int SetExtrapolationMethod(unsigned int method);
 
+    /// The angles of a curve without keys, in radians.
     HvPoint3<double> GetValueWhenNoKeys() const { return valueWhenNoKeys_; }
+    /// Sets these angles, in radians.
     void SetValueWhenNoKeys(HvPoint3<double> const& angles) { valueWhenNoKeys_ = angles; }
+    /// One of these angles, in degrees.
     double GetValueWhenNoKeys(unsigned int component) const;
+    /// Sets one of these angles, in degrees.
     void SetValueWhenNoKeys(unsigned int component, double degrees);
 
     // Reading keys.
@@ -114,11 +123,13 @@ public:
     /// 1 when all times rise strictly, also with fewer than two keys; otherwise 0. Cost: constant.
     int IsValid() const;
 
+    /// Number of keys.
     unsigned int GetNumKeys() const { return static_cast<unsigned int>(keys_.size()); }
     /// A copy of a key; a default key when out of range.
     HvQuatKey GetKey(unsigned int i) const;
     /// The value when no keys when out of range.
     HvPoint3<double> GetKeyValue(unsigned int i) const;
+    /// One angle of the key, in degrees.
     double GetKeyValue(unsigned int i, unsigned int component) const;
     /// 0 when out of range.
     double GetKeyTime(unsigned int i) const;
@@ -163,6 +174,7 @@ public:
     int SetParameter(unsigned int i, double t);
     /// A key whose value is locked gives 1 and stays as it is.
     int SetKeyValue(unsigned int i, HvPoint3<double> const& angles);
+    /// Sets one angle of the key, in degrees; the lock counts as above.
     int SetKeyValue(unsigned int i, unsigned int component, double degrees);
 
     /// Moves all keys whose parameter is not locked.
@@ -171,21 +183,27 @@ public:
     /// and NaN.
     int Scale(double factor);
 
+    /// Removes key `i`, whatever its locks; 0 when out of range.
     int RemoveKeyAt(unsigned int i);
     /// Removes the key that FindKey gives.
     int RemoveKey(double t, double tolerance);
     /// Removes the keys `first` to `last`, both included; refuses first > last.
     int RemoveKeyRange(unsigned int first, unsigned int last);
+    /// Removes all keys, whatever their locks; 1.
     int RemoveAllKeys();
 
     // Locks and selection of keys. Of a flag to set only the lowest bit counts.
 
+    /// Locks the angles of a key or not; 0 when out of range.
     int SetValueLock(unsigned int i, int locked);
+    /// Locks the time of a key or not; 0 when out of range.
     int SetParamLock(unsigned int i, int locked);
     /// -1 when locked (hosts rely on this number), 0 otherwise and when out of range.
     int IsValueLocked(unsigned int i) const;
+    /// The same for the time.
     int IsParamLocked(unsigned int i) const;
 
+    /// Selects a key or not; 0 when out of range.
     int SetKeySelected(unsigned int i, int selected);
     /// 1 when key and curve are selected, otherwise 0.
     int IsKeySelected(unsigned int i) const;
@@ -203,6 +221,7 @@ public:
     /// line between the angles of the two keys around `t`, outside the keys to the end key's.
     /// Accuracy: as HvQuat::Get. NaN gives NaN.
     HvPoint3<double> Eval(double t) const;
+    /// One angle of it, in degrees.
     double Eval(double t, unsigned int component) const;
 
     // Locking, for owners that share the curve.

@@ -12,6 +12,7 @@
 /// exception ends it. The curve must outlive the guard: do not drop the last reference inside.
 class HvQuatCurveLock {
 public:
+    /// Enters the lock of `curve`.
     explicit HvQuatCurveLock(HvQuatCurve const& curve) : curve_(curve) { curve_.AcquireLock(); }
     ~HvQuatCurveLock() { curve_.ReleaseLock(); }
     HvQuatCurveLock(HvQuatCurveLock const&) = delete;

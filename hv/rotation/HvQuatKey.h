@@ -21,12 +21,12 @@ struct HV_API_TYPE HvQuatKey {
     float continuity;         ///< 0 a smooth path, otherwise a corner at the key
     float bias;               ///< 1 the tangent of the segment before, -1 of the one after
     short spins : 12;         ///< turns by a whole circle added to the segment that starts here
-    unsigned short spinsUnused : 4;
-    unsigned char flagsUnusedLow : 4;
-    unsigned char parameterLocked : 1;
-    unsigned char valueLocked : 1;
-    unsigned char selected : 1;
-    unsigned char flagsUnusedHigh : 1;
+    unsigned short spinsUnused : 4;     ///< fills the word; no meaning
+    unsigned char flagsUnusedLow : 4;   ///< fills the byte; no meaning
+    unsigned char parameterLocked : 1;  ///< whether the time may not change
+    unsigned char valueLocked : 1;      ///< whether the angles may not change
+    unsigned char selected : 1;         ///< whether the key is selected
+    unsigned char flagsUnusedHigh : 1;  ///< fills the byte; no meaning
 
     /// All zero, all flags clear.
     constexpr HvQuatKey() : HvQuatKey(0.0, HvPoint3<double>(), 0.0f, 0.0f, 0.0f, 0) {}
@@ -46,6 +46,7 @@ struct HV_API_TYPE HvQuatKey {
                a.continuity == b.continuity && a.bias == b.bias && a.spins == b.spins &&
                a.parameterLocked == b.parameterLocked && a.valueLocked == b.valueLocked;
     }
+    /// Whether anything differs that == compares.
     friend constexpr bool operator!=(HvQuatKey const& a, HvQuatKey const& b) { return !(a == b); }
 };
 

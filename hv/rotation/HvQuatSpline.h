@@ -45,13 +45,13 @@ public:
 
     /// The path between two keys. `w` of the three vectors plays no part.
     struct HV_API Segment {
-        HvQuat q0;  ///< where it starts
-        HvQuat w1;  ///< a third of the tangent that leaves the start
-        HvQuat w3;  ///< a third of the tangent that arrives at the end
-        HvQuat q1;  ///< where it ends, but for the sign that spins may bring
-        HvQuat w2;  ///< leads to the end, spins included
-        double startTime = 0;
-        double endTime = 0;
+        HvQuat q0;                 ///< where it starts
+        HvQuat w1;                 ///< a third of the tangent that leaves the start
+        HvQuat w3;                 ///< a third of the tangent that arrives at the end
+        HvQuat q1;                 ///< where it ends, but for the sign that spins may bring
+        HvQuat w2;                 ///< leads to the end, spins included
+        double startTime = 0;      ///< time of the first key
+        double endTime = 0;        ///< time of the second key
         double inverseLength = 0;  ///< 1 / (endTime - startTime)
 
         /// The quaternion at the local parameter `u`, 0 at the start and 1 at the end. Of unit
@@ -64,17 +64,22 @@ public:
     /// ExtrapolationMethod holds the end's rotation.
     HvQuatSpline(int numKeys, HvQuatKey const* keys, HvQuat::RotOrder order,
                  unsigned int extrapolation);
+    /// Copies the segments.
     HvQuatSpline(HvQuatSpline const& other);
+    /// Copies the segments; without memory the spline stays as it was.
     HvQuatSpline& operator=(HvQuatSpline const& other);
     ~HvQuatSpline();
 
+    /// Number of segments, one less than keys; 0 for fewer than two keys.
     int GetNumSegments() const { return numSegments_; }
     /// A segment by its index, which is not checked.
     Segment const& GetSegment(int i) const { return segments_[i]; }
     /// Bytes held outside the object: the segments.
     unsigned long GetDynamicMemSize() const;
 
+    /// What Eval does outside the keys.
     unsigned int GetExtrapolationMethod() const { return extrapolationMethod_; }
+    /// Sets what Eval does outside the keys; the segments do not depend on it.
     void SetExtrapolationMethod(unsigned int method) { extrapolationMethod_ = method; }
 
     /// The quaternion at the time `t`; the identity without segments.

@@ -32,13 +32,17 @@ public:
     /// A copy of sixteen numbers, column after column.
     explicit HvTransfo4(double const* numbers) { SetMatrix(numbers); }
 
+    /// Makes this the identity.
     void SetToIdentity();
+    /// Makes this the identity and returns it.
     HvTransfo4& ResetToIdentity();
     /// Copies sixteen numbers in, column after column; they may be this object's own.
     HvTransfo4& SetMatrix(double const* numbers);
     /// Copies the sixteen numbers out, column after column.
     void GetMatrix(double* numbers) const;
+    /// The sixteen numbers, column after column.
     double* GetMatrixPtr() { return m; }
+    /// The sixteen numbers, column after column.
     double const* GetMatrixPtr() const { return m; }
     /// The element of a row and column, each 0 to 3; the caller answers for the range.
     double GetMatrixElement(unsigned int row, unsigned int column) const
@@ -57,29 +61,41 @@ public:
 
     // Modifiers, composed on the right.
 
+    /// Moves by (x, y, z).
     HvTransfo4& Translate(double x, double y, double z);
+    /// Moves by `offset`.
     HvTransfo4& Translate(HvPoint3<double> const& offset);
+    /// Moves by `offset`.
     HvTransfo4& Translate(HvPoint3<float> const& offset);
+    /// Moves by `offset` in the plane and by `z`.
     HvTransfo4& Translate(HvPoint2<double> const& offset, double z);
+    /// Moves by `offset` in the plane and by `z`.
     HvTransfo4& Translate(HvPoint2<float> const& offset, double z);
+    /// Moves by `offset` in the plane and by `z`.
     HvTransfo4& Translate(HvPoint2<float> const& offset, float z);
 
+    /// Scales along the three axes.
     HvTransfo4& Scale(double sx, double sy, double sz);
+    /// Scales evenly.
     HvTransfo4& Scale(double s);
     /// Scales about a centre that stays where it is.
     HvTransfo4& Scale(double sx, double sy, double sz, HvPoint3<double> const& centre);
+    /// Scales about a centre that stays where it is.
     HvTransfo4& Scale(double sx, double sy, double sz, HvPoint3<float> const& centre);
     /// Scales x and y about a centre in the plane z = 0.
     HvTransfo4& ScaleXY(double sx, double sy, HvPoint2<double> const& centre);
 
     /// x' = x + a z, y' = y + b z, about the origin or a centre that stays where it is.
     HvTransfo4& ShearXY(double a, double b);
+    /// The same about a centre that stays where it is.
     HvTransfo4& ShearXY(double a, double b, HvPoint3<double> const& centre);
     /// x' = x + a y, z' = z + b y.
     HvTransfo4& ShearXZ(double a, double b);
+    /// The same about a centre that stays where it is.
     HvTransfo4& ShearXZ(double a, double b, HvPoint3<double> const& centre);
     /// y' = y + a x, z' = z + b x.
     HvTransfo4& ShearYZ(double a, double b);
+    /// The same about a centre that stays where it is.
     HvTransfo4& ShearYZ(double a, double b, HvPoint3<double> const& centre);
 
     /// Rotates counter-clockwise about an axis through the origin; the axis need not be of unit
@@ -87,6 +103,7 @@ public:
     HvTransfo4& Rotate(double degrees, double ax, double ay, double az);
     /// Rotates about the line from `a` to `b`.
     HvTransfo4& Rotate(double degrees, HvPoint3<double> const& a, HvPoint3<double> const& b);
+    /// Rotates about the line from `a` to `b`.
     HvTransfo4& Rotate(double degrees, HvPoint3<float> const& a, HvPoint3<float> const& b);
     /// Rotates about the x, then the y, then the z axis: composes Rz * Ry * Rx.
     HvTransfo4& RotateXYZ(HvPoint3<double> const& degrees);
@@ -166,28 +183,35 @@ public:
     /// The full product with a vector of four; `in` and `out` may be the same.
     void Map(double const* in, double* out) const;
 
+    /// The image of a point of space.
     template <class T>
     HvPoint3<T> Map(HvPoint3<T> const& p) const;
+    /// Stores the image of `in`; the two may be one point.
     template <class T>
     void Map(HvPoint3<T> const& in, HvPoint3<T>& out) const;
+    /// Replaces a point by its image.
     template <class T>
     void MapInPlace(HvPoint3<T>& p) const;
     /// Maps n points; `in` and `out` may be the same array, but may not overlap otherwise.
     template <class T>
     void Map(HvPoint3<T> const* in, unsigned int n, HvPoint3<T>* out) const;
+    /// Replaces n points by their images.
     template <class T>
     void MapInPlace(HvPoint3<T>* points, unsigned int n) const;
 
     /// A point of the plane z = 0; the image's z is dropped.
     template <class T>
     HvPoint2<T> Map(HvPoint2<T> const& p) const;
+    /// Stores the image of `in`; the two may be one point.
     template <class T>
     void Map(HvPoint2<T> const& in, HvPoint2<T>& out) const;
+    /// Replaces a point by its image.
     template <class T>
     void MapInPlace(HvPoint2<T>& p) const;
     /// Maps n points; `in` and `out` may be the same array, but may not overlap otherwise.
     template <class T>
     void Map(HvPoint2<T> const* in, unsigned int n, HvPoint2<T>* out) const;
+    /// Replaces n points by their images.
     template <class T>
     void MapInPlace(HvPoint2<T>* points, unsigned int n) const;
 
@@ -195,8 +219,10 @@ public:
     /// are returned as they are.
     template <class T>
     HvExtent2<T> Map(HvExtent2<T> const& extent) const;
+    /// Stores what Map gives; the two may be one extent.
     template <class T>
     void Map(HvExtent2<T> const& in, HvExtent2<T>& out) const;
+    /// Replaces an extent by what Map gives.
     template <class T>
     void MapInPlace(HvExtent2<T>& extent) const;
 

@@ -15,7 +15,9 @@
 struct HV_API HvGC {
     /// Every field as its comment says. Throws std::bad_alloc, for the falloff's keys.
     HvGC();
+    /// Copies every field.
     HvGC(HvGC const& other);
+    /// Copies every field; without memory the falloff stays as it was.
     HvGC& operator=(HvGC const& other);
     ~HvGC();
 
@@ -46,7 +48,7 @@ struct HV_API HvGC {
     double strokeWidth = 1.0;
     /// The sum of the two is the blur radius of the soft fill, in device units.
     double softRadiusA = 0.0;
-    double softRadiusB = 0.0;
+    double softRadiusB = 0.0;  ///< see softRadiusA
     /// Greatest coverage of anti-aliased and soft fills, 0 to 1.
     double maxCoverage = 1.0;
     /// 0: even-odd; otherwise: non-zero winding.

@@ -28,13 +28,18 @@ public:
     /// 1 when both sizes are 0 or above and neither transform is singular, otherwise 0.
     int IsValid() const;
 
+    /// The view's width, in view units.
     double GetViewWidth() const { return width_; }
+    /// The view's height, in view units.
     double GetViewHeight() const { return height_; }
+    /// From world to view coordinates.
     HvTransfo4 const& GetWorldToView() const { return worldToView_; }
+    /// From view to world coordinates.
     HvTransfo4 const& GetViewToWorld() const { return viewToWorld_; }
 
     /// Sets a size; the transforms stay.
     void SetViewWidth(double width) { width_ = width; }
+    /// Sets a size; the transforms stay.
     void SetViewHeight(double height) { height_ = height; }
 
     /// Moves the view by `offset`, in view coordinates.

@@ -21,8 +21,9 @@ extern template class HV_API HvParallelogramShape2f<HvOval2f>;
 /// It hits through a path and fills without one. Fill never asks the interrupt test.
 class HV_API HvOval2f : public HvParallelogramShape2f<HvOval2f> {
 public:
-    static constexpr Kind kKind = Oval;
+    static constexpr Kind kKind = Oval;  ///< what QueryShapeKind knows it by
 
+    /// The ways to make a parallelogram.
     using HvParallelogramShape2f::HvParallelogramShape2f;
 
     int IsIntersectingExtent(HvGC const& gc, HvExtent2<float> const& extent,

@@ -29,12 +29,13 @@ struct HV_API HvParallelogram2f {
     /// The handles 0 to 8.
     static constexpr unsigned int kHandles = 9;
 
-    HvPoint2<float> p0;
-    HvPoint2<float> p1;
-    HvPoint2<float> p2;
+    HvPoint2<float> p0;  ///< the origin corner
+    HvPoint2<float> p1;  ///< the end of the width side
+    HvPoint2<float> p2;  ///< the end of the height side
 
     /// All three points at the origin.
     HvParallelogram2f() = default;
+    /// The three corners as they are.
     HvParallelogram2f(HvPoint2<float> const& origin, HvPoint2<float> const& widthEnd,
                       HvPoint2<float> const& heightEnd)
         : p0(origin), p1(widthEnd), p2(heightEnd)
@@ -47,14 +48,18 @@ struct HV_API HvParallelogram2f {
 
     // Reading.
 
+    /// The corner p3 = p1 + p2 - p0.
     HvPoint2<float> FourthCorner() const { return p1 + p2 - p0; }
+    /// The handle of that number.
     HvPoint2<float> Handle(unsigned int i) const;
     /// Stores the handles `first` to `last` inclusive; none when `first` is above `last`.
     template <class T>
     void GetHandles(unsigned int first, unsigned int last, HvPoint2<T>* handles) const;
     /// The box of the four corners.
     HvExtent2<float> Extent() const;
+    /// The length from p0 to p1.
     double Width() const { return HvPoint2_LengthAB(p0, p1); }
+    /// The length from p0 to p2.
     double Height() const { return HvPoint2_LengthAB(p0, p2); }
     /// Finds the first handle in the closed square of side `size` centred on `p`; otherwise returns
     /// 0 and leaves `index`.
@@ -72,7 +77,9 @@ struct HV_API HvParallelogram2f {
     void SetWidth(float width);
     /// The same with p2; when p0 and p2 are equal the side becomes parallel to the y axis.
     void SetHeight(float height);
+    /// Moves all three points by `offset`.
     void Translate(HvPoint2<float> const& offset);
+    /// Maps all three points through `transform`.
     void Transform(HvTransfo4 const& transform);
 };
 

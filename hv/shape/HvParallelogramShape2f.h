@@ -25,12 +25,14 @@ public:
 
     /// All points at the origin.
     HvParallelogramShape2f() = default;
+    /// The origin corner, the end of the width side and the end of the height side.
     HvParallelogramShape2f(HvPoint2<float> const& p0, HvPoint2<float> const& p1,
                            HvPoint2<float> const& p2);
     /// Sides along the axes, about a centre.
     HvParallelogramShape2f(HvPoint2<float> const& center, float width, float height);
     /// Sides along the axes, from two opposite corners.
     HvParallelogramShape2f(HvPoint2<float> const& a, HvPoint2<float> const& b);
+    /// Copies the points, under the lock of `source`.
     HvParallelogramShape2f(HvParallelogramShape2f const& source);
     /// Locks this shape, then `source`.
     HvParallelogramShape2f& operator=(HvParallelogramShape2f const& source);
@@ -47,30 +49,40 @@ public:
     HvPoint2<float> GetPoint(unsigned int i) const override;
     HvPoint2<float>* GetPoints(unsigned int first, unsigned int last,
                                HvPoint2<float>* points) const override;
+    /// The same, widened to `double`.
     HvPoint2<double>* GetPoints(unsigned int first, unsigned int last,
                                 HvPoint2<double>* points) const override;
+    /// The centre of the parallelogram.
     HvPoint2<float> GetCenter() const;
     /// The length from p0 to p1.
     float GetWidth() const;
+    /// The same.
     float GetWidthf() const;
+    /// The same in `double`.
     double GetWidthd() const;
     /// The length from p0 to p2.
     float GetHeight() const;
+    /// The same.
     float GetHeightf() const;
+    /// The same in `double`.
     double GetHeightd() const;
     /// Moves p1 along its side so that the width is `width`, in float. When p0 and p1 are equal the
     /// side becomes parallel to the x axis.
     void SetWidth(float width);
+    /// The same; `width` is rounded to `float`.
     void SetWidth(double width);
     /// The same with p2; when p0 and p2 are equal the side becomes parallel to the y axis.
     void SetHeight(float height);
+    /// The same; `height` is rounded to `float`.
     void SetHeight(double height);
 
     // Extents: all four give the box of the four corners.
 
     HvExtent2<float>& GetExtent(HvExtent2<float>& extent) const override;
+    /// The same in `double`.
     HvExtent2<double>& GetExtent(HvExtent2<double>& extent) const override;
     HvExtent2<float>& GetTightExtent(HvExtent2<float>& extent) const override;
+    /// The same in `double`.
     HvExtent2<double>& GetTightExtent(HvExtent2<double>& extent) const override;
 
     // Hits.
@@ -85,11 +97,14 @@ public:
 
     // Edits of all points.
 
+    /// Adds `offset` to every control point.
     HvShape2f& Translate(HvPoint2<float> const& offset) override;
     HvShape2f& Rotate(double degrees, HvPoint2<float> const& center) override;
+    /// Scales about `center`, along the axes.
     HvShape2f& Scale(double sx, double sy, HvPoint2<float> const& center) override;
     HvShape2f& ShearX(double shear, double y0) override;
     HvShape2f& ShearY(double shear, double x0) override;
+    /// Maps every control point through `transform`.
     HvShape2f& Transform(HvTransfo4 const& transform) override;
 
     // Outline and rendering.
@@ -117,7 +132,7 @@ protected:
     bool GetFrameOnRaster(HvGC const& gc, HvUByteRaster const& raster,
                           HvParallelogram2f& frame) const;
 
-    HvParallelogram2f frame_;
+    HvParallelogram2f frame_;  ///< the three points; guarded by the lock of the shape
 
 private:
     Self const& AsSelf() const { return static_cast<Self const&>(*this); }

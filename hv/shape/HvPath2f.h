@@ -75,6 +75,7 @@ public:
     /// Copies like the constructor. Locks this path, then `source`.
     HvPath2f& operator=(HvPath2f const& source);
     using HvShape2f::operator=;
+    /// Frees the points.
     ~HvPath2f() override;
 
     HvShape2f const* QueryShapeKind(Kind kind) const override;
@@ -84,6 +85,7 @@ public:
 
     /// Starts a subpath.
     void Moveto(HvPoint2<float> const& p);
+    /// A line.
     void Lineto(HvPoint2<float> const& p);
     /// A quadratic.
     void Curveto(HvPoint2<float> const& c, HvPoint2<float> const& p);
@@ -103,10 +105,13 @@ public:
 
     /// 8.
     unsigned int MaxDegreeForThisImplementation() const;
+    /// Control points of all subpaths.
     unsigned int NumPoints() const override;
+    /// Subpaths, lone starts included.
     unsigned int NumSubpaths() const;
     /// Segments, where a start without a segment counts as one.
     unsigned int NumSegments() const;
+    /// Ends of segments and starts of subpaths.
     unsigned int NumNodes() const;
     /// Nodes without closing ends, which repeat the start of their subpath.
     unsigned int NumNodesExceptLastNodeOfClosedSubpaths() const;
@@ -130,6 +135,7 @@ public:
     /// The first and the last point of the subpath of point `i`. Cost: a walk over the subpath; see
     /// HvPath2fIter for all subpaths in turn.
     void GetSubpathIndices(unsigned int i, unsigned int& first, unsigned int& last) const;
+    /// 1 when `i` is the first point of its subpath.
     int IsStartOfSubpath(unsigned int i) const;
     /// 1 when `i` is the last point of its subpath, with `closed` telling whether that is closed;
     /// otherwise 0, with `closed` untouched.
@@ -147,6 +153,7 @@ public:
     HvPoint2<float> GetPoint(unsigned int i) const override;
     HvPoint2<float>* GetPoints(unsigned int first, unsigned int last,
                                HvPoint2<float>* dest) const override;
+    /// The same, widened to `double`.
     HvPoint2<double>* GetPoints(unsigned int first, unsigned int last,
                                 HvPoint2<double>* dest) const override;
 
@@ -223,10 +230,12 @@ public:
 
     /// The extent of all control points; empty for an empty path.
     HvExtent2<float>& GetExtent(HvExtent2<float>& extent) const override;
+    /// The same in `double`.
     HvExtent2<double>& GetExtent(HvExtent2<double>& extent) const override;
     /// An extent of the outline: exact for lines; a cubic counts with the control points of its
     /// quarters, a segment of another degree with its own.
     HvExtent2<float>& GetTightExtent(HvExtent2<float>& extent) const override;
+    /// The same in `double`.
     HvExtent2<double>& GetTightExtent(HvExtent2<double>& extent) const override;
     /// The extent of the control points of the segment of point `i`.
     HvExtent2<float>& GetSegmentExtent(unsigned int i, HvExtent2<float>& extent) const;
@@ -250,11 +259,14 @@ public:
 
     // Affine edits.
 
+    /// Adds `d` to every control point.
     HvPath2f& Translate(HvPoint2<float> const& d) override;
     HvPath2f& Rotate(double degrees, HvPoint2<float> const& center) override;
+    /// Scales about `center`, along the axes.
     HvPath2f& Scale(double sx, double sy, HvPoint2<float> const& center) override;
     HvPath2f& ShearX(double shear, double y0) override;
     HvPath2f& ShearY(double shear, double x0) override;
+    /// Maps every control point through `transform`.
     HvPath2f& Transform(HvTransfo4 const& transform) override;
 
     // Outline as points. All append. A subpath without a segment gives nothing.
@@ -329,6 +341,7 @@ public:
     unsigned int ReadArchiveBody(HvByteReader& body);
 
 protected:
+    /// The control points of all subpaths, one after the other.
     HvPoint2fArray points;
     /// One for each point.
     HvUByteArray tags;

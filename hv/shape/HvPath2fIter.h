@@ -20,6 +20,7 @@ class HvPath2f;
 /// iterator: it goes on with the subpath that then has the next point.
 class HV_API HvPath2fIter {
 public:
+    /// Starts with the first subpath of `path`, which must outlive the iterator.
     explicit HvPath2fIter(HvPath2f const& path) : path_(&path) {}
 
     /// Starts again with the first subpath.

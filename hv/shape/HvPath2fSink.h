@@ -14,6 +14,7 @@ class HvPath2f;
 /// for itself: a caller that wants the whole fit in one piece holds the path meanwhile.
 class HV_API HvPath2fSink : public HvBezierSink {
 public:
+    /// Draws into `path`.
     explicit HvPath2fSink(HvPath2f& path) : path_(path) {}
 
     void Moveto(HvPoint2<float> const& p) override;

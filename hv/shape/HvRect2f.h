@@ -19,7 +19,7 @@ extern template class HV_API HvParallelogramShape2f<HvRect2f>;
 /// It hits and fills by its corners, without a path. Fill never asks the interrupt test.
 class HV_API HvRect2f : public HvParallelogramShape2f<HvRect2f> {
 public:
-    static constexpr Kind kKind = Rect;
+    static constexpr Kind kKind = Rect;  ///< what QueryShapeKind knows it by
 
     /// The point about which a dragged handle turns or scales.
     enum CenterStyle : int {
@@ -28,6 +28,7 @@ public:
         Origin = 2            ///< the point (0, 0), as any other value
     };
 
+    /// The ways to make a parallelogram.
     using HvParallelogramShape2f::HvParallelogramShape2f;
 
     int IsIntersectingExtent(HvGC const& gc, HvExtent2<float> const& extent,

@@ -57,6 +57,7 @@ public:
     /// nobody else holds this shape's lock or, when it is another shape, that of `other`. The
     /// concrete classes have assignments of their own, which copy the data.
     virtual HvShape2f& operator=(HvShape2f const& other);
+    /// Frees the shape's data; nobody may hold its lock.
     virtual ~HvShape2f();
 
     // Kind and copy.
@@ -68,12 +69,15 @@ public:
 
     // Control points and extents, in the shape's coordinates.
 
+    /// Number of control points.
     virtual unsigned int NumPoints() const = 0;
     /// The extent of all control points.
     virtual HvExtent2<float>& GetExtent(HvExtent2<float>& extent) const = 0;
+    /// The same in `double`.
     virtual HvExtent2<double>& GetExtent(HvExtent2<double>& extent) const = 0;
     /// The extent of the outline; each class says how tight it is.
     virtual HvExtent2<float>& GetTightExtent(HvExtent2<float>& extent) const = 0;
+    /// The same in `double`.
     virtual HvExtent2<double>& GetTightExtent(HvExtent2<double>& extent) const = 0;
     /// Stores control point `i`; 0 when there is none of that number.
     virtual int GetPoint(unsigned int i, HvPoint2<float>& point) const = 0;
@@ -83,6 +87,7 @@ public:
     /// `points`; none when `first` is above `last`.
     virtual HvPoint2<float>* GetPoints(unsigned int first, unsigned int last,
                                        HvPoint2<float>* points) const = 0;
+    /// The same, widened to `double`.
     virtual HvPoint2<double>* GetPoints(unsigned int first, unsigned int last,
                                         HvPoint2<double>* points) const = 0;
     /// Finds the first control point in the closed square of side `size` centred on `p`.
@@ -109,14 +114,17 @@ public:
 
     // Affine edits of all control points. They return this shape.
 
+    /// Adds `offset` to every control point.
     virtual HvShape2f& Translate(HvPoint2<float> const& offset) = 0;
     /// Rotates counter-clockwise.
     virtual HvShape2f& Rotate(double degrees, HvPoint2<float> const& center) = 0;
+    /// Scales about `center`, along the axes.
     virtual HvShape2f& Scale(double sx, double sy, HvPoint2<float> const& center) = 0;
     /// x' = x + shear * y. `y0` has no effect: the fixed point is (y0, 0), and it cancels out.
     virtual HvShape2f& ShearX(double shear, double y0) = 0;
     /// y' = y + shear * (x - x0).
     virtual HvShape2f& ShearY(double shear, double x0) = 0;
+    /// Maps every control point through `transform`.
     virtual HvShape2f& Transform(HvTransfo4 const& transform) = 0;
 
     // Outline as points, in device coordinates. Both append a run for each subpath, tagged start,

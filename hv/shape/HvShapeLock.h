@@ -12,6 +12,7 @@
 /// Holds the lock of a shape to the end of its scope. A shape that is held may be held again.
 class HvShapeLock {
 public:
+    /// Waits for the lock of `shape` and enters it.
     explicit HvShapeLock(HvShape2f const& shape) : held_(shape.objectLock_) {}
 
     /// How often the calling thread, which holds `shape`, has entered its lock.
@@ -25,6 +26,7 @@ private:
 /// whoever waits for a source only to let it go again.
 class HvShapeSection {
 public:
+    /// Waits for the section of `shape` and enters it.
     explicit HvShapeSection(HvShape2f const& shape) : section_(shape.objectLock_.section)
     {
         EnterCriticalSection(&section_);
@@ -40,6 +42,7 @@ private:
 /// Holds the two shapes of an operation: the target, then the source. They may be one.
 class HvShapePairLock {
 public:
+    /// Locks the target, then the source.
     HvShapePairLock(HvShape2f const& target, HvShape2f const& source)
         : target_(target), source_(source)
     {

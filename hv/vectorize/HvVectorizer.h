@@ -57,8 +57,8 @@ public:
     /// short.
     ///
     /// @param gc    `gc.flatness` is the greatest distance of a pixel corner of the contour from
-    /// the
-    ///              curve; a corner between two single steps may be 0.18 from it whatever it says.
+    ///              the curve; a corner between two single steps may be 0.18 from it whatever it
+    ///              says.
     /// @param path  the curves are appended to it.
     /// @return      the points appended; 0 when there is no contour.
     ///

@@ -29,8 +29,8 @@ enum ObVertexKind : int {
 /// A vertex of a contour: one pixel at the end of a run, whose outer side belongs to the contour.
 /// Where a side runs straight down, its rows have no vertices but the first and the last.
 struct ObVertex {
-    ObVertex* previous;
-    ObVertex* next;
+    ObVertex* previous;  ///< the vertex before, along the contour
+    ObVertex* next;      ///< the vertex behind, along the contour
     /// An ObVertexKind.
     int kind;
     /// Column of the pixel.
@@ -41,8 +41,8 @@ struct ObVertex {
 
 /// One contour of a region. The contours of a region form a ring: the outer one and the holes.
 struct ObContour {
-    ObContour* previous;
-    ObContour* next;
+    ObContour* previous;  ///< the contour before in the ring of the region
+    ObContour* next;      ///< the contour behind in the ring of the region
     /// Where it is drawn from: its topmost vertex, the leftmost of several. Its vertices form a
     /// ring from there once the contour is closed.
     ObVertex* start;

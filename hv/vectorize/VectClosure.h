@@ -16,11 +16,11 @@ class HvPath2f;
 struct VectClosure {
     /// The last point of the outline, which is not in the path yet, unless it starts a subpath.
     float x = 0;
-    float y = 0;
+    float y = 0;  ///< its row
     /// The point before it; of no meaning while the subpath has only one.
     float beforeX = 0;
-    float beforeY = 0;
-    HvPath2f* path = nullptr;
+    float beforeY = 0;         ///< its row
+    HvPath2f* path = nullptr;  ///< where the outlines go; not owned
     /// Points of the outlines so far.
     unsigned int pointsAdded = 0;
     /// Those of the current subpath.

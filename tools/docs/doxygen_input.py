@@ -1,0 +1,105 @@
+#!/usr/bin/env python3
+# Copyright (c) 2026 the Hv authors
+# SPDX-License-Identifier: MIT
+
+"""What Doxygen reads instead of a source file: `doxygen_input.py FILE`.
+
+The title below the file head becomes the comment of the file, and what a header declares becomes
+part of the module of its folder. Of another source only the title is given. Every line stays where
+it is. The title of the first page makes it the main one.
+"""
+
+import os
+import pathlib
+import re
+import sys
+
+
+def title_end(lines):
+  """The number of the first line behind the file head and its title."""
+  end = 3
+  while end < len(lines) and lines[end].startswith("//"):
+    end += 1
+  return end
+
+
+def groups(lines, start):
+  """The comments that stand alone: over the members of a class, they name a group of these; between
+  other declarations they belong to the file."""
+  lines = list(lines)
+  is_open = False
+  number = start
+  while number < len(lines):
+    line = lines[number]
+    if is_open and re.match(r"(public|protected|private):|\};", line):
+      lines[number] = "/** @} */ " + line
+      is_open = False
+    end = number
+    while re.match(r" *//(?!/)", lines[end]):
+      end += 1
+    if end > number and lines[end] == "":
+      inside = line.startswith("    ")
+      text = [re.sub(r" *// ?", "", other) for other in lines[number:end]]
+      if inside:
+        title, sign, rest = re.match(r"([^.:;]*)([.:;]?) *(.*)", text[0]).groups()
+        rest = rest if sign == "." else f"{title}{sign} {rest}" if sign else ""
+        text[0] = f"@name {title}" + (f" \\ilinebr {rest}" if rest or len(text) > 1 else "")
+        lines[end] = "/// @{"
+      lines[number:end] = ["/// " + other for other in text]
+      if not inside:
+        lines[number - 1] = "/// @file"
+      elif is_open:
+        lines[number - 1] = "/** @} */"
+      is_open = is_open or inside
+    number = max(end, number + 1)
+  return lines
+
+
+def header(lines, module):
+  """A header whose declarations stand in `module`, between the include guard."""
+  guard = next(i for i, line in enumerate(lines) if re.match(r"#define HV_\w+_H$", line))
+  end = len(lines) - 1 - lines[::-1].index("#endif")
+  if lines[guard + 1] or lines[end - 1]:
+    raise ValueError("no blank lines inside the include guard")
+  # Doxygen takes an explicit instantiation for a class of its own.
+  lines = ["" if line.startswith("extern template ") else line for line in lines]
+  lines = groups(lines, guard)
+  lines[guard + 1] = f"/** @addtogroup {module} */ /** @{{ */"
+  lines[end - 1] = "/** @} */"
+  return lines
+
+
+def target(path, link):
+  """Where a link of the page leads, in the words of Doxygen."""
+  if re.match(r"[a-z]+:|#", link):
+    return link
+  file = os.path.relpath(path.parent / link.partition("#")[0])
+  if file == "README.md":
+    return "@ref index"
+  return f"@ref {file}" if file.endswith(".cpp") else file
+
+
+def page(path, lines):
+  """A page; the first one is the main one."""
+  if path.resolve() == pathlib.Path("README.md").resolve():
+    lines = [lines[0] + " {#mainpage}", *lines[1:]]
+  return [re.sub(r"\]\(([^\s)]+)\)", lambda m: f"]({target(path, m[1])})", line) for line in lines]
+
+
+def main():
+  path = pathlib.Path(sys.argv[1])
+  lines = path.read_text().split("\n")
+  if path.suffix == ".md":
+    print("\n".join(page(path, lines)))
+    return
+  end = title_end(lines)
+  lines[:end] = ["/// @file", "///", "/// @brief", *("/" + line for line in lines[3:end])]
+  if path.suffix == ".h" and path.parent.parent.name == "hv":
+    lines = header(lines, path.parent.name)
+  elif path.name != "hv.h":
+    lines = lines[:end]
+  print("\n".join(lines))
+
+
+if __name__ == "__main__":
+  main()
