@@ -31,7 +31,7 @@ template <class V>
 class HvNumericVector_kinds : public testing::Test {
 };
 using Kinds = testing::Types<HvVectorDouble, HvVectorLong>;
-TYPED_TEST_SUITE(HvNumericVector_kinds, Kinds);
+TYPED_TEST_SUITE(HvNumericVector_kinds, Kinds, );
 
 }  // namespace
 

@@ -60,7 +60,7 @@ class HvParallelogramShape2fTyped : public testing::Test {
 };
 
 using Shapes = testing::Types<HvRect2f, HvOval2f>;
-TYPED_TEST_SUITE(HvParallelogramShape2fTyped, Shapes);
+TYPED_TEST_SUITE(HvParallelogramShape2fTyped, Shapes, );
 
 }  // namespace
 

@@ -67,10 +67,10 @@ TEST(SvgDocument, EveryBasicShapeHasItsOutline)
         EXPECT_EQ(extent.min, HvPoint2<float>(1, 2));
         EXPECT_EQ(extent.max, HvPoint2<float>(5, 6));
     }
-    for (std::size_t const closed : {0, 1, 2, 3, 4, 7}) {
+    for (std::size_t const closed : {0u, 1u, 2u, 3u, 4u, 7u}) {
         EXPECT_EQ(document.elements[closed].outline.IsSubpathClosed(0), 1) << closed;
     }
-    for (std::size_t const open : {5, 6}) {
+    for (std::size_t const open : {5u, 6u}) {
         EXPECT_EQ(document.elements[open].outline.IsSubpathClosed(0), 0) << open;
     }
     EXPECT_EQ(SvgPainter_NumShapes(document), 8u);

@@ -3,9 +3,9 @@
 
 // Curves as pieces, against the curves' own evaluation.
 
-#include "../control_test_support.h"
-
 #include <hv/control/internal/HvCurvePieces.h>
+
+#include "../control_test_support.h"
 
 #include <gtest/gtest.h>
 
