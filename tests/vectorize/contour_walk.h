@@ -68,9 +68,9 @@ inline TraceContour StopsOf(HvUByteRaster const& raster, TracePoint start, bool 
         bool const isCutByStart = i + 1 == stretches.size() && stretch.dy != 0;
         TracePoint const from = stops.back();
         for (int side = 1; side <= stretch.sides; ++side) {
-            bool const isStop = side == stretch.sides ||
-                                (stretch.dy != 0 &&
-                                 (side == 1 || (side + 1 == stretch.sides && !isCutByStart)));
+            bool const isStop =
+                side == stretch.sides ||
+                (stretch.dy != 0 && (side == 1 || (side + 1 == stretch.sides && !isCutByStart)));
             if (isStop) {
                 stops.emplace_back(from.first + side * stretch.dx, from.second + side * stretch.dy);
             }
