@@ -153,6 +153,32 @@ int HvPath2f::Closeto()
     return 1;
 }
 
+void HvPath2f::AppendPolylines(HvPoint2<float> const* pts, unsigned int const* sizes,
+                               unsigned int count)
+{
+    unsigned int total = 0;
+    for (unsigned int i = 0; i < count; ++i) {
+        total = HvArrayCapacity_GrownSize(total, sizes[i]);
+    }
+    HvUByteArray roles(HvPathRole_OfEnd(1, false), total);
+    bool isClosed = false;
+    unsigned int first = 0;
+    for (unsigned int i = 0; i < count; ++i) {
+        unsigned int const last = first + sizes[i] - 1;
+        roles[first] = kHvPathStartRole;
+        isClosed = first != last && pts[first] == pts[last];
+        if (isClosed) {
+            roles[last] = HvPathRole_OfEnd(1, true);
+        }
+        first = last + 1;
+    }
+    if (total != 0) {
+        HvShapeLock const lock(*this);
+        Splice(points.Size(), 0, pts, roles.Data(), total);
+        lastSubpathOpen = isClosed ? 0 : 1;
+    }
+}
+
 // What all edits share. The lock is held.
 
 // The points may lie in this path's own storage, which moves when it grows.

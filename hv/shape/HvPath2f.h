@@ -100,6 +100,12 @@ public:
     /// otherwise 0. Adds no segment: see CloseSubpath. A last point that is no plain end keeps its
     /// role, and 1 is returned still.
     int Closeto();
+    /// Appends polylines in one edit, under one lock: for each what Moveto to its first point and
+    /// Lineto to the others append, and Closeto where the last of several points equals the first.
+    ///
+    /// @param pts    the points of all, one polyline after the other; not those of this path.
+    /// @param sizes  how many points each of the `count` polylines has, 1 or more.
+    void AppendPolylines(HvPoint2<float> const* pts, unsigned int const* sizes, unsigned int count);
 
     // Structure. Counts are walks over the tags.
 

@@ -5,13 +5,17 @@
 
 #include <hv/vectorize/HvVectorizer.h>
 
+#include <hv/foundation/HvDynArray.h>
+#include <hv/foundation/HvPoint2fArray.h>
 #include <hv/foundation/HvUShortArray.h>
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/shape/HvPath2f.h>
 #include <hv/vectorize/ObContext.h>
-#include <hv/vectorize/ObVectorize.h>
 #include <hv/vectorize/VectClosure.h>
+#include <hv/vectorize/internal/ObContourSink.h>
+#include <hv/vectorize/internal/ObContour_draw.h>
 #include <hv/vectorize/internal/ObRow.h>
+#include <hv/vectorize/internal/ObTracer.h>
 
 #include <algorithm>
 #include <cmath>
@@ -29,62 +33,88 @@ struct HvVectorizerImpl : HvAllocated {
 
 namespace {
 
-VectClosure& ClosureOf(void* user)
-{
-    return *static_cast<VectClosure*>(user);
-}
+/// Points that are collected before they go to the path: enough for its lock and its growth not to
+/// count, few enough to stay in the nearest cache.
+constexpr unsigned int kBatchPoints = 2048;
 
-void BeginNothing(void*, HvUByteRaster const&, unsigned char, HvExtent2<float> const&) {}
+/// Draws one contour into an array, without points within a side.
+class PolygonPen {
+public:
+    explicit PolygonPen(HvPoint2fArray& points) : points_(points) {}
 
-void BeginRegion(void* user)
-{
-    ClosureOf(user).firstContour = 1;
-}
-
-// Draws the point that was held back, and closes the contour, whose last point is its first.
-void CloseContour(VectClosure& closure)
-{
-    closure.path->Lineto(HvPoint2<float>(closure.x, closure.y));
-    closure.path->Closeto();
-}
-
-void StartContour(int x, int y, void* user)
-{
-    VectClosure& closure = ClosureOf(user);
-    if (closure.firstContour == 0) {
-        CloseContour(closure);
+    void MoveTo(HvPoint2<int> const& corner)
+    {
+        closure_.x = static_cast<float>(corner.x);
+        closure_.y = static_cast<float>(corner.y);
+        closure_.subpathPoints = 1;
     }
-    closure.firstContour = 0;
-    closure.x = static_cast<float>(x);
-    closure.y = static_cast<float>(y);
-    closure.path->Moveto(HvPoint2<float>(closure.x, closure.y));
-    ++closure.pointsAdded;
-    closure.subpathPoints = 1;
-}
-
-void ContinueContour(int x, int y, void* user)
-{
-    VectClosure& closure = ClosureOf(user);
-    HvPoint2<float> const p(static_cast<float>(x), static_cast<float>(y));
-    if (!ShouldExtendLastSegment(closure, p)) {
-        if (closure.subpathPoints > 1) {
-            closure.path->Lineto(HvPoint2<float>(closure.x, closure.y));
+    void LineTo(HvPoint2<int> const& corner)
+    {
+        HvPoint2<float> const p(static_cast<float>(corner.x), static_cast<float>(corner.y));
+        if (!ShouldExtendLastSegment(closure_, p)) {
+            points_.Add(HvPoint2<float>(closure_.x, closure_.y));
+            closure_.beforeX = closure_.x;
+            closure_.beforeY = closure_.y;
+            ++closure_.subpathPoints;
         }
-        closure.beforeX = closure.x;
-        closure.beforeY = closure.y;
-        ++closure.pointsAdded;
-        ++closure.subpathPoints;
+        closure_.x = p.x;
+        closure_.y = p.y;
     }
-    closure.x = p.x;
-    closure.y = p.y;
-}
+    /// Adds the last point; returns how many there are of the contour.
+    unsigned int Finish()
+    {
+        points_.Add(HvPoint2<float>(closure_.x, closure_.y));
+        return closure_.subpathPoints;
+    }
 
-void EndRegion(void* user)
+private:
+    HvPoint2fArray& points_;
+    VectClosure closure_;
+};
+
+/// Draws contours into a path as polygons without points within a side, many at a time.
+class PolygonSink final : public ObContourSink {
+public:
+    explicit PolygonSink(HvPath2f& path)
+        : path_(path), points_(kBatchPoints), sizes_(kBatchPoints / 4)
+    {
+    }
+
+    void BeginRegion() override {}
+    void Add(ObContour const& contour) override;
+    void EndRegion() override {}
+
+    /// Hands what was collected to the path.
+    void Flush();
+    /// Points of all contours.
+    unsigned int PointsAdded() const { return pointsAdded_; }
+
+private:
+    HvPath2f& path_;
+    unsigned int pointsAdded_ = 0;
+    // The polygons that are not in the path yet, and how many points each has.
+    HvPoint2fArray points_;
+    HvDynArray<unsigned int> sizes_;
+};
+
+void PolygonSink::Add(ObContour const& contour)
 {
-    CloseContour(ClosureOf(user));
+    PolygonPen pen(points_);
+    ObContour_Draw(contour, pen);
+    unsigned int const size = pen.Finish();
+    sizes_.Add(size);
+    pointsAdded_ += size;
+    if (points_.Size() >= kBatchPoints) {
+        Flush();
+    }
 }
 
-void EndNothing(void*) {}
+void PolygonSink::Flush()
+{
+    path_.AppendPolylines(points_.Data(), sizes_.Data(), sizes_.Count());
+    points_.Chop(0);
+    sizes_.Chop(0);
+}
 
 }  // namespace
 
@@ -109,24 +139,20 @@ void HvVectorizer::SetAreaThreshold(double threshold)
 }
 
 unsigned int HvVectorizer::Vectorize(HvUByteRaster const& raster, unsigned char value,
-                                     HvExtent2<float> const& extent, HvPath2f& path) const
+                                     HvExtent2<float> const&, HvPath2f& path) const
 {
     // What is wider is refused by the tracer.
     int const width = std::clamp(raster.width, 0, kObWidestRaster);
     auto const entries = static_cast<unsigned int>(ObRow_MostEntries(width));
     HvUShortArray rows[] = {HvUShortArray(entries), HvUShortArray(entries), HvUShortArray(entries)};
-    VectClosure closure;
-    closure.path = &path;
-    ObContext context = {BeginNothing,
-                         BeginRegion,
-                         StartContour,
-                         ContinueContour,
-                         EndRegion,
-                         EndNothing,
-                         &closure,
-                         impl_->perimeterThreshold,
-                         impl_->areaThreshold,
-                         {rows[0].Data(), rows[1].Data(), rows[2].Data()}};
-    ObVectorize(context, raster, value, extent);
-    return closure.pointsAdded;
+    ObContext context = {};
+    context.perimeterThreshold = impl_->perimeterThreshold;
+    context.areaThreshold = impl_->areaThreshold;
+    for (int i = 0; i < 3; ++i) {
+        context.rows[i] = rows[i].Data();
+    }
+    PolygonSink sink(path);
+    ObTracer(context, sink).Trace(raster, value);
+    sink.Flush();
+    return sink.PointsAdded();
 }

@@ -47,9 +47,9 @@ public:
     /// @param extent  has no effect.
     /// @return        the points appended.
     ///
-    /// A raster without pixels, or wider than 65,533, gives nothing. When std::bad_alloc comes out,
-    /// the contours appended so far stay, the last one open. Beyond 2^24 rows float does not hold
-    /// every ordinate: they are rounded.
+    /// A raster without pixels, or wider than 65,533, gives nothing. Contours are appended many at
+    /// a time; when std::bad_alloc comes out, those that were stay, each of them whole. Beyond 2^24
+    /// rows float does not hold every ordinate: they are rounded.
     unsigned int Vectorize(HvUByteRaster const& raster, unsigned char value,
                            HvExtent2<float> const& extent, HvPath2f& path) const;
 

@@ -62,6 +62,8 @@ private:
     double tolerance_;
     HvPath2f& path_;
     HvBezierTool tool_;
+    // The corners of the polygon.
+    HvPoint2fArray corners_;
     // The corners of pixels along the contour, its start repeated at the end, and their distances
     // along it.
     HvPoint2fArray points_;
@@ -92,13 +94,15 @@ void ContourFitter::Fit(HvPath2f const& polygons, unsigned int first, unsigned i
 // beyond 2^24 plus 1 may be itself.
 void ContourFitter::WalkPixels(HvPath2f const& polygons, unsigned int first, unsigned int last)
 {
+    corners_.Resize(last - first + 1);
+    polygons.GetPoints(first, last, corners_.Data());
     points_.Chop(0);
     parameters_.Chop(0);
-    Point from = polygons.GetPoint(first);
+    Point from = corners_[0];
     points_.Add(from);
     parameters_.Add(0.0);
-    for (unsigned int i = first + 1; i <= last; ++i) {
-        Point const to = polygons.GetPoint(i);
+    for (unsigned int i = 1; i < corners_.Size(); ++i) {
+        Point const to = corners_[i];
         Vector const side = Vector(to) - Vector(from);
         Vector const direction = Normalised(side);
         double const length = std::fabs(side.x) + std::fabs(side.y);  // one of the two is 0

@@ -64,6 +64,11 @@ std::vector<Scenario> Scenarios()
         {"AltCurveto", 2, [](P& p) { p.path.AltCurveto(pts, 8); }},
         {"AltAltCurveto", 2, [](P& p) { p.path.AltAltCurveto(p.path.points, 1, 8); }},
         {"Closeto", 0, [](P& p) { p.path.Closeto(); }},
+        {"AppendPolylines", 3,
+         [](P& p) {
+             unsigned int const sizes[] = {4, 5};
+             p.path.AppendPolylines(pts, sizes, 2);
+         }},
         {"CloseSubpath", 2, [](P& p) { p.path.CloseSubpath(0); }},
         {"ReplacePoint", 0,
          [](P& p) {

@@ -13,6 +13,8 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <new>
+#include <vector>
 
 namespace {
 
@@ -221,6 +223,66 @@ TEST(HvPath2f, LetsALonePointCountAsClosedWithoutARole)
     EXPECT_EQ(path.lastSubpathOpen, 0);
     OpenPath empty;
     EXPECT_EQ(empty.Closeto(), 0);
+}
+
+// Polylines at once.
+
+TEST(HvPath2f, AppendsPolylinesAsTheirPointsOneByOneDo)
+{
+    float const nan = std::numeric_limits<float>::quiet_NaN();
+    // A closed triangle, a lone point, a line, a loop of no length, one that is no number, two
+    // points alike in the middle, and one whose zeros have two signs.
+    std::vector<std::vector<PathPoint>> const polylines = {
+        {{0, 0}, {4, 0}, {0, 3}, {0, 0}},
+        {{7, 7}},
+        {{1, 2}, {3, 4}},
+        {{5, 5}, {5, 5}},
+        {{nan, 0}, {1, 1}, {nan, 0}},
+        {{1, 1}, {2, 2}, {2, 2}, {3, 3}},
+        {{0, 0}, {1, 0}, {-0.0F, 0}},
+    };
+    for (std::size_t first = 0; first < polylines.size(); ++first) {
+        for (std::size_t end = first; end <= polylines.size(); ++end) {
+            OpenPath expected = SmoothRun();
+            OpenPath path = SmoothRun();
+            std::vector<PathPoint> pts;
+            std::vector<unsigned int> sizes;
+            for (std::size_t i = first; i < end; ++i) {
+                expected.Moveto(polylines[i][0]);
+                for (std::size_t k = 1; k < polylines[i].size(); ++k) {
+                    expected.Lineto(polylines[i][k]);
+                }
+                if (polylines[i].size() > 1) {
+                    expected.Closeto();
+                }
+                pts.insert(pts.end(), polylines[i].begin(), polylines[i].end());
+                sizes.push_back(static_cast<unsigned int>(polylines[i].size()));
+            }
+            path.AppendPolylines(pts.data(), sizes.data(), static_cast<unsigned int>(sizes.size()));
+            EXPECT_EQ(ImageOf(path), ImageOf(expected)) << first << " to " << end;
+        }
+    }
+}
+
+TEST(HvPath2f, GrowsOnceForPolylines)
+{
+    OpenPath path;
+    std::vector<PathPoint> const pts = NumberedPoints(0, 300);
+    unsigned int const sizes[] = {100, 200};
+    path.AppendPolylines(pts.data(), sizes, 2);
+    EXPECT_EQ(path.points.Capacity(), 512u);
+    EXPECT_EQ(path.tags.Capacity(), 512u);
+    EXPECT_EQ(path.NumSubpaths(), 2u);
+    EXPECT_EQ(path.points[299], Numbered(299));
+}
+
+TEST(HvPath2f, RefusesMorePolylinesThanAPathHolds)
+{
+    OpenPath path = Triangle();
+    PathPoint const p;
+    unsigned int const sizes[] = {2000000000u, 2000000000u, 400000000u};
+    EXPECT_THROW(path.AppendPolylines(&p, sizes, 3), std::bad_alloc);
+    EXPECT_EQ(ImageOf(path), ImageOf(Triangle()));
 }
 
 // Copies.

@@ -72,6 +72,10 @@ TEST(HvPath2f_threads, EveryOperationHoldsThePath)
     std::function<void()> const calls[] = {
         [&] { path.Moveto(p); },
         [&] { path.Lineto(p); },
+        [&] {
+            unsigned int const size = 1;
+            path.AppendPolylines(&p, &size, 1);
+        },
         [&] { path.Curveto(p, p); },
         [&] { path.Curveto(p, p, p); },
         [&] { path.AltCurveto(pts, 4); },

@@ -309,6 +309,28 @@ TEST(HvVectorizer, FollowsASpiralAsOneContour)
     EXPECT_EQ(path.NumSubpaths(), 1u);
 }
 
+TEST(HvVectorizer, AppendsManyAndLongContoursAsTheyAreTold)
+{
+    // Many more corners than are appended at once, in short contours and in a few long ones.
+    std::mt19937 engine(14);
+    for (double const ink : {0.1, 0.7, 0.9}) {
+        HvUByteRaster const raster = RandomRaster(150, 140, ink, engine);
+        std::vector<TraceContour> expected;
+        for (TraceRegion const& region : TraceRecorder(raster).regions) {
+            for (TraceContour const& contour : region) {
+                expected.push_back(Merged(contour));
+            }
+        }
+        HvPath2f path(0);
+        unsigned int const points = Vectorize(raster, path);
+        EXPECT_GT(points, 5000u);
+        EXPECT_EQ(points, path.NumPoints());
+        EXPECT_EQ(SubpathsOf(path), expected);
+        EXPECT_EQ(path.NumNodesExceptLastNodeOfClosedSubpaths(),
+                  points - static_cast<unsigned int>(expected.size()));
+    }
+}
+
 TEST(HvVectorizer, DrawsWideRastersWithinFloat)
 {
     HvUByteRaster raster(65533, 1, 0);
@@ -340,13 +362,43 @@ TEST(HvVectorizer_failure, LeavesAUsablePathWhenThereIsNoMemory)
             std::vector<TraceContour> const found = SubpathsOf(scene.path);
             EXPECT_EQ(completed, scene.path.NumPoints() == whole.NumPoints());
             ASSERT_LE(found.size(), all.size());
-            for (std::size_t i = 0; i + 1 < found.size(); ++i) {
-                EXPECT_EQ(found[i], all[i]);
+            for (std::size_t i = 0; i < found.size(); ++i) {
+                EXPECT_EQ(found[i], all[i]) << "not whole";
             }
             scene.path.Moveto(Point(1, 1));
             scene.path.Lineto(Point(2, 2));
         });
     EXPECT_GE(allocations, 3 + 3);  // the rows, and the first of each kind of node
+}
+
+TEST(HvVectorizer_failure, KeepsTheContoursThatWereAppendedBeforeMemoryRanOut)
+{
+    // More corners than are appended at once.
+    HvUByteRaster raster(200, 60, 0);
+    for (int i = 0; i < 200 * 60; ++i) {
+        raster.data[i] = (i + i / 200) % 2 == 0 ? kInk : 0;
+    }
+    struct Scene {
+        HvVectorizer vectorizer{0, 0};
+        HvPath2f path{0};
+    };
+    HvPath2f whole(0);
+    Vectorize(raster, whole);
+    std::vector<TraceContour> const all = SubpathsOf(whole);
+    bool areSomeKept = false;
+    RefuseEachAllocation([] { return Scene(); },
+                         [&](Scene& scene) {
+                             scene.vectorizer.Vectorize(raster, kInk, HvExtent2<float>(),
+                                                        scene.path);
+                         },
+                         [&](Scene& scene, bool completed) {
+                             std::vector<TraceContour> const found = SubpathsOf(scene.path);
+                             areSomeKept = areSomeKept || (!completed && !found.empty());
+                             ASSERT_LE(found.size(), all.size());
+                             EXPECT_TRUE(std::equal(found.begin(), found.end(), all.begin()));
+                             EXPECT_EQ(completed, found.size() == all.size());
+                         });
+    EXPECT_TRUE(areSomeKept);
 }
 
 TEST(HvVectorizer_failure, MakesNothingWhenThereIsNoMemoryForItself)

@@ -32,46 +32,48 @@ inline void ObRow_Clear(unsigned short* row)
 /// Makes `row` the list of `width` pixels.
 void ObRow_Encode(unsigned char const* pixels, int width, unsigned char value, unsigned short* row);
 
-/// Several neighbouring runs of a row by their numbers, which begin with 1; 0, 0 when there is
-/// none.
+/// Several neighbouring runs of a row, by their pairs in its list; null when there is none.
 struct ObRunRange {
-    unsigned int first = 0;
-    unsigned int last = 0;
+    unsigned short const* first = nullptr;
+    unsigned short const* last = nullptr;
 
-    bool IsEmpty() const { return first == 0; }
+    bool IsEmpty() const { return first == nullptr; }
 };
 
 /// Finds the runs of a row that share columns with the runs of a neighbouring one.
 class ObRowCursor {
 public:
-    explicit ObRowCursor(unsigned short const* row) : row_(row) {}
+    explicit ObRowCursor(unsigned short const* row) : at_(row) {}
 
-    /// The runs that share a column with those from `start` to `end`; asked from left to right for
-    /// stretches that do not touch. Cost: one walk over the row for all of them.
-    ObRunRange Overlapping(int start, int end)
+    /// The runs that share a column with the run at `run` in another row; asked from left to right.
+    /// Cost: one walk over the row for all runs of the other.
+    ObRunRange Overlapping(unsigned short const* run)
     {
-        while (HasRun(index_) && End(index_) < start) {
-            ++index_;
+        unsigned int const start = run[0];
+        unsigned int const end = run[1];
+        while (at_[1] < start && at_[0] != 0) {
+            at_ += 2;
         }
-        unsigned int beyond = index_;
-        while (HasRun(beyond) && Start(beyond) <= end) {
-            ++beyond;
-        }
-        if (beyond == index_) {
+        if (!BeginsUpTo(at_, end)) {
             return {};
         }
-        ObRunRange const range = {index_ + 1, beyond};
-        index_ = beyond - 1;  // the last of them may reach the next stretch too
+        ObRunRange range = {at_, at_};
+        while (BeginsUpTo(range.last + 2, end)) {
+            range.last += 2;
+        }
+        at_ = range.last;  // it may reach the next run too
         return range;
     }
 
 private:
-    bool HasRun(unsigned int i) const { return row_[2 * i] != 0; }
-    int Start(unsigned int i) const { return row_[2 * i] - kObRowOffset; }
-    int End(unsigned int i) const { return row_[2 * i + 1] - kObRowOffset; }
+    /// Whether there is a run at `pair` that begins no later than at `end`; the 0 at the end of the
+    /// row wraps around.
+    static bool BeginsUpTo(unsigned short const* pair, unsigned int end)
+    {
+        return pair[0] - 1u < end;
+    }
 
-    unsigned short const* row_;
-    unsigned int index_ = 0;
+    unsigned short const* at_;
 };
 
 #endif

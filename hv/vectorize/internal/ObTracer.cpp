@@ -7,6 +7,8 @@
 
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/vectorize/ObContext.h>
+#include <hv/vectorize/internal/ObContourSink.h>
+#include <hv/vectorize/internal/ObContour_draw.h>
 
 #include <cassert>
 #include <cstddef>
@@ -43,24 +45,35 @@ bool StartsHigher(ObContour const* a, ObContour const* b)
 
 }  // namespace
 
-ObTracer::ObTracer(ObContext& context)
-    : context_(context), emitter_(context), above_(context.rows[0]), current_(context.rows[1]),
-      below_(context.rows[2]), head_(), tail_()
+ObTracer::ObTracer(ObContext& context, ObContourSink& sink)
+    : context_(context), sink_(sink),
+      keepsAll_(context.areaThreshold == 0 && context.perimeterThreshold == 0),
+      above_(context.rows[0]), current_(context.rows[1]), below_(context.rows[2]), head_(),
+      tail_(), loneContour_{&loneContour_, &loneContour_, loneVertices_, nullptr,
+                            nullptr,       true,          true},
+      loneVertices_{{nullptr, nullptr, ObVertexRegionLeft, 0, 0},
+                    {nullptr, nullptr, ObVertexMeetLeft, 0, 0},
+                    {nullptr, nullptr, ObVertexMeetRight, 0, 0},
+                    {nullptr, nullptr, ObVertexRegionRight, 0, 0}}
 {
+    for (int i = 0; i < 4; ++i) {
+        Link(&loneVertices_[i], &loneVertices_[(i + 1) % 4]);
+    }
     head_.next = &tail_;
     tail_.previous = &head_;
-    ObRow_Clear(above_);
-    ObRow_Clear(current_);
-    ObRow_Clear(below_);
 }
 
 void ObTracer::Trace(HvUByteRaster const& raster, unsigned char value)
 {
+    if (raster.data == nullptr || raster.NumPixels() == 0 || raster.width > kObWidestRaster) {
+        return;
+    }
     auto const encode = [&](int y, unsigned short* row) {
         std::size_t const first =
             static_cast<std::size_t>(y) * static_cast<std::size_t>(raster.width);
         ObRow_Encode(raster.data + first, raster.width, value, row);
     };
+    ObRow_Clear(above_);
     encode(0, current_);
     for (int y = 0; y < raster.height; ++y) {
         if (y + 1 < raster.height) {
@@ -91,14 +104,20 @@ void ObTracer::TraceRow(int y)
         Run run;
         run.start = entry[0] - kObRowOffset;
         run.end = entry[1] - kObRowOffset;
-        run.above = above.Overlapping(run.start, run.end);
-        run.below = below.Overlapping(run.start, run.end);
+        run.above = above.Overlapping(entry);
+        run.below = below.Overlapping(entry);
         if (run.above.IsEmpty()) {
-            e = BeginRegion(Finish(e, before, y), run, y);
+            e = Finish(e, before, y);
+            if (run.below.IsEmpty()) {
+                TellLoneRun(run, y);
+                before = Run();
+                continue;
+            }
+            e = BeginRegion(e, run, y);
         } else if (run.above.first != before.above.last) {
             e = Finish(e, before, y)->next;
             assert(e->isLeft && e != &tail_);
-            Step(e, run.start, y);
+            Step<true>(e, run.start, y);
         } else {
             e = Fork(e, before, run, y);
         }
@@ -124,9 +143,21 @@ ObEdge* ObTracer::Finish(ObEdge* e, Run const& run, int y)
     if (!run.above.IsEmpty()) {
         e = e->next;
         assert(!e->isLeft && e != &tail_);
-        Step(e, run.end, y);
+        Step<false>(e, run.end, y);
     }
     return run.below.IsEmpty() ? Meet(e->previous, e, y) : e;
+}
+
+// A run without one above or below is a region by itself, and done.
+void ObTracer::TellLoneRun(Run const& run, int y)
+{
+    for (ObVertex& vertex : loneVertices_) {
+        vertex.x = ObVertex_IsLeft(vertex) ? run.start : run.end;
+        vertex.y = y;
+    }
+    if (Passes(&loneContour_)) {
+        Tell(&loneContour_);
+    }
 }
 
 // A run without one above: a region begins, of which it is the first row. The new edges come after
@@ -228,13 +259,14 @@ ObEdge* ObTracer::Join(ObEdge* left, ObEdge* right, int y)
 
 // Moves an edge from the row above y into this row. Both rows of a sideways step get a vertex, the
 // rows of a straight stretch none but its first and last; a fresh edge has one in its row already.
+template <bool isLeft>
 void ObTracer::Step(ObEdge* e, int x, int y)
 {
     int const step = x - e->x;
-    if (!e->isFresh && (step != 0 || e->lastStep != 0)) {
-        ObVertexKind const kind = e->isLeft ? ObVertexStepLeft : ObVertexStepRight;
+    if ((step | e->lastStep) != 0 && !e->isFresh) {
+        ObVertexKind const kind = isLeft ? ObVertexStepLeft : ObVertexStepRight;
         ObVertex* const vertex = vertices_.Take({nullptr, nullptr, kind, e->x, y - 1});
-        if (e->isLeft) {
+        if (isLeft) {
             Link(e->vertex, vertex);
         } else {
             Link(vertex, e->vertex);
@@ -270,7 +302,7 @@ void ObTracer::Merge(ObContour* kept, ObContour* dropped)
 void ObTracer::Output(ObContour* outer)
 {
     if (Passes(outer)) {
-        OutputContours(outer);
+        Tell(outer);
     }
     ObContour* contour = outer;
     do {
@@ -280,22 +312,23 @@ void ObTracer::Output(ObContour* outer)
     contours_.GiveRing(outer);
 }
 
-void ObTracer::OutputContours(ObContour* outer)
+void ObTracer::Tell(ObContour* outer)
 {
-    context_.beginRegion(context_.user);
-    emitter_.Emit(*outer);
+    sink_.BeginRegion();
+    sink_.Add(*outer);
     for (ObContour* hole = outer->next; hole != outer; hole = hole->next) {
         assert(hole->closed);
         if (Passes(hole)) {
-            emitter_.Emit(*hole);
+            sink_.Add(*hole);
         }
     }
-    context_.endRegion(context_.user);
+    sink_.EndRegion();
 }
 
 bool ObTracer::Passes(ObContour* contour)
 {
-    return ObTestContourArea(context_, contour) && ObTestContourPerimeter(context_, contour);
+    return keepsAll_ ||
+           (ObTestContourArea(context_, contour) && ObTestContourPerimeter(context_, contour));
 }
 
 // A new edge after `e`, at its vertex.

@@ -7,11 +7,11 @@
 #define HV_VECTORIZE_INTERNAL_OBTRACER_H
 
 #include <hv/vectorize/ObContour.h>
-#include <hv/vectorize/internal/ObEmitter.h>
 #include <hv/vectorize/internal/ObNodePool.h>
 #include <hv/vectorize/internal/ObRow.h>
 
 class HvUByteRaster;
+class ObContourSink;
 struct ObContext;
 
 /// The end of an open contour at a left or right side that goes on into the next row. The active
@@ -48,11 +48,12 @@ struct ObEdge {
 /// but that ring. It is complete when its outer contour closes, and then its nodes are used again.
 class ObTracer {
 public:
-    explicit ObTracer(ObContext& context);
+    /// Uses the thresholds and the rows of `context`, and tells `sink` what it finds.
+    ObTracer(ObContext& context, ObContourSink& sink);
     ObTracer(ObTracer const&) = delete;
     ObTracer& operator=(ObTracer const&) = delete;
 
-    /// Traces all regions. The raster has pixels and is no wider than kObWidestRaster.
+    /// Traces all regions; none in a raster without pixels or wider than kObWidestRaster.
     void Trace(HvUByteRaster const& raster, unsigned char value);
 
 private:
@@ -67,23 +68,27 @@ private:
 
     void TraceRow(int y);
     ObEdge* Finish(ObEdge* e, Run const& run, int y);
+    void TellLoneRun(Run const& run, int y);
     ObEdge* BeginRegion(ObEdge* e, Run const& run, int y);
     ObEdge* Fork(ObEdge* e, Run const& before, Run const& run, int y);
     ObEdge* Meet(ObEdge* left, ObEdge* right, int y);
     ObEdge* Join(ObEdge* left, ObEdge* right, int y);
 
+    template <bool isLeft>
     void Step(ObEdge* e, int x, int y);
     void Connect(ObEdge* left, ObVertexKind leftKind, ObEdge* right, ObVertexKind rightKind, int y);
     void Merge(ObContour* kept, ObContour* dropped);
     void Output(ObContour* outer);
-    void OutputContours(ObContour* outer);
+    void Tell(ObContour* outer);
     bool Passes(ObContour* contour);
 
     ObEdge* InsertAfter(ObEdge* e, ObContour* contour, ObVertex* vertex, bool isLeft);
     ObEdge* RemovePair(ObEdge* left, ObEdge* right);
 
     ObContext& context_;
-    ObEmitter emitter_;
+    ObContourSink& sink_;
+    // Whether there is no threshold, so that every contour passes.
+    bool keepsAll_;
     // The rows above, at and below the sweep.
     unsigned short* above_;
     unsigned short* current_;
@@ -91,6 +96,10 @@ private:
     // The active edges lie between these two.
     ObEdge head_;
     ObEdge tail_;
+    // The region of a run without neighbours; the vertices that beginning and meeting would make,
+    // linked once.
+    ObContour loneContour_;
+    ObVertex loneVertices_[4];
     ObNodePool<ObVertex> vertices_;
     ObNodePool<ObEdge> edges_;
     ObNodePool<ObContour> contours_;

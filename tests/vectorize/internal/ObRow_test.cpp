@@ -97,38 +97,62 @@ TEST(ObRow, HoldsTheWidestRow)
     EXPECT_EQ(Encode(pixels, 3), (Entries{2, 65534, 0, 0}));
 }
 
+namespace {
+
+/// Which runs of a row share a column with one from `start` to `end`, as numbers from 0 on; -1, -1
+/// for none.
+using Range = std::pair<long, long>;
+Range Overlapping(ObRowCursor& cursor, Entries const& row, int start, int end)
+{
+    unsigned short const run[] = {static_cast<unsigned short>(start + kObRowOffset),
+                                  static_cast<unsigned short>(end + kObRowOffset)};
+    ObRunRange const range = cursor.Overlapping(run);
+    EXPECT_EQ(range.first == nullptr, range.last == nullptr);
+    return range.IsEmpty() ? Range(-1, -1)
+                           : Range((range.first - row.data()) / 2, (range.last - row.data()) / 2);
+}
+
+}  // namespace
+
 TEST(ObRowCursor, FindsTheRunsThatShareAColumn)
 {
     // Columns 0-1, 3, 5-9.
     Entries const row = {2, 3, 5, 5, 7, 11, 0, 0};
     auto const overlapping = [&](int start, int end) {
-        ObRunRange const range = ObRowCursor(row.data()).Overlapping(start, end);
-        return std::make_pair(range.first, range.last);
+        ObRowCursor cursor(row.data());
+        return Overlapping(cursor, row, start, end);
     };
-    using Range = std::pair<unsigned int, unsigned int>;
-    EXPECT_EQ(overlapping(0, 0), Range(1, 1));
-    EXPECT_EQ(overlapping(2, 2), Range(0, 0)) << "corners do not count";
-    EXPECT_EQ(overlapping(1, 3), Range(1, 2));
-    EXPECT_EQ(overlapping(2, 4), Range(2, 2));
-    EXPECT_EQ(overlapping(0, 20), Range(1, 3));
-    EXPECT_EQ(overlapping(9, 9), Range(3, 3));
-    EXPECT_EQ(overlapping(10, 12), Range(0, 0));
+    EXPECT_EQ(overlapping(0, 0), Range(0, 0));
+    EXPECT_EQ(overlapping(2, 2), Range(-1, -1)) << "corners do not count";
+    EXPECT_EQ(overlapping(1, 3), Range(0, 1));
+    EXPECT_EQ(overlapping(2, 4), Range(1, 1));
+    EXPECT_EQ(overlapping(0, 20), Range(0, 2));
+    EXPECT_EQ(overlapping(9, 9), Range(2, 2));
+    EXPECT_EQ(overlapping(10, 12), Range(-1, -1));
 }
 
 TEST(ObRowCursor, FindsARunAgainForTheNextStretch)
 {
     Entries const row = {2, 11, 13, 13, 0, 0};
     ObRowCursor cursor(row.data());
-    EXPECT_EQ(cursor.Overlapping(0, 1).last, 1u);
-    EXPECT_EQ(cursor.Overlapping(3, 3).last, 1u);
-    ObRunRange const both = cursor.Overlapping(9, 11);
-    EXPECT_EQ(both.first, 1u);
-    EXPECT_EQ(both.last, 2u);
-    EXPECT_TRUE(cursor.Overlapping(13, 14).IsEmpty());
+    EXPECT_EQ(Overlapping(cursor, row, 0, 1), Range(0, 0));
+    EXPECT_EQ(Overlapping(cursor, row, 3, 3), Range(0, 0));
+    EXPECT_EQ(Overlapping(cursor, row, 9, 11), Range(0, 1));
+    EXPECT_EQ(Overlapping(cursor, row, 13, 14), Range(-1, -1));
 }
 
 TEST(ObRowCursor, FindsNothingInAnEmptyRow)
 {
     Entries const row = {0, 0};
-    EXPECT_TRUE(ObRowCursor(row.data()).Overlapping(0, 100).IsEmpty());
+    ObRowCursor cursor(row.data());
+    EXPECT_EQ(Overlapping(cursor, row, 0, 100), Range(-1, -1));
+    EXPECT_EQ(Overlapping(cursor, row, 101, kObWidestRaster - 1), Range(-1, -1));
+}
+
+TEST(ObRowCursor, FindsTheLastRunOfTheWidestRow)
+{
+    Entries const row = {2, 2, 65534, 65534, 0, 0};
+    ObRowCursor cursor(row.data());
+    EXPECT_EQ(Overlapping(cursor, row, 1, 65531), Range(-1, -1));
+    EXPECT_EQ(Overlapping(cursor, row, 65532, 65532), Range(1, 1));
 }
