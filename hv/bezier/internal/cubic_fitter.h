@@ -46,6 +46,11 @@ public:
     bool Fit(unsigned int first, unsigned int last, HvFitTangents const& tangents, double tolerance,
              HvFitEffort const& effort);
 
+    /// The same with free ends, for points that one cubic follows, but at a pace that is far from
+    /// even: near a cusp, around a loop. Finds the pace along with the handles. Costs a few hundred
+    /// steps for each of at most 128 points; at once false where the points turn more than a cubic.
+    bool FitAtAnyPace(unsigned int first, unsigned int last, double tolerance);
+
     /// After a fit that succeeded: whether the curve is within `tolerance` of every point between
     /// the two, and between neighbouring points stays near the step from one to the other.
     bool Follows(unsigned int first, unsigned int last, double tolerance);
@@ -82,6 +87,15 @@ private:
     Handles ThirdsOfChord(HvFitTangents const& tangents) const;
     void SetHandles(Handles const& handles);
     double MoveToFeet(double tolerance, double& sumOfSquares);
+    bool TurnsLikeACubic() const;
+    void StartByBend();
+    void StartEvenly();
+    void ScalePlaces(double whole);
+    HvPoint2<double> SampleOrEnd(unsigned int k) const;
+    bool Improve(double tolerance, Handles& handles);
+    bool Step(Handles const& handles, double damping, Handles& next);
+    double SquaresAt(HvDoubleArray const& places, double& greatest) const;
+    void SetCurve(Handles const& handles);
     void StepToFeet();
     double MoveToFoot(HvPoint2<double> const& p, double tolerance, double& u) const;
     HvPoint2<double> At(double u) const;
