@@ -71,18 +71,19 @@ bool HvCubicFitter::Fit(unsigned int first, unsigned int last, HvFitTangents con
     }
     double before = std::numeric_limits<double>::infinity();
     bool isAcross = true;
+    double const hopeless = tolerance * effort.hopelessErrors;
     for (unsigned int round = 0;; ++round) {
         Handles handles;
         bool const isSolved =
             (round > 0 && isAcross && SolveAcross(tangents, handles)) || Solve(tangents, handles);
         SetHandles(isSolved ? handles : ThirdsOfChord(tangents));
         double sumOfSquares = 0.0;
-        double const error = MoveToFeet(tolerance, sumOfSquares);
+        double const error = MoveToFeet(tolerance, hopeless, sumOfSquares);
         if (error <= tolerance) {
             return true;
         }
         // Rounds across the curve may also lead astray; then the others go on.
-        bool const isHopeless = !(error <= tolerance * effort.hopelessErrors);
+        bool const isHopeless = !(error <= hopeless);
         bool const improves = sumOfSquares < before * effort.worthwhileShare;
         bool const isAstray = isAcross && !(sumOfSquares <= before);
         if (isHopeless || !(improves || isAstray) || round == effort.rounds) {

@@ -81,13 +81,21 @@ private:
         HvDoubleArray nextSquares;
     };
 
+    /// The points between two neighbouring samples, or the ends, and the places of these.
+    struct Stretch {
+        unsigned int from;
+        unsigned int to;
+        double fromPlace;
+        double toPlace;
+    };
+
     void ChooseSamples(unsigned int first, unsigned int last, unsigned int most);
     bool Solve(HvFitTangents const& tangents, Handles& handles) const;
     bool SolveAcross(HvFitTangents const& tangents, Handles& handles) const;
     Handles ThirdsOfChord(HvFitTangents const& tangents) const;
     void SetHandles(Handles const& handles);
-    double MoveToFeet(double tolerance, double& sumOfSquares);
-    bool TurnsLikeACubic() const;
+    double MoveToFeet(double tolerance, double hopeless, double& sumOfSquares);
+    bool TurnsLikeACubic(double tolerance) const;
     void StartByBend();
     void StartEvenly();
     void ScalePlaces(double whole);
@@ -98,7 +106,13 @@ private:
     void SetCurve(Handles const& handles);
     void StepToFeet();
     double MoveToFoot(HvPoint2<double> const& p, double tolerance, double& u) const;
-    HvPoint2<double> At(double u) const;
+    HvPoint2<double> At(double u) const
+    {
+        return start_ + (coefficients_[0] + (coefficients_[1] + coefficients_[2] * u) * u) * u;
+    }
+    double PlaceRate(Stretch const& stretch) const;
+    bool FollowsAtOnce(Stretch const& stretch, double tolerance) const;
+    bool FollowsStepByStep(Stretch const& stretch, double tolerance) const;
     bool StaysNear(HvPoint2<double> const& a, HvPoint2<double> const& b, double from, double to,
                    double tolerance) const;
 

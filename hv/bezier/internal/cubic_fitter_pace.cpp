@@ -25,6 +25,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace {
@@ -32,11 +33,15 @@ namespace {
 constexpr unsigned int kMostSamples = 128;
 /// With fewer points between the ends even a cubic of a pace of its own choice says nothing.
 constexpr unsigned int kLeastSamples = 4;
-/// The derivative of a cubic runs along a parabola, and its direction turns by less than two right
-/// angles twice, back and forth or on; and a polyline turns less than the curve it lies on. Noise
-/// may add a quarter turn when it is looked at in a few long steps.
-constexpr double kMostTurn = 2.5 * 3.141592653589793;
+/// The direction of a cubic turns by less than 360 degrees, back and forth or on, since its
+/// derivative runs along a parabola, and changes the sense in which it turns twice at most; and a
+/// polyline in a few long steps turns less than the curve it lies on. Noise may add a little.
+constexpr double kMostTurn = 2.25 * 3.141592653589793;
+constexpr int kMostInflections = 2;
 constexpr unsigned int kTurnSteps = 16;
+/// A turn by points that are off by a tolerance each, in tolerances over the length of a step, may
+/// be nothing but that.
+constexpr double kNoTurnTolerances = 4.0;
 /// The bend of a straight place, as a turn over the whole length: a little keeps the pace finite.
 constexpr double kStraightTurn = 0.1;
 /// Steps from one start; more than half of all searches take less than five.
@@ -61,10 +66,10 @@ double SquaredLength(Point const& v)
     return HvPoint2_AdotB(v, v);
 }
 
-/// The angle from one direction to another, without its sign.
+/// The angle from one direction to another, above 0 to the left.
 double TurnOf(Point const& a, Point const& b)
 {
-    return std::fabs(std::atan2(HvPoint2_AdetB(a, b), HvPoint2_AdotB(a, b)));
+    return std::atan2(HvPoint2_AdetB(a, b), HvPoint2_AdotB(a, b));
 }
 
 double Clamped(double value, double low, double high)
@@ -77,7 +82,7 @@ double Clamped(double value, double low, double high)
 bool HvCubicFitter::FitAtAnyPace(unsigned int first, unsigned int last, double tolerance)
 {
     ChooseSamples(first, last, kMostSamples);
-    if (samples_.count < kLeastSamples || !TurnsLikeACubic()) {
+    if (samples_.count < kLeastSamples || !TurnsLikeACubic(tolerance)) {
         return false;
     }
     cubic_[0] = points_[first];
@@ -89,7 +94,8 @@ bool HvCubicFitter::FitAtAnyPace(unsigned int first, unsigned int last, double t
         if (Solve({}, handles) && Improve(tolerance, handles)) {
             SetHandles(handles);
             double sumOfSquares = 0.0;
-            if (MoveToFeet(tolerance, sumOfSquares) <= tolerance) {
+            if (MoveToFeet(tolerance, std::numeric_limits<double>::infinity(), sumOfSquares) <=
+                tolerance) {
                 return true;
             }
         }
@@ -105,18 +111,28 @@ HvPoint2<double> HvCubicFitter::SampleOrEnd(unsigned int k) const
                                 : Point(samples_.x[k - 1], samples_.y[k - 1]);
 }
 
-bool HvCubicFitter::TurnsLikeACubic() const
+bool HvCubicFitter::TurnsLikeACubic(double tolerance) const
 {
     unsigned int const steps = std::min(kTurnSteps, samples_.count + 1);
-    double turn = 0.0;
+    double whole = 0.0;
+    int inflections = 0;
+    bool wasLeft = false;
+    bool hasTurned = false;
     Point before;
     for (unsigned int k = 0; k < steps; ++k) {
         Point const step = SampleOrEnd((k + 1) * (samples_.count + 1) / steps) -
                            SampleOrEnd(k * (samples_.count + 1) / steps);
-        turn += k > 0 ? TurnOf(before, step) : 0.0;
+        double const turn = k > 0 ? TurnOf(before, step) : 0.0;
+        whole += std::fabs(turn);
+        if (std::fabs(turn) * HvPoint2_Length(step) > kNoTurnTolerances * tolerance) {
+            bool const isLeft = turn > 0.0;
+            inflections += hasTurned && isLeft != wasLeft ? 1 : 0;
+            wasLeft = isLeft;
+            hasTurned = true;
+        }
         before = step;
     }
-    return turn <= kMostTurn;
+    return whole <= kMostTurn && inflections <= kMostInflections;
 }
 
 /// Places along the cubic root of the bend.
@@ -134,7 +150,7 @@ void HvCubicFitter::StartByBend()
         Point const in = SampleOrEnd(k) - SampleOrEnd(k - 1);
         Point const out = SampleOrEnd(k + 1) - SampleOrEnd(k);
         double const length = 0.5 * (HvPoint2_Length(in) + HvPoint2_Length(out));
-        return length > 0.0 ? TurnOf(in, out) / length : 0.0;
+        return length > 0.0 ? std::fabs(TurnOf(in, out)) / length : 0.0;
     };
     double place = 0.0;
     double bend = bendAt(0);

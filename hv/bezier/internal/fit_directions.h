@@ -75,6 +75,9 @@ private:
     double Sharpness(std::int64_t at, std::int64_t from, std::int64_t to, Reach& reach) const;
     double Straightness(std::int64_t from, std::int64_t to) const;
     std::int64_t StepsInReach(std::int64_t at, std::int64_t direction, std::int64_t most) const;
+    template <class Visit>
+    std::int64_t VisitSide(std::int64_t at, std::int64_t direction, std::int64_t steps,
+                           Visit const& visit) const;
     HvPoint2<double> Direction(std::int64_t at, std::int64_t direction, std::int64_t steps) const;
     Moments MomentsAround(std::int64_t at, std::int64_t before, std::int64_t after) const;
     double Unrest(unsigned int at) const;

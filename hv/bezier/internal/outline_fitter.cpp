@@ -47,11 +47,12 @@ HvOutlineFitter::HvOutlineFitter(HvPoint2fArray const& points, bool isClosed,
 HvDoubleArray HvOutlineFitter::LengthsOf(HvPoint2fArray const& points)
 {
     HvDoubleArray lengths(points.Size());
-    lengths.Add(0.0);
+    double length = 0.0;
+    lengths.Add(length);
     for (unsigned int i = 1; i < points.Size(); ++i) {
         // Squares of floats neither overflow nor vanish in double.
-        double const squared = HvPoint2_SquaredLengthAB(points[i - 1], points[i]);
-        lengths.Add(lengths[i - 1] + std::sqrt(squared));
+        length += std::sqrt(HvPoint2_SquaredLengthAB(points[i - 1], points[i]));
+        lengths.Add(length);
     }
     return lengths;
 }
