@@ -66,6 +66,12 @@ double SquaredLength(Point const& v)
     return HvPoint2_AdotB(v, v);
 }
 
+/// Of differences of floats, whose squares neither overflow nor vanish.
+double LengthOf(Point const& v)
+{
+    return std::sqrt(SquaredLength(v));
+}
+
 /// The angle from one direction to another, above 0 to the left.
 double TurnOf(Point const& a, Point const& b)
 {
@@ -124,7 +130,7 @@ bool HvCubicFitter::TurnsLikeACubic(double tolerance) const
                            SampleOrEnd(k * (samples_.count + 1) / steps);
         double const turn = k > 0 ? TurnOf(before, step) : 0.0;
         whole += std::fabs(turn);
-        if (std::fabs(turn) * HvPoint2_Length(step) > kNoTurnTolerances * tolerance) {
+        if (std::fabs(turn) * LengthOf(step) > kNoTurnTolerances * tolerance) {
             bool const isLeft = turn > 0.0;
             inflections += hasTurned && isLeft != wasLeft ? 1 : 0;
             wasLeft = isLeft;
@@ -141,7 +147,7 @@ void HvCubicFitter::StartByBend()
     unsigned int const count = samples_.count;
     double whole = 0.0;
     for (unsigned int k = 0; k <= count; ++k) {
-        whole += HvPoint2_LengthAB(SampleOrEnd(k), SampleOrEnd(k + 1));
+        whole += LengthOf(SampleOrEnd(k + 1) - SampleOrEnd(k));
     }
     // The bend at a sample is the turn over half the steps around; an end has that of its
     // neighbour.
@@ -149,7 +155,7 @@ void HvCubicFitter::StartByBend()
         k = std::min(std::max(k, 1u), count);
         Point const in = SampleOrEnd(k) - SampleOrEnd(k - 1);
         Point const out = SampleOrEnd(k + 1) - SampleOrEnd(k);
-        double const length = 0.5 * (HvPoint2_Length(in) + HvPoint2_Length(out));
+        double const length = 0.5 * (LengthOf(in) + LengthOf(out));
         return length > 0.0 ? std::fabs(TurnOf(in, out)) / length : 0.0;
     };
     double place = 0.0;
@@ -157,7 +163,7 @@ void HvCubicFitter::StartByBend()
     for (unsigned int k = 0; k <= count; ++k) {
         double const nextBend = bendAt(k + 1);
         place += std::cbrt(0.5 * (bend + nextBend) + kStraightTurn / whole) *
-                 HvPoint2_LengthAB(SampleOrEnd(k), SampleOrEnd(k + 1));
+                 LengthOf(SampleOrEnd(k + 1) - SampleOrEnd(k));
         if (k < count) {
             samples_.places[k] = place;
         }

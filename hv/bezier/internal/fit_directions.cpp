@@ -20,6 +20,8 @@ constexpr std::int64_t kMostPoints = 32;
 /// How far apart, as a factor, the squares of a chord and of the reach may be for the chord to
 /// count as one of the reach.
 constexpr double kAboutReachShare = 1.5;
+/// Points that are looked at together for a corner; more would less often fit within the reach.
+constexpr std::int64_t kGroup = 4;
 /// Below this share of its greatest possible value a determinant means that the bend is not known.
 constexpr double kDegenerateShare = 1e-9;
 
@@ -73,14 +75,13 @@ bool HvFitDirections::FindCorners(HvULongArray& corners) const
     Candidates candidates(1);
     std::int64_t const half = std::max<std::int64_t>(steps_ / 2, 1);
     Reach reach;
-    Vector here = Point(1);
-    Vector in = here - Point(0);
-    double squaredIn = HvPoint2_AdotB(in, in);
     for (std::int64_t i = 1; i < steps_; ++i) {
-        Vector const next(points_[static_cast<unsigned int>(i + 1)]);
-        Vector const out = next - here;
-        double const squaredOut = HvPoint2_AdotB(out, out);
-        if (IsTurn(HvPoint2_AdotB(in, out), squaredIn, squaredOut, cornerCosSquared_)) {
+        if (i % kGroup == 0 && IsGroupWithoutTurn(i, reach)) {
+            i += kGroup - 1;
+            continue;
+        }
+        Vector const here = Point(i);
+        if (IsTurn(here - Point(i - 1), Point(i + 1) - here, cornerCosSquared_)) {
             std::int64_t const from = isClosed_ ? i - half : 0;
             std::int64_t const to = isClosed_ ? i + half : steps_;
             double const sharpness = Sharpness(i, from, to, reach);
@@ -88,9 +89,6 @@ bool HvFitDirections::FindCorners(HvULongArray& corners) const
                 candidates.Add({i, from, to, sharpness, Candidate::Open});
             }
         }
-        here = next;
-        in = out;
-        squaredIn = squaredOut;
     }
     // The ends are cuts in any case, and so is a seam in a corner: they take the corners around.
     bool const isSeamCorner =
@@ -151,6 +149,46 @@ void HvFitDirections::TakeAround(Candidates& candidates, std::int64_t k, std::in
     }
 }
 
+bool HvFitDirections::IsAboutReach(Vector const& chord) const
+{
+    double const squared = HvPoint2_AdotB(chord, chord);
+    return squared * kAboutReachShare >= squaredReach_ &&
+           squared <= kAboutReachShare * squaredReach_;
+}
+
+bool HvFitDirections::IsClearlyNoTurn(Vector const& before, Vector const& after) const
+{
+    return !IsTurn(before, after, 0.5 * (1.0 + cornerCosSquared_));
+}
+
+/// Whether chords on both sides show that there is no corner at `first` and the points after it,
+/// which are so close together that no other sides would fit between them. Makes the steps of the
+/// chords those of the reach around.
+bool HvFitDirections::IsGroupWithoutTurn(std::int64_t first, Reach& reach) const
+{
+    std::int64_t const last = first + kGroup - 1;
+    std::int64_t const from = first - reach.before;
+    std::int64_t const to = last + reach.after;
+    if (from < 0 || to > steps_) {
+        return false;
+    }
+    double const length = Length(last) - Length(first);
+    if (!(length * length <= kSameCornerShare * squaredReach_)) {
+        return false;
+    }
+    Vector const before = Point(first) - Point(from);
+    Vector const after = Point(to) - Point(last);
+    bool const isBefore = IsAboutReach(before);
+    bool const isAfter = IsAboutReach(after);
+    if (!isBefore) {
+        reach.before += HvPoint2_AdotB(before, before) < squaredReach_ ? 1 : -1;
+    }
+    if (!isAfter) {
+        reach.after += HvPoint2_AdotB(after, after) < squaredReach_ ? 1 : -1;
+    }
+    return isBefore && isAfter && IsClearlyNoTurn(before, after);
+}
+
 /// How sharply the polyline turns between straight sides, above 0, up to 2 for a reversal; 0 where
 /// it turns no corner: where the two steps, which turn one, are short, the directions around them
 /// must turn one too.
@@ -162,22 +200,14 @@ double HvFitDirections::Sharpness(std::int64_t at, std::int64_t from, std::int64
     std::int64_t const mostAfter = to - at;
     // Chords that turn clearly less spare the directions, which noise moves less than chords. Where
     // those over the steps of the neighbour's reach are about as long, they spare its search too.
-    auto const isClearlyNoTurn = [&](Vector const& before, Vector const& after) {
-        return !IsTurn(before, after, 0.5 * (1.0 + cornerCosSquared_));
-    };
-    auto const isAboutReach = [&](Vector const& chord) {
-        double const squared = HvPoint2_AdotB(chord, chord);
-        return squared * kAboutReachShare >= squaredReach_ &&
-               squared <= kAboutReachShare * squaredReach_;
-    };
     Vector const before = here - Point(at - std::min(reach.before, mostBefore));
     Vector const after = Point(at + std::min(reach.after, mostAfter)) - here;
-    if (isAboutReach(before) && isAboutReach(after) && isClearlyNoTurn(before, after)) {
+    if (IsAboutReach(before) && IsAboutReach(after) && IsClearlyNoTurn(before, after)) {
         return 0.0;
     }
     reach.before = StepsInReach(at, -1, mostBefore);
     reach.after = StepsInReach(at, 1, mostAfter);
-    if (isClearlyNoTurn(here - Point(at - reach.before), Point(at + reach.after) - here)) {
+    if (IsClearlyNoTurn(here - Point(at - reach.before), Point(at + reach.after) - here)) {
         return 0.0;
     }
     Vector const in = -Direction(at, -1, reach.before);

@@ -72,6 +72,9 @@ private:
     double Length(std::int64_t i) const;
     void TakeAround(Candidates& candidates, std::int64_t k, std::int64_t direction,
                     std::int64_t corner) const;
+    bool IsAboutReach(HvPoint2<double> const& chord) const;
+    bool IsClearlyNoTurn(HvPoint2<double> const& before, HvPoint2<double> const& after) const;
+    bool IsGroupWithoutTurn(std::int64_t first, Reach& reach) const;
     double Sharpness(std::int64_t at, std::int64_t from, std::int64_t to, Reach& reach) const;
     double Straightness(std::int64_t from, std::int64_t to) const;
     std::int64_t StepsInReach(std::int64_t at, std::int64_t direction, std::int64_t most) const;
