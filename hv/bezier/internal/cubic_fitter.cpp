@@ -23,6 +23,7 @@
 #include <hv/bezier/internal/cubic_fitter.h>
 
 #include <hv/bezier/internal/float_point.h>
+#include <hv/bezier/internal/symmetric_system.h>
 
 #include <algorithm>
 #include <cmath>
@@ -30,10 +31,6 @@
 
 namespace {
 
-/// A normal matrix whose determinant is below this share of the product of its diagonal says
-/// nothing about the handles: with four digits more than rounding leaves, the handles that it gives
-/// are still good to a few digits.
-constexpr double kDegenerateShare = 1e-11;
 /// A handle shorter than this share of the chord counts as negative: its direction would be lost
 /// in rounding to float.
 constexpr double kLeastHandleShare = 1e-5;
@@ -58,52 +55,6 @@ Point Usable(Point const& tangent)
     return IsFinite(tangent) ? tangent : Point();
 }
 
-/// The matrix (xx xy; xy yy).
-struct Symmetric {
-    double xx = 0.0;
-    double xy = 0.0;
-    double yy = 0.0;
-
-    void Add(Symmetric const& other, double factor)
-    {
-        xx += other.xx * factor;
-        xy += other.xy * factor;
-        yy += other.yy * factor;
-    }
-    Point Times(Point const& p) const { return {xx * p.x + xy * p.y, xy * p.x + yy * p.y}; }
-};
-
-/// Solves a symmetric positive system, given by its lower triangle, in place by Cholesky's method;
-/// false when it is degenerate.
-bool SolveSymmetric(double (*matrix)[4], double* right, int count)
-{
-    for (int j = 0; j < count; ++j) {
-        double const diagonal = matrix[j][j];
-        for (int k = 0; k < j; ++k) {
-            matrix[j][j] -= matrix[j][k] * matrix[j][k];
-            right[j] -= matrix[j][k] * right[k];
-        }
-        if (!(matrix[j][j] > kDegenerateShare * diagonal)) {
-            return false;
-        }
-        matrix[j][j] = std::sqrt(matrix[j][j]);
-        right[j] /= matrix[j][j];
-        for (int i = j + 1; i < count; ++i) {
-            for (int k = 0; k < j; ++k) {
-                matrix[i][j] -= matrix[i][k] * matrix[j][k];
-            }
-            matrix[i][j] /= matrix[j][j];
-        }
-    }
-    for (int j = count - 1; j >= 0; --j) {
-        for (int i = j + 1; i < count; ++i) {
-            right[j] -= matrix[i][j] * right[i];
-        }
-        right[j] /= matrix[j][j];
-    }
-    return true;
-}
-
 }  // namespace
 
 bool HvCubicFitter::Fit(unsigned int first, unsigned int last, HvFitTangents const& given,
@@ -120,18 +71,19 @@ bool HvCubicFitter::Fit(unsigned int first, unsigned int last, HvFitTangents con
     }
     double before = std::numeric_limits<double>::infinity();
     bool isAcross = true;
+    double const hopeless = tolerance * effort.hopelessErrors;
     for (unsigned int round = 0;; ++round) {
         Handles handles;
         bool const isSolved =
             (round > 0 && isAcross && SolveAcross(tangents, handles)) || Solve(tangents, handles);
         SetHandles(isSolved ? handles : ThirdsOfChord(tangents));
         double sumOfSquares = 0.0;
-        double const error = MoveToFeet(tolerance, sumOfSquares);
+        double const error = MoveToFeet(tolerance, hopeless, sumOfSquares);
         if (error <= tolerance) {
             return true;
         }
         // Rounds across the curve may also lead astray; then the others go on.
-        bool const isHopeless = !(error <= tolerance * effort.hopelessErrors);
+        bool const isHopeless = !(error <= hopeless);
         bool const improves = sumOfSquares < before * effort.worthwhileShare;
         bool const isAstray = isAcross && !(sumOfSquares <= before);
         if (isHopeless || !(improves || isAstray) || round == effort.rounds) {
@@ -245,9 +197,9 @@ bool HvCubicFitter::SolveAcross(HvFitTangents const& tangents, Handles& handles)
 {
     // Of the system for both handles, whose blocks are sums over symmetric matrices: across a
     // direction t of the curve a product a b counts as a b - share (a t) (b t).
-    Symmetric startStart;
-    Symmetric startEnd;
-    Symmetric endEnd;
+    HvSymmetric2 startStart;
+    HvSymmetric2 startEnd;
+    HvSymmetric2 endEnd;
     Point startRight;
     Point endRight;
     Point const p0(cubic_[0]);
@@ -262,8 +214,7 @@ bool HvCubicFitter::SolveAcross(HvFitTangents const& tangents, Handles& handles)
             coefficients_[0] + (coefficients_[1] * 2.0 + coefficients_[2] * (3.0 * u)) * u;
         double const speed = SquaredLength(t);
         double const share = speed > 0.0 ? (1.0 - kAlongWeight) / speed : 0.0;
-        Symmetric const across = {1.0 - share * t.x * t.x, -share * t.x * t.y,
-                                  1.0 - share * t.y * t.y};
+        HvSymmetric2 const across = HvSymmetric2::Across(t, share);
         startStart.Add(across, b1 * b1);
         startEnd.Add(across, b1 * b2);
         endEnd.Add(across, b2 * b2);
@@ -295,13 +246,13 @@ bool HvCubicFitter::SolveAcross(HvFitTangents const& tangents, Handles& handles)
         right[j] = HvPoint2_AdotB(a.direction, a.isStart ? startRight : endRight);
         for (int k = 0; k <= j; ++k) {
             Unknown const& b = unknowns[k];
-            Symmetric const& block = a.isStart != b.isStart ? startEnd
-                                     : a.isStart            ? startStart
-                                                            : endEnd;
+            HvSymmetric2 const& block = a.isStart != b.isStart ? startEnd
+                                        : a.isStart            ? startStart
+                                                               : endEnd;
             matrix[j][k] = HvPoint2_AdotB(a.direction, block.Times(b.direction));
         }
     }
-    if (!SolveSymmetric(matrix, right, count)) {
+    if (!HvSymmetricSystem_Solve(matrix, right, count)) {
         return false;
     }
     handles = Handles();

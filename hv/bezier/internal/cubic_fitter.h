@@ -46,6 +46,11 @@ public:
     bool Fit(unsigned int first, unsigned int last, HvFitTangents const& tangents, double tolerance,
              HvFitEffort const& effort);
 
+    /// The same with free ends, for points that one cubic follows, but at a pace that is far from
+    /// even: near a cusp, around a loop. Finds the pace along with the handles. Costs a few hundred
+    /// steps for each of at most 128 points; at once false where the points turn more than a cubic.
+    bool FitAtAnyPace(unsigned int first, unsigned int last, double tolerance);
+
     /// After a fit that succeeded: whether the curve is within `tolerance` of every point between
     /// the two, and between neighbouring points stays near the step from one to the other.
     bool Follows(unsigned int first, unsigned int last, double tolerance);
@@ -76,15 +81,38 @@ private:
         HvDoubleArray nextSquares;
     };
 
+    /// The points between two neighbouring samples, or the ends, and the places of these.
+    struct Stretch {
+        unsigned int from;
+        unsigned int to;
+        double fromPlace;
+        double toPlace;
+    };
+
     void ChooseSamples(unsigned int first, unsigned int last, unsigned int most);
     bool Solve(HvFitTangents const& tangents, Handles& handles) const;
     bool SolveAcross(HvFitTangents const& tangents, Handles& handles) const;
     Handles ThirdsOfChord(HvFitTangents const& tangents) const;
     void SetHandles(Handles const& handles);
-    double MoveToFeet(double tolerance, double& sumOfSquares);
+    double MoveToFeet(double tolerance, double hopeless, double& sumOfSquares);
+    bool TurnsLikeACubic(double tolerance) const;
+    void StartByBend();
+    void StartEvenly();
+    void ScalePlaces(double whole);
+    HvPoint2<double> SampleOrEnd(unsigned int k) const;
+    bool Improve(double tolerance, Handles& handles);
+    bool Step(Handles const& handles, double damping, Handles& next);
+    double SquaresAt(HvDoubleArray const& places, double& greatest) const;
+    void SetCurve(Handles const& handles);
     void StepToFeet();
     double MoveToFoot(HvPoint2<double> const& p, double tolerance, double& u) const;
-    HvPoint2<double> At(double u) const;
+    HvPoint2<double> At(double u) const
+    {
+        return start_ + (coefficients_[0] + (coefficients_[1] + coefficients_[2] * u) * u) * u;
+    }
+    double PlaceRate(Stretch const& stretch) const;
+    bool FollowsAtOnce(Stretch const& stretch, double tolerance) const;
+    bool FollowsStepByStep(Stretch const& stretch, double tolerance) const;
     bool StaysNear(HvPoint2<double> const& a, HvPoint2<double> const& b, double from, double to,
                    double tolerance) const;
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace {
 
@@ -32,17 +33,13 @@ double SquaredLength(Point const& v)
 
 }  // namespace
 
-Point HvCubicFitter::At(double u) const
-{
-    return start_ + (coefficients_[0] + (coefficients_[1] + coefficients_[2] * u) * u) * u;
-}
-
 /// Moves the places of all samples to their feet and returns the greatest distance; a point that is
-/// no number is the farthest of all.
-double HvCubicFitter::MoveToFeet(double tolerance, double& sumOfSquares)
+/// no number is the farthest of all. Stops at a point that is farther than `hopeless`.
+double HvCubicFitter::MoveToFeet(double tolerance, double hopeless, double& sumOfSquares)
 {
     StepToFeet();
     double const squaredTolerance = tolerance * tolerance;
+    double const squaredHopeless = hopeless * hopeless;
     double greatest = 0.0;
     for (unsigned int i = 0; i < samples_.count; ++i) {
         double const before = samples_.squares[i];
@@ -57,7 +54,7 @@ double HvCubicFitter::MoveToFeet(double tolerance, double& sumOfSquares)
         if (!(squared <= greatest)) {
             greatest = squared;
             worst_ = static_cast<unsigned int>(samples_.at[i]);
-            if (std::isnan(squared)) {
+            if (!(squared <= squaredHopeless)) {
                 break;
             }
         }
@@ -138,37 +135,67 @@ double HvCubicFitter::MoveToFoot(Point const& p, double tolerance, double& u) co
 
 bool HvCubicFitter::Follows(unsigned int first, unsigned int last, double tolerance)
 {
+    Stretch stretch = {first, first, 0.0, 0.0};
+    for (unsigned int sample = 0; stretch.to < last; ++sample) {
+        bool const hasSample = sample < samples_.count;
+        stretch.from = stretch.to;
+        stretch.fromPlace = stretch.toPlace;
+        stretch.to = hasSample ? static_cast<unsigned int>(samples_.at[sample]) : last;
+        stretch.toPlace = hasSample ? samples_.places[sample] : 1.0;
+        if (!FollowsAtOnce(stretch, tolerance) && !FollowsStepByStep(stretch, tolerance)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// The place of a point between two samples, in proportion to their parameters.
+double HvCubicFitter::PlaceRate(Stretch const& stretch) const
+{
+    double const span = parameters_[stretch.to] - parameters_[stretch.from];
+    return span > 0.0 ? (stretch.toPlace - stretch.fromPlace) / span : 0.0;
+}
+
+/// Whether the places in proportion show that the curve follows a stretch of short steps. Without
+/// branches, so that the compiler does several points at once.
+bool HvCubicFitter::FollowsAtOnce(Stretch const& stretch, double tolerance) const
+{
+    if (!(std::fabs(stretch.toPlace - stretch.fromPlace) < kLongPause)) {
+        return false;
+    }
+    double const rate = PlaceRate(stretch);
     double const squaredTolerance = tolerance * tolerance;
-    // Between samples the places are those of the samples around, in proportion.
-    unsigned int sample = 0;
-    double lowParameter = 0.0;
-    double lowPlace = 0.0;
-    double highParameter = parameters_[first];
-    double highPlace = 0.0;
-    double share = 0.0;
-    Point before(points_[first]);
-    double placeBefore = 0.0;
-    unsigned int next = first;
-    for (unsigned int i = first + 1; i <= last; ++i) {
+    double const from = parameters_[stretch.from];
+    Point const start = start_;
+    Point const c0 = coefficients_[0];
+    Point const c1 = coefficients_[1];
+    Point const c2 = coefficients_[2];
+    std::int64_t failures = 0;
+    for (unsigned int i = stretch.from + 1; i <= stretch.to; ++i) {
+        double const x = static_cast<double>(points_[i].x);
+        double const y = static_cast<double>(points_[i].y);
+        double const u = stretch.fromPlace + (parameters_[i] - from) * rate;
+        double const gapX = start.x + (c0.x + (c1.x + c2.x * u) * u) * u - x;
+        double const gapY = start.y + (c0.y + (c1.y + c2.y * u) * u) * u - y;
+        double const stepX = x - static_cast<double>(points_[i - 1].x);
+        double const stepY = y - static_cast<double>(points_[i - 1].y);
+        failures += gapX * gapX + gapY * gapY <= squaredTolerance ? 0 : 1;
+        failures += stepX * stepX + stepY * stepY <= squaredTolerance ? 0 : 1;
+    }
+    return failures == 0;
+}
+
+bool HvCubicFitter::FollowsStepByStep(Stretch const& stretch, double tolerance) const
+{
+    double const rate = PlaceRate(stretch);
+    Point before(points_[stretch.from]);
+    double placeBefore = stretch.fromPlace;
+    for (unsigned int i = stretch.from + 1; i <= stretch.to; ++i) {
         Point const p(points_[i]);
-        double const parameter = parameters_[i];
-        if (i > next) {
-            lowParameter = highParameter;
-            lowPlace = highPlace;
-            bool const hasSample = sample < samples_.count;
-            next = hasSample ? static_cast<unsigned int>(samples_.at[sample]) : last;
-            highParameter = parameters_[next];
-            highPlace = hasSample ? samples_.places[sample] : 1.0;
-            ++sample;
-            share = highParameter > lowParameter
-                        ? (highPlace - lowPlace) / (highParameter - lowParameter)
-                        : 0.0;
-        }
-        double u = std::min(std::max(lowPlace + (parameter - lowParameter) * share, 0.0), 1.0);
-        if (i == next) {
-            u = highPlace;
-        }
-        if (!(SquaredLength(At(u) - p) <= squaredTolerance) &&
+        double const proportional =
+            stretch.fromPlace + (parameters_[i] - parameters_[stretch.from]) * rate;
+        double u = i == stretch.to ? stretch.toPlace : std::min(std::max(proportional, 0.0), 1.0);
+        if (!(SquaredLength(At(u) - p) <= tolerance * tolerance) &&
             !(MoveToFoot(p, tolerance, u) <= tolerance)) {
             return false;
         }

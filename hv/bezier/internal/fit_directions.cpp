@@ -20,6 +20,8 @@ constexpr std::int64_t kMostPoints = 32;
 /// How far apart, as a factor, the squares of a chord and of the reach may be for the chord to
 /// count as one of the reach.
 constexpr double kAboutReachShare = 1.5;
+/// Points that are looked at together for a corner; more would less often fit within the reach.
+constexpr std::int64_t kGroup = 4;
 /// Below this share of its greatest possible value a determinant means that the bend is not known.
 constexpr double kDegenerateShare = 1e-9;
 
@@ -27,22 +29,20 @@ using Vector = HvPoint2<double>;
 
 Vector Unit(Vector const& v)
 {
-    double const length = HvPoint2_Length(v);
+    // Of differences of floats neither squares nor sums overflow or vanish.
+    double const length = std::sqrt(HvPoint2_AdotB(v, v));
     return length > 0.0 ? v * (1.0 / length) : Vector();
 }
 
 /// Whether a turn from `a` to `b` has a negative cosine, or one whose square is below the limit.
-bool IsTurn(Vector const& a, Vector const& b, double cosSquared)
+bool IsTurn(double dot, double squaredA, double squaredB, double cosSquared)
 {
-    double const dot = HvPoint2_AdotB(a, b);
-    return dot < 0.0 || dot * dot < cosSquared * HvPoint2_AdotB(a, a) * HvPoint2_AdotB(b, b);
+    return dot < 0.0 || dot * dot < cosSquared * squaredA * squaredB;
 }
 
-/// The k-th of `count` indices spread evenly up to `steps`. Most often they are all, and a division
-/// costs more than what is done with the point.
-std::int64_t SpreadIndex(std::int64_t k, std::int64_t steps, std::int64_t count)
+bool IsTurn(Vector const& a, Vector const& b, double cosSquared)
 {
-    return steps == count ? k : k * steps / count;
+    return IsTurn(HvPoint2_AdotB(a, b), HvPoint2_AdotB(a, a), HvPoint2_AdotB(b, b), cosSquared);
 }
 
 }  // namespace
@@ -76,15 +76,24 @@ bool HvFitDirections::FindCorners(HvULongArray& corners) const
     std::int64_t const half = std::max<std::int64_t>(steps_ / 2, 1);
     Reach reach;
     for (std::int64_t i = 1; i < steps_; ++i) {
-        std::int64_t const from = isClosed_ ? i - half : 0;
-        std::int64_t const to = isClosed_ ? i + half : steps_;
-        double const sharpness = Sharpness(i, from, to, reach);
-        if (sharpness > 0.0) {
-            candidates.Add({i, from, to, sharpness, Candidate::Open});
+        if (i % kGroup == 0 && IsGroupWithoutTurn(i, reach)) {
+            i += kGroup - 1;
+            continue;
+        }
+        Vector const here = Point(i);
+        if (IsTurn(here - Point(i - 1), Point(i + 1) - here, cornerCosSquared_)) {
+            std::int64_t const from = isClosed_ ? i - half : 0;
+            std::int64_t const to = isClosed_ ? i + half : steps_;
+            double const sharpness = Sharpness(i, from, to, reach);
+            if (sharpness > 0.0) {
+                candidates.Add({i, from, to, sharpness, Candidate::Open});
+            }
         }
     }
     // The ends are cuts in any case, and so is a seam in a corner: they take the corners around.
-    bool const isSeamCorner = isClosed_ && Sharpness(0, -half, half, reach) > 0.0;
+    bool const isSeamCorner =
+        isClosed_ && IsTurn(Point(0) - Point(-1), Point(1) - Point(0), cornerCosSquared_) &&
+        Sharpness(0, -half, half, reach) > 0.0;
     if (isSeamCorner || !isClosed_) {
         TakeAround(candidates, -1, 1, 0);
         TakeAround(candidates, candidates.Count(), -1, steps_);
@@ -140,36 +149,65 @@ void HvFitDirections::TakeAround(Candidates& candidates, std::int64_t k, std::in
     }
 }
 
+bool HvFitDirections::IsAboutReach(Vector const& chord) const
+{
+    double const squared = HvPoint2_AdotB(chord, chord);
+    return squared * kAboutReachShare >= squaredReach_ &&
+           squared <= kAboutReachShare * squaredReach_;
+}
+
+bool HvFitDirections::IsClearlyNoTurn(Vector const& before, Vector const& after) const
+{
+    return !IsTurn(before, after, 0.5 * (1.0 + cornerCosSquared_));
+}
+
+/// Whether chords on both sides show that there is no corner at `first` and the points after it,
+/// which are so close together that no other sides would fit between them. Makes the steps of the
+/// chords those of the reach around.
+bool HvFitDirections::IsGroupWithoutTurn(std::int64_t first, Reach& reach) const
+{
+    std::int64_t const last = first + kGroup - 1;
+    std::int64_t const from = first - reach.before;
+    std::int64_t const to = last + reach.after;
+    if (from < 0 || to > steps_) {
+        return false;
+    }
+    double const length = Length(last) - Length(first);
+    if (!(length * length <= kSameCornerShare * squaredReach_)) {
+        return false;
+    }
+    Vector const before = Point(first) - Point(from);
+    Vector const after = Point(to) - Point(last);
+    bool const isBefore = IsAboutReach(before);
+    bool const isAfter = IsAboutReach(after);
+    if (!isBefore) {
+        reach.before += HvPoint2_AdotB(before, before) < squaredReach_ ? 1 : -1;
+    }
+    if (!isAfter) {
+        reach.after += HvPoint2_AdotB(after, after) < squaredReach_ ? 1 : -1;
+    }
+    return isBefore && isAfter && IsClearlyNoTurn(before, after);
+}
+
 /// How sharply the polyline turns between straight sides, above 0, up to 2 for a reversal; 0 where
-/// it turns no corner: the two steps must turn one and, where they are short, the directions around
-/// them too.
+/// it turns no corner: where the two steps, which turn one, are short, the directions around them
+/// must turn one too.
 double HvFitDirections::Sharpness(std::int64_t at, std::int64_t from, std::int64_t to,
                                   Reach& reach) const
 {
     Vector const here = Point(at);
-    if (!IsTurn(here - Point(at - 1), Point(at + 1) - here, cornerCosSquared_)) {
-        return 0.0;
-    }
     std::int64_t const mostBefore = at - from;
     std::int64_t const mostAfter = to - at;
     // Chords that turn clearly less spare the directions, which noise moves less than chords. Where
     // those over the steps of the neighbour's reach are about as long, they spare its search too.
-    auto const isClearlyNoTurn = [&](Vector const& before, Vector const& after) {
-        return !IsTurn(before, after, 0.5 * (1.0 + cornerCosSquared_));
-    };
-    auto const isAboutReach = [&](Vector const& chord) {
-        double const squared = HvPoint2_AdotB(chord, chord);
-        return squared * kAboutReachShare >= squaredReach_ &&
-               squared <= kAboutReachShare * squaredReach_;
-    };
     Vector const before = here - Point(at - std::min(reach.before, mostBefore));
     Vector const after = Point(at + std::min(reach.after, mostAfter)) - here;
-    if (isAboutReach(before) && isAboutReach(after) && isClearlyNoTurn(before, after)) {
+    if (IsAboutReach(before) && IsAboutReach(after) && IsClearlyNoTurn(before, after)) {
         return 0.0;
     }
     reach.before = StepsInReach(at, -1, mostBefore);
     reach.after = StepsInReach(at, 1, mostAfter);
-    if (isClearlyNoTurn(here - Point(at - reach.before), Point(at + reach.after) - here)) {
+    if (IsClearlyNoTurn(here - Point(at - reach.before), Point(at + reach.after) - here)) {
         return 0.0;
     }
     Vector const in = -Direction(at, -1, reach.before);
@@ -187,7 +225,8 @@ double HvFitDirections::Sharpness(std::int64_t at, std::int64_t from, std::int64
 /// The way between two points as the crow flies, as a share of the way along the polyline.
 double HvFitDirections::Straightness(std::int64_t from, std::int64_t to) const
 {
-    return HvPoint2_LengthAB(Point(from), Point(to)) / (Length(to) - Length(from));
+    return std::sqrt(HvPoint2_SquaredLengthAB(Point(from), Point(to))) /
+           (Length(to) - Length(from));
 }
 
 /// Steps from a point until the reach is first left, 1 to `most`. Beyond the points that are looked
@@ -227,6 +266,36 @@ std::int64_t HvFitDirections::StepsInReach(std::int64_t at, std::int64_t directi
     return out;
 }
 
+/// Visits points within some steps of a point, spread evenly where there are many; returns their
+/// number. Most often they lie in one row of the arrays, away from the seam.
+template <class Visit>
+std::int64_t HvFitDirections::VisitSide(std::int64_t at, std::int64_t direction, std::int64_t steps,
+                                        Visit const& visit) const
+{
+    std::int64_t const count = std::min(steps, kMostPoints);
+    std::int64_t const farthest = at + direction * steps;
+    bool const isInRow = at >= 0 && at <= steps_ && farthest >= 0 && farthest <= steps_;
+    HvPoint2<float> const* const points = points_.Data();
+    double const* const lengths = lengths_.Data();
+    // The k-th point is k steps / count away, rounded down.
+    std::int64_t const whole = steps / count;
+    std::int64_t const part = steps % count;
+    std::int64_t rest = 0;
+    std::int64_t i = at;
+    for (std::int64_t k = 0; k < count; ++k) {
+        rest += part;
+        bool const isOneMore = rest >= count;
+        rest -= isOneMore ? count : 0;
+        i += direction * (whole + (isOneMore ? 1 : 0));
+        if (isInRow) {
+            visit(Vector(points[i]), lengths[i]);
+        } else {
+            visit(Point(i), Length(i));
+        }
+    }
+    return count;
+}
+
 /// The main axis of the points within some steps of a point, leading away from it.
 Vector HvFitDirections::Direction(std::int64_t at, std::int64_t direction, std::int64_t steps) const
 {
@@ -235,18 +304,18 @@ Vector HvFitDirections::Direction(std::int64_t at, std::int64_t direction, std::
     if (steps == 1) {
         return away;
     }
-    std::int64_t const count = std::min(steps, kMostPoints);
     Vector mean;
     double xx = 0.0;
     double xy = 0.0;
     double yy = 0.0;
-    for (std::int64_t k = 0; k <= count; ++k) {
-        Vector const d = Point(at + direction * SpreadIndex(k, steps, count)) - here;
-        mean = mean + d;
-        xx += d.x * d.x;
-        xy += d.x * d.y;
-        yy += d.y * d.y;
-    }
+    std::int64_t const count =
+        VisitSide(at, direction, steps, [&](Vector const& p, double /*length*/) {
+            Vector const d = p - here;
+            mean = mean + d;
+            xx += d.x * d.x;
+            xy += d.x * d.y;
+            yy += d.y * d.y;
+        });
     double const n = static_cast<double>(count + 1);
     xx -= mean.x * mean.x / n;
     xy -= mean.x * mean.y / n;
@@ -287,22 +356,20 @@ HvFitDirections::Moments HvFitDirections::MomentsAround(std::int64_t at, std::in
         if (most < 1) {
             return;
         }
-        std::int64_t const steps = StepsInReach(at, direction, most);
-        std::int64_t const count = std::min(steps, kMostPoints);
-        for (std::int64_t k = 1; k <= count; ++k) {
-            std::int64_t const i = at + direction * SpreadIndex(k, steps, count);
-            double const s = Length(i) - length;
-            Vector const d = Point(i) - here;
-            double const ss = s * s;
-            moments.s[0] += 1.0;
-            moments.s[1] += s;
-            moments.s[2] += ss;
-            moments.s[3] += ss * s;
-            moments.s[4] += ss * ss;
-            moments.d[0] = moments.d[0] + d;
-            moments.d[1] = moments.d[1] + d * s;
-            moments.d[2] = moments.d[2] + d * ss;
-        }
+        VisitSide(at, direction, StepsInReach(at, direction, most),
+                  [&](Vector const& p, double lengthThere) {
+                      double const s = lengthThere - length;
+                      Vector const d = p - here;
+                      double const ss = s * s;
+                      moments.s[0] += 1.0;
+                      moments.s[1] += s;
+                      moments.s[2] += ss;
+                      moments.s[3] += ss * s;
+                      moments.s[4] += ss * ss;
+                      moments.d[0] = moments.d[0] + d;
+                      moments.d[1] = moments.d[1] + d * s;
+                      moments.d[2] = moments.d[2] + d * ss;
+                  });
     };
     addSide(-1, before);
     addSide(1, after);

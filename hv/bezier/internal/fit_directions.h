@@ -72,9 +72,15 @@ private:
     double Length(std::int64_t i) const;
     void TakeAround(Candidates& candidates, std::int64_t k, std::int64_t direction,
                     std::int64_t corner) const;
+    bool IsAboutReach(HvPoint2<double> const& chord) const;
+    bool IsClearlyNoTurn(HvPoint2<double> const& before, HvPoint2<double> const& after) const;
+    bool IsGroupWithoutTurn(std::int64_t first, Reach& reach) const;
     double Sharpness(std::int64_t at, std::int64_t from, std::int64_t to, Reach& reach) const;
     double Straightness(std::int64_t from, std::int64_t to) const;
     std::int64_t StepsInReach(std::int64_t at, std::int64_t direction, std::int64_t most) const;
+    template <class Visit>
+    std::int64_t VisitSide(std::int64_t at, std::int64_t direction, std::int64_t steps,
+                           Visit const& visit) const;
     HvPoint2<double> Direction(std::int64_t at, std::int64_t direction, std::int64_t steps) const;
     Moments MomentsAround(std::int64_t at, std::int64_t before, std::int64_t after) const;
     double Unrest(unsigned int at) const;

@@ -19,9 +19,6 @@ namespace {
 
 /// For most stretches: it finds whether a cubic would do, and most would not.
 constexpr HvFitEffort kTrial = {4, 48, 5.0, 0.95};
-/// For a run as a whole, which is one cubic when it was drawn as one: the parameters then need more
-/// rounds.
-constexpr HvFitEffort kWholeRun = {64, 128, 1e6, 0.98};
 /// A free end needs two more points than its handle has unknowns; with fewer, it would follow
 /// their noise.
 constexpr unsigned int kLeastInnerPointsOfFreeEnd = 3;
@@ -50,11 +47,12 @@ HvOutlineFitter::HvOutlineFitter(HvPoint2fArray const& points, bool isClosed,
 HvDoubleArray HvOutlineFitter::LengthsOf(HvPoint2fArray const& points)
 {
     HvDoubleArray lengths(points.Size());
-    lengths.Add(0.0);
+    double length = 0.0;
+    lengths.Add(length);
     for (unsigned int i = 1; i < points.Size(); ++i) {
         // Squares of floats neither overflow nor vanish in double.
-        double const squared = HvPoint2_SquaredLengthAB(points[i - 1], points[i]);
-        lengths.Add(lengths[i - 1] + std::sqrt(squared));
+        length += std::sqrt(HvPoint2_SquaredLengthAB(points[i - 1], points[i]));
+        lengths.Add(length);
     }
     return lengths;
 }
@@ -191,13 +189,15 @@ bool HvOutlineFitter::Try(Run const& run, unsigned int first, unsigned int last,
         tangents.hasEnd = true;
         tangents.end = directions_.TangentAt(last, run.first, run.last);
     }
-    // What one cubic did not follow within the tolerance it does not within less.
-    bool const isWholeRun = first == run.first && last == run.last && !(tolerance < tolerance_);
-    bool const isFree = !tangents.hasStart || !tangents.hasEnd;
-    if (isFree && last - first > kLeastInnerPointsOfFreeEnd &&
-        TryTangents(first, last, tangents, tolerance, isWholeRun, piece)) {
+    if ((!tangents.hasStart || !tangents.hasEnd) && last - first > kLeastInnerPointsOfFreeEnd &&
+        fitter_.Fit(first, last, tangents, tolerance, kTrial) &&
+        Accept(first, last, tangents.end, tolerance, piece)) {
         return true;
     }
+    // A run is one cubic when it was drawn as one, whatever its pace was. What one cubic did not
+    // follow within the tolerance it does not within less.
+    bool const isWholeRun = first == run.first && last == run.last && !(tolerance < tolerance_);
+    bool const mayBeOne = isWholeRun && !tangents.hasStart && !tangents.hasEnd;
     if (!tangents.hasStart) {
         tangents.hasStart = true;
         tangents.start = directions_.TangentAt(first, first, last);
@@ -206,21 +206,22 @@ bool HvOutlineFitter::Try(Run const& run, unsigned int first, unsigned int last,
         tangents.hasEnd = true;
         tangents.end = directions_.TangentAt(last, first, last);
     }
-    return TryTangents(first, last, tangents, tolerance, isWholeRun && !isFree, piece);
+    bool const isStep = last - first == 1;
+    return ((fitter_.Fit(first, last, tangents, tolerance, kTrial) || isStep) &&
+            Accept(first, last, tangents.end, tolerance, piece)) ||
+           (mayBeOne && fitter_.FitAtAnyPace(first, last, tolerance) &&
+            Accept(first, last, tangents.end, tolerance, piece));
 }
 
-bool HvOutlineFitter::TryTangents(unsigned int first, unsigned int last,
-                                  HvFitTangents const& tangents, double tolerance, bool isWholeRun,
-                                  Piece& piece)
+/// Takes the last fit if it follows the stretch, as that of one step does.
+bool HvOutlineFitter::Accept(unsigned int first, unsigned int last,
+                             HvPoint2<double> const& endTangent, double tolerance, Piece& piece)
 {
-    bool const isFitted =
-        fitter_.Fit(first, last, tangents, tolerance, isWholeRun ? kWholeRun : kTrial);
-    bool const isStep = last - first == 1;
-    if (!isStep && !(isFitted && fitter_.Follows(first, last, tolerance))) {
+    if (last - first > 1 && !fitter_.Follows(first, last, tolerance)) {
         return false;
     }
     std::copy_n(fitter_.Cubic(), 4, piece.cubic);
-    piece.endTangent = tangents.end;
+    piece.endTangent = endTangent;
     piece.last = last;
     return true;
 }

@@ -53,8 +53,8 @@ private:
     unsigned int JointOf(Run const& run, unsigned int at, unsigned int length) const;
     bool Try(Run const& run, unsigned int first, unsigned int last, HvFitTangents const& start,
              double tolerance, Piece& piece);
-    bool TryTangents(unsigned int first, unsigned int last, HvFitTangents const& tangents,
-                     double tolerance, bool isWholeRun, Piece& piece);
+    bool Accept(unsigned int first, unsigned int last, HvPoint2<double> const& endTangent,
+                double tolerance, Piece& piece);
 
     HvPoint2fArray points_;
     HvDoubleArray lengths_;
