@@ -4,44 +4,41 @@
 // A picture that is painted through coverage.
 
 #include <tools/paint/Canvas.h>
+#include <tools/paint/byte_runs.h>
 
 #include <algorithm>
 
 namespace {
 
-/// How many of the `count` bytes at `bytes` are `value` before another one comes; words of eight
-/// equal bytes are passed over at once.
-std::size_t RunOf(std::uint8_t const* bytes, std::size_t count, std::uint8_t value)
+/// Paints `source`, premultiplied, over `count` pixels.
+void PaintRun(std::uint32_t* pixels, std::size_t count, std::uint32_t source)
 {
-    std::uint64_t const eight = value * 0x0101010101010101U;
-    std::size_t run = 0;
-    std::uint64_t word = eight;
-    while (run + sizeof word <= count) {
-        std::memcpy(&word, bytes + run, sizeof word);
-        if (word != eight) {
-            break;
+    std::uint32_t const alpha = PaintPixel_Alpha(source);
+    if (alpha == 255) {
+        std::fill(pixels, pixels + count, source);
+        return;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        pixels[i] = source + PaintPixel_Scaled(pixels[i], 255U - alpha);
+    }
+}
+
+/// Paints `count` pixels, premultiplied and made fainter by `opacity`, over others.
+void PaintPixels(std::uint32_t* pixels, std::uint32_t const* sources, std::size_t count,
+                 std::uint32_t opacity)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        std::uint32_t const source = sources[i];
+        std::uint32_t const alpha = PaintPixel_Alpha(source);
+        if (alpha == 255 && opacity == 255) {
+            pixels[i] = source;
+        } else if (alpha != 0) {
+            pixels[i] = PaintPixel_Over(pixels[i], source, opacity);
         }
-        run += sizeof word;
     }
-    while (run < count && bytes[run] == value) {
-        ++run;
-    }
-    return run;
 }
 
 }  // namespace
-
-PixelBox PixelBox::Union(PixelBox const& other) const
-{
-    if (IsEmpty()) {
-        return other;
-    }
-    if (other.IsEmpty()) {
-        return *this;
-    }
-    return {std::min(left, other.left), std::min(top, other.top), std::max(right, other.right),
-            std::max(bottom, other.bottom)};
-}
 
 Canvas::Canvas(int width, int height)
     : width_(width), height_(height),
@@ -71,41 +68,48 @@ void Canvas::Clear()
     touched_ = {};
 }
 
-void Canvas::Paint(std::uint8_t const* coverage, PixelBox const& box, PaintColour const& colour)
+void Canvas::Paint(Coverage const& coverage, PaintColour const& colour)
 {
-    if (box.IsEmpty()) {
-        return;
-    }
-    touched_ = touched_.Union(box);
+    touched_ = touched_.Union(coverage.Box());
     std::uint32_t const source = PaintPixel_Premultiplied(colour);
-    auto const width = static_cast<std::size_t>(box.right - box.left);
-    for (int y = box.top; y < box.bottom; ++y) {
-        std::uint8_t const* const shares = coverage + Offset(box.left, y);
-        std::uint32_t* const pixels = &pixels_[Offset(box.left, y)];
-        for (std::size_t x = 0; x < width;) {
-            std::uint8_t const share = shares[x];
-            if (share == 0) {
-                x += RunOf(shares + x, width - x, 0);
-            } else if (share == 255 && colour.alpha == 255) {
-                std::size_t const run = RunOf(shares + x, width - x, 255);
-                std::fill(pixels + x, pixels + x + run, source);
-                x += run;
-            } else {
-                pixels[x] = PaintPixel_Over(pixels[x], source, share);
-                ++x;
-            }
+    coverage.ForEachRun([this, source](Coverage::Run const& run) {
+        std::uint32_t* const pixels = PixelsOf(run);
+        auto const length = static_cast<std::size_t>(run.length);
+        if (run.shares == nullptr) {
+            PaintRun(pixels, length, source);
+            return;
         }
-    }
+        for (std::size_t i = 0; i < length; ++i) {
+            pixels[i] = PaintPixel_Over(pixels[i], source, run.shares[i]);
+        }
+    });
 }
 
-void Canvas::PaintRow(std::size_t row, std::uint8_t const* coverage, std::size_t count,
-                      std::uint32_t const* colours)
+void Canvas::Paint(Coverage const& coverage, PaintColour const& colour, Veil const& veil)
 {
-    for (std::size_t x = 0; x < count; ++x) {
-        std::uint32_t& pixel = pixels_[row + x];
-        bool const isReplaced = coverage[x] == 255 && PaintPixel_Alpha(colours[x]) == 255;
-        pixel = isReplaced ? colours[x] : PaintPixel_Over(pixel, colours[x], coverage[x]);
-    }
+    touched_ = touched_.Union(coverage.Box());
+    std::uint32_t const source = PaintPixel_Premultiplied(colour);
+    std::uint32_t const unveiled = PaintPixel_Scaled(source, veil.opacity);
+    coverage.ForEachRun([&](Coverage::Run const& run) {
+        std::uint32_t* const pixels = PixelsOf(run);
+        std::uint8_t const* const shares = veil.shares + Offset(run.x, run.y);
+        auto const length = static_cast<std::size_t>(run.length);
+        for (std::size_t i = 0; i < length;) {
+            if (shares[i] == 0) {
+                i += ByteRun_Of(shares + i, length - i, 0);
+            } else if (run.shares == nullptr && shares[i] == 255) {
+                std::size_t const count = ByteRun_Of(shares + i, length - i, 255);
+                PaintRun(pixels + i, count, unveiled);
+                i += count;
+            } else {
+                std::uint32_t const share = run.shares == nullptr ? 255U : run.shares[i];
+                std::uint32_t const veiled =
+                    PaintPixel_Scaled(PaintPixel_Scaled(source, share), shares[i]);
+                pixels[i] = PaintPixel_Over(pixels[i], veiled, veil.opacity);
+                ++i;
+            }
+        }
+    });
 }
 
 void Canvas::Paint(Canvas const& layer, std::uint8_t opacity)
@@ -113,30 +117,25 @@ void Canvas::Paint(Canvas const& layer, std::uint8_t opacity)
     PixelBox const& box = layer.touched_;
     touched_ = touched_.Union(box);
     for (int y = box.top; y < box.bottom; ++y) {
-        for (std::size_t i = Offset(box.left, y); i < Offset(box.right, y); ++i) {
-            std::uint32_t const source = layer.pixels_[i];
-            if (opacity == 255 && PaintPixel_Alpha(source) == 255) {
-                pixels_[i] = source;
-            } else if (PaintPixel_Alpha(source) != 0) {
-                pixels_[i] = PaintPixel_Over(pixels_[i], source, opacity);
-            }
-        }
+        std::size_t const row = Offset(box.left, y);
+        PaintPixels(&pixels_[row], &layer.pixels_[row],
+                    static_cast<std::size_t>(box.right - box.left), opacity);
     }
 }
 
-void Canvas::Multiply(std::uint8_t const* coverage)
+void Canvas::Multiply(std::uint8_t const* shares)
 {
     for (int y = touched_.top; y < touched_.bottom; ++y) {
         std::size_t const end = Offset(touched_.right, y);
         for (std::size_t i = Offset(touched_.left, y); i < end;) {
-            if (coverage[i] == 255) {
-                i += RunOf(coverage + i, end - i, 255);
-            } else if (coverage[i] == 0) {
-                std::size_t const run = RunOf(coverage + i, end - i, 0);
+            if (shares[i] == 255) {
+                i += ByteRun_Of(shares + i, end - i, 255);
+            } else if (shares[i] == 0) {
+                std::size_t const run = ByteRun_Of(shares + i, end - i, 0);
                 std::fill(&pixels_[i], &pixels_[i] + run, 0U);
                 i += run;
             } else {
-                pixels_[i] = PaintPixel_Scaled(pixels_[i], coverage[i]);
+                pixels_[i] = PaintPixel_Scaled(pixels_[i], shares[i]);
                 ++i;
             }
         }

@@ -19,23 +19,41 @@ std::uint8_t ByteOf(double share)
     return static_cast<std::uint8_t>(share > 0.0 ? std::min(share, 1.0) * 255.0 + 0.5 : 0.0);
 }
 
-/// The value at an offset; `value(i)` is that of stop i.
-template <class Stop, class Value>
-double Between(std::vector<Stop> const& stops, double offset, Value const& value)
-{
-    auto const above =
-        std::upper_bound(stops.begin(), stops.end(), offset,
-                         [](double at, Stop const& stop) { return at < stop.offset; });
-    if (above == stops.begin()) {
-        return value(stops.front());
+/// Walks along stops with offsets that do not fall.
+template <class Stop>
+class StopWalk {
+public:
+    /// At least one stop, in order.
+    explicit StopWalk(std::vector<Stop> const& stops) : stops_(stops) {}
+
+    void MoveTo(double offset)
+    {
+        offset_ = offset;
+        while (above_ < stops_.size() && stops_[above_].offset <= offset) {
+            ++above_;
+        }
     }
-    Stop const& low = *(above - 1);
-    if (above == stops.end()) {
-        return value(low);
+    /// Of what `value` reads from a stop, that between the two beside the offset.
+    template <class Value>
+    double Between(Value const& value) const
+    {
+        if (above_ == 0) {
+            return value(stops_.front());
+        }
+        Stop const& low = stops_[above_ - 1];
+        if (above_ == stops_.size()) {
+            return value(low);
+        }
+        Stop const& high = stops_[above_];
+        double const share = (offset_ - low.offset) / (high.offset - low.offset);
+        return value(low) + (value(high) - value(low)) * share;
     }
-    double const share = (offset - low.offset) / (above->offset - low.offset);
-    return value(low) + (value(*above) - value(low)) * share;
-}
+
+private:
+    std::vector<Stop> const& stops_;
+    double offset_ = 0.0;
+    std::size_t above_ = 0;  ///< the first stop behind the offset
+};
 
 /// Stops as editors write them rise; any others are put in order.
 template <class Stop>
@@ -61,21 +79,27 @@ GradientColours::GradientColours(DrawnGradient const& gradient, HvTransfo4 const
 
     std::vector<DrawnStop> const colours = Sorted(gradient.colours);
     std::vector<DrawnOpacity> const opacities = Sorted(gradient.opacities);
+    StopWalk<DrawnStop> colourAt(colours);
+    StopWalk<DrawnOpacity> opacityAt(opacities);
     table_.reserve(kTableSteps + 1);
     for (int i = 0; i <= kTableSteps; ++i) {
         double const offset = static_cast<double>(i) / kTableSteps;
-        auto const part = [&colours, offset](double SceneColour::*member) {
-            return ByteOf(Between(colours, offset,
-                                  [member](DrawnStop const& stop) { return stop.colour.*member; }));
+        colourAt.MoveTo(offset);
+        opacityAt.MoveTo(offset);
+        auto const part = [&colourAt](double SceneColour::*member) {
+            return ByteOf(
+                colourAt.Between([member](DrawnStop const& stop) { return stop.colour.*member; }));
         };
         double const alpha =
             opacities.empty()
                 ? 1.0
-                : Between(opacities, offset, [](DrawnOpacity const& stop) { return stop.opacity; });
+                : opacityAt.Between([](DrawnOpacity const& stop) { return stop.opacity; });
         table_.push_back(
             PaintPixel_Premultiplied({part(&SceneColour::red), part(&SceneColour::green),
                                       part(&SceneColour::blue), ByteOf(alpha * opacity)}));
     }
+    isOpaque_ = std::all_of(table_.begin(), table_.end(),
+                            [](std::uint32_t colour) { return PaintPixel_Alpha(colour) == 255; });
 }
 
 double GradientColours::LinearShare(HvPoint2<double> const& p) const
