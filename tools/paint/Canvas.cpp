@@ -13,27 +13,48 @@ namespace {
 /// Paints `source`, premultiplied, over `count` pixels.
 void PaintRun(std::uint32_t* pixels, std::size_t count, std::uint32_t source)
 {
-    std::uint32_t const alpha = PaintPixel_Alpha(source);
-    if (alpha == 255) {
+    if (PaintPixel_Alpha(source) == 255) {
         std::fill(pixels, pixels + count, source);
-        return;
+    } else {
+        PaintPixels_Over(pixels, count, source);
     }
-    for (std::size_t i = 0; i < count; ++i) {
-        pixels[i] = source + PaintPixel_Scaled(pixels[i], 255U - alpha);
+}
+
+/// How many of the `count` pixels are transparent before another one comes.
+std::size_t TransparentRun(std::uint32_t const* pixels, std::size_t count)
+{
+    return ByteRun_Of(PaintPixel_Bytes(*pixels), count * sizeof *pixels, 0) / sizeof *pixels;
+}
+
+/// How many of the `count` pixels are opaque before another one comes.
+std::size_t OpaqueRun(std::uint32_t const* pixels, std::size_t count)
+{
+    std::size_t run = 0;
+    while (run + 4 <= count && PaintPixel_Alpha(pixels[run] & pixels[run + 1] & pixels[run + 2] &
+                                                pixels[run + 3]) == 255) {
+        run += 4;
     }
+    while (run < count && PaintPixel_Alpha(pixels[run]) == 255) {
+        ++run;
+    }
+    return run;
 }
 
 /// Paints `count` pixels, premultiplied and made fainter by `opacity`, over others.
 void PaintPixels(std::uint32_t* pixels, std::uint32_t const* sources, std::size_t count,
                  std::uint32_t opacity)
 {
-    for (std::size_t i = 0; i < count; ++i) {
-        std::uint32_t const source = sources[i];
-        std::uint32_t const alpha = PaintPixel_Alpha(source);
-        if (alpha == 255 && opacity == 255) {
-            pixels[i] = source;
-        } else if (alpha != 0) {
-            pixels[i] = PaintPixel_Over(pixels[i], source, opacity);
+    for (std::size_t i = 0; i < count;) {
+        std::uint32_t const alpha = PaintPixel_Alpha(sources[i]);
+        if (alpha == 0) {
+            i += std::max(TransparentRun(sources + i, count - i), std::size_t(1));
+        } else if (alpha == 255 && opacity == 255) {
+            std::size_t const run = OpaqueRun(sources + i, count - i);
+            std::copy(sources + i, sources + i + run, pixels + i);
+            i += run;
+        } else {
+            pixels[i] = PaintPixel_Over(pixels[i], sources[i], opacity);
+            ++i;
         }
     }
 }

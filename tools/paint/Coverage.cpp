@@ -11,16 +11,10 @@
 
 namespace {
 
-/// How many of the `count` bytes come before a 0 or before many of 255.
-std::size_t PartsOf(std::uint8_t const* bytes, std::size_t count)
+/// Whether so many covered pixels begin here that they are worth a run.
+bool IsWhole(std::uint8_t const* bytes, std::size_t count)
 {
-    std::size_t parts = 0;
-    while (parts < count && bytes[parts] != 0 &&
-           !(bytes[parts] == 255 && parts + kByteRunStep <= count &&
-             ByteRun_IsStepOf(bytes + parts, 255))) {
-        ++parts;
-    }
-    return parts;
+    return bytes[0] == 255 && count >= kByteRunStep && ByteRun_IsStepOf(bytes, 255);
 }
 
 }  // namespace
@@ -47,22 +41,32 @@ void Coverage::Take(HvUByteRaster& raster, PixelBox const& box, int margin)
 
 void Coverage::TakeRow(std::uint8_t const* row, int x, int y, std::size_t count)
 {
-    for (std::size_t at = 0; at < count;) {
+    // Room for all of the row, to be written without asking.
+    std::size_t numShares = shares_.size();
+    shares_.resize(numShares + count);
+    std::uint8_t* const shares = shares_.data();
+    for (std::size_t at = ByteRun_Of(row, count, 0); at < count;) {
+        std::size_t const first = at;
+        std::size_t const firstShare = numShares;
+        while (at < count && row[at] != 0 && !IsWhole(row + at, count - at)) {
+            shares[numShares++] = row[at++];
+        }
+        if (at > first) {
+            Append(x + static_cast<int>(first), y, at - first, firstShare);
+        }
+        if (at < count && row[at] == 255) {
+            std::size_t const length = ByteRun_Of(row + at, count - at, 255);
+            Append(x + static_cast<int>(at), y, length, kWhole);
+            at += length;
+        }
         at += ByteRun_Of(row + at, count - at, 0);
-        if (at == count) {
-            return;
-        }
-        std::size_t length = PartsOf(row + at, count - at);
-        std::uint32_t firstShare = static_cast<std::uint32_t>(shares_.size());
-        if (length != 0) {
-            shares_.insert(shares_.end(), row + at, row + at + length);
-        } else {
-            length = ByteRun_Of(row + at, count - at, 255);
-            firstShare = kWhole;
-        }
-        runs_.push_back({x + static_cast<int>(at), y, static_cast<int>(length), firstShare});
-        at += length;
     }
+    shares_.resize(numShares);
+}
+
+void Coverage::Append(int x, int y, std::size_t length, std::size_t firstShare)
+{
+    runs_.push_back({x, y, static_cast<int>(length), static_cast<std::uint32_t>(firstShare)});
 }
 
 std::size_t Coverage::NumBytes() const

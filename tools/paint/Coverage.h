@@ -58,6 +58,7 @@ private:
     static constexpr std::uint32_t kWhole = UINT32_MAX;
 
     void TakeRow(std::uint8_t const* row, int x, int y, std::size_t count);
+    void Append(int x, int y, std::size_t length, std::size_t firstShare);
 
     PixelBox box_;
     std::vector<Stored> runs_;

@@ -33,11 +33,6 @@ std::uint8_t ByteOf(double share)
     return static_cast<std::uint8_t>(share > 0.0 ? std::min(share, 1.0) * 255.0 + 0.5 : 0.0);
 }
 
-PaintColour ColourOf(SceneColour const& colour, double opacity)
-{
-    return {ByteOf(colour.red), ByteOf(colour.green), ByteOf(colour.blue), ByteOf(opacity)};
-}
-
 /// How a transform shapes a round pen.
 struct Pen {
     double scale;  ///< the mean of what it does to lengths
@@ -84,19 +79,15 @@ void DrawingPainter::Paint(Drawing const& drawing, HvTransfo4 const& toPixels, d
     }
 }
 
-void DrawingPainter::PaintVeiled(Drawing const& drawing, HvTransfo4 const& toPixels,
-                                 Veil const& veil, Canvas& canvas)
-{
-    for (DrawnPaint const& paint : drawing.paints) {
-        canvas.Paint(CoverageOf(drawing, paint, toPixels), ColourOf(paint.colour, paint.opacity),
-                     veil);
-    }
-}
-
 void DrawingPainter::PaintPath(HvPath2f const& path, HvTransfo4 const& toPixels,
                                SceneColour const& colour, double opacity, Canvas& canvas)
 {
     canvas.Paint(CoverageOf(path, toPixels, 0.0), ColourOf(colour, opacity));
+}
+
+PaintColour DrawingPainter::ColourOf(SceneColour const& colour, double opacity)
+{
+    return {ByteOf(colour.red), ByteOf(colour.green), ByteOf(colour.blue), ByteOf(opacity)};
 }
 
 Coverage const& DrawingPainter::CoverageOf(Drawing const& drawing, DrawnPaint const& paint,

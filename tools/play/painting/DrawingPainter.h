@@ -23,9 +23,17 @@ public:
 
     /// Paints the drawing, made fainter by `opacity`, 0 to 1: each paint for itself.
     void Paint(Drawing const& drawing, HvTransfo4 const& toPixels, double opacity, Canvas& canvas);
-    /// Paints a drawing of one paint, which has no gradient, through a veil.
-    void PaintVeiled(Drawing const& drawing, HvTransfo4 const& toPixels, Veil const& veil,
-                     Canvas& canvas);
+    /// Paints a drawing of at most one paint, which has no gradient, through the veil that
+    /// veilOf(box) gives for the box of its coverage, without this painter.
+    template <class VeilOf>
+    void PaintVeiled(Drawing const& drawing, HvTransfo4 const& toPixels, VeilOf const& veilOf,
+                     Canvas& canvas)
+    {
+        for (DrawnPaint const& paint : drawing.paints) {
+            Coverage const& coverage = CoverageOf(drawing, paint, toPixels);
+            canvas.Paint(coverage, ColourOf(paint.colour, paint.opacity), veilOf(coverage.Box()));
+        }
+    }
     /// Paints one path of a drawing's coordinates.
     void PaintPath(HvPath2f const& path, HvTransfo4 const& toPixels, SceneColour const& colour,
                    double opacity, Canvas& canvas);
@@ -34,6 +42,7 @@ public:
     Coverage const& CoverageOf(HvPath2f const& path, HvTransfo4 const& toPixels, double feather);
 
 private:
+    static PaintColour ColourOf(SceneColour const& colour, double opacity);
     Coverage const& CoverageOf(Drawing const& drawing, DrawnPaint const& paint,
                                HvTransfo4 const& toPixels);
     Coverage const& FillCoverage(HvPath2f const& pixels, int fillRule, double radius);

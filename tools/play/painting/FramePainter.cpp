@@ -40,7 +40,7 @@ HvTransfo4 Fitted(Scene const& scene, int width, int height)
 
 FramePainter::FramePainter(Scene const& scene, int width, int height)
     : scene_(scene), width_(width), height_(height), toPixels_(Fitted(scene, width, height)),
-      painter_(width, height)
+      painter_(width, height), maskPainter_(width, height)
 {
 }
 
@@ -48,6 +48,7 @@ void FramePainter::Paint(double frame, Canvas& canvas)
 {
     canvas.Clear();
     painter_.BeginFrame();
+    maskPainter_.BeginFrame();
     Place place = {scene_.compositions.front(), frame, toPixels_, {}};
     PaintComposition(place, canvas);
 }
@@ -86,7 +87,7 @@ void FramePainter::PaintLayer(Place& place, std::size_t i, Canvas& canvas)
     PaintApart(opacity, canvas, [&](Canvas& own) {
         PaintContent(layer, place.frame, toPixels, 1.0, own);
         if (isCut) {
-            painter_.CoverageOf(RectOf(instance->width, instance->height), toPixels, 0.0)
+            maskPainter_.CoverageOf(RectOf(instance->width, instance->height), toPixels, 0.0)
                 .Spread(width_, own.TouchedBox(), shares_.data());
             own.Multiply(shares_.data());
         }
@@ -110,8 +111,10 @@ bool FramePainter::PaintVeiled(SceneLayer const& layer, double frame, HvTransfo4
         (drawing.paints.size() == 1 && drawing.paints.front().gradient)) {
         return false;
     }
-    Veil const veil = {SharesOfMasks(layer, frame, toPixels, canvas.Box()), ByteOf(opacity)};
-    painter_.PaintVeiled(drawing, toPixels, veil, canvas);
+    auto const veilOf = [&](PixelBox const& box) {
+        return Veil{SharesOfMasks(layer, frame, toPixels, box), ByteOf(opacity)};
+    };
+    painter_.PaintVeiled(drawing, toPixels, veilOf, canvas);
     return true;
 }
 
@@ -206,7 +209,7 @@ std::uint8_t const* FramePainter::SharesOfMasks(SceneLayer const& layer, double 
 {
     Shares_Begin(layer.masks.front().mode, width_, box, maskShares_);
     for (SceneMask const& mask : layer.masks) {
-        painter_.CoverageOf(mask.outline.At(frame), toPixels, mask.feather.At(frame))
+        maskPainter_.CoverageOf(mask.outline.At(frame), toPixels, mask.feather.At(frame))
             .Spread(width_, box, shares_.data());
         std::uint8_t const opacity = ByteOf(mask.opacity.At(frame) * 0.01);
         if (layer.masks.size() == 1 && Shares_AreCoverage(mask, opacity)) {

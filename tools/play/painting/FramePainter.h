@@ -53,6 +53,7 @@ private:
     int height_;
     HvTransfo4 toPixels_;
     DrawingPainter painter_;
+    DrawingPainter maskPainter_;            ///< of masks, while the other one paints
     std::vector<std::uint8_t> shares_;      ///< of one mask or matte
     std::vector<std::uint8_t> maskShares_;  ///< of all masks of a layer
     std::vector<std::unique_ptr<Canvas>> spare_;

@@ -11,6 +11,8 @@
 
 namespace {
 
+/// Shares that are computed together.
+constexpr std::size_t kBlock = 64;
 /// Steps of the table of colours: finer than a byte tells apart, also where a stop follows soon.
 constexpr int kTableSteps = 1024;
 
@@ -107,26 +109,11 @@ double GradientColours::LinearShare(HvPoint2<double> const& p) const
     return HvPoint2_AdotB(p - focus_, way_) * scale_;
 }
 
-/// The ray from the focus f through p meets the circle of centre c and radius r at f + s (p - f);
-/// the share is 1 / s, the greater root of
-///
-///     share^2 (r^2 - |c - f|^2) + 2 share (p - f).(c - f) - |p - f|^2 = 0
-double GradientColours::RadialShare(HvPoint2<double> const& p) const
-{
-    HvPoint2<double> const ray = p - focus_;
-    double const a = scale_ - HvPoint2_AdotB(way_, way_);
-    if (!(a > 0.0)) {
-        return 1.0;
-    }
-    double const b = HvPoint2_AdotB(ray, way_);
-    return (std::sqrt(b * b + a * HvPoint2_AdotB(ray, ray)) - b) / a;
-}
-
 std::uint32_t GradientColours::ColourAt(double share) const
 {
     // What is no number counts as 0.
     double const step = share > 0.0 ? std::min(share, 1.0) * kTableSteps + 0.5 : 0.0;
-    return table_[static_cast<std::size_t>(step)];
+    return table_[static_cast<std::size_t>(static_cast<int>(step))];
 }
 
 void GradientColours::Row(int x, int y, std::size_t count, std::uint32_t* pixels) const
@@ -134,15 +121,42 @@ void GradientColours::Row(int x, int y, std::size_t count, std::uint32_t* pixels
     HvPoint2<double> const first = fromPixels_.Map(HvPoint2<double>(x + 0.5, y + 0.5));
     HvPoint2<double> const step(fromPixels_.GetMatrixElement(0, 0),
                                 fromPixels_.GetMatrixElement(1, 0));
-    if (isRadial_) {
-        for (std::size_t i = 0; i < count; ++i) {
-            pixels[i] = ColourAt(RadialShare(first + step * static_cast<double>(i)));
-        }
-    } else {
+    if (!isRadial_) {
         double const share = LinearShare(first);
         double const shareStep = HvPoint2_AdotB(step, way_) * scale_;
         for (std::size_t i = 0; i < count; ++i) {
             pixels[i] = ColourAt(share + shareStep * static_cast<double>(i));
         }
+        return;
+    }
+    double shares[kBlock];
+    for (std::size_t at = 0; at < count; at += kBlock) {
+        std::size_t const numShares = std::min(kBlock, count - at);
+        RadialShares(first - focus_, step, at, numShares, shares);
+        for (std::size_t i = 0; i < numShares; ++i) {
+            pixels[at + i] = ColourAt(shares[i]);
+        }
+    }
+}
+
+/// The ray from the focus f through p meets the circle of centre c and radius r at f + s (p - f);
+/// the share is 1 / s, the greater root of
+///
+///     share^2 (r^2 - |c - f|^2) + 2 share (p - f).(c - f) - |p - f|^2 = 0
+///
+/// Of many points in a row, so that the compiler does several at a time.
+void GradientColours::RadialShares(HvPoint2<double> const& ray, HvPoint2<double> const& step,
+                                   std::size_t at, std::size_t count, double* shares) const
+{
+    double const a = scale_ - HvPoint2_AdotB(way_, way_);
+    if (!(a > 0.0)) {
+        std::fill(shares, shares + count, 1.0);
+        return;
+    }
+    HvPoint2<double> const way = way_;
+    for (std::size_t i = 0; i < count; ++i) {
+        HvPoint2<double> const p = ray + step * static_cast<double>(static_cast<int>(at + i));
+        double const b = HvPoint2_AdotB(p, way);
+        shares[i] = (std::sqrt(b * b + a * HvPoint2_AdotB(p, p)) - b) / a;
     }
 }

@@ -27,7 +27,8 @@ public:
 
 private:
     double LinearShare(HvPoint2<double> const& p) const;
-    double RadialShare(HvPoint2<double> const& p) const;
+    void RadialShares(HvPoint2<double> const& ray, HvPoint2<double> const& step, std::size_t at,
+                      std::size_t count, double* shares) const;
     std::uint32_t ColourAt(double share) const;
 
     std::vector<std::uint32_t> table_;
