@@ -109,33 +109,44 @@ double GradientColours::LinearShare(HvPoint2<double> const& p) const
     return HvPoint2_AdotB(p - focus_, way_) * scale_;
 }
 
-std::uint32_t GradientColours::ColourAt(double share) const
-{
-    // What is no number counts as 0.
-    double const step = share > 0.0 ? std::min(share, 1.0) * kTableSteps + 0.5 : 0.0;
-    return table_[static_cast<std::size_t>(static_cast<int>(step))];
-}
-
 void GradientColours::Row(int x, int y, std::size_t count, std::uint32_t* pixels) const
 {
     HvPoint2<double> const first = fromPixels_.Map(HvPoint2<double>(x + 0.5, y + 0.5));
     HvPoint2<double> const step(fromPixels_.GetMatrixElement(0, 0),
                                 fromPixels_.GetMatrixElement(1, 0));
-    if (!isRadial_) {
-        double const share = LinearShare(first);
-        double const shareStep = HvPoint2_AdotB(step, way_) * scale_;
-        for (std::size_t i = 0; i < count; ++i) {
-            pixels[i] = ColourAt(share + shareStep * static_cast<double>(i));
-        }
+    double const share = LinearShare(first);
+    double const shareStep = HvPoint2_AdotB(step, way_) * scale_;
+    if (!isRadial_ && shareStep == 0.0) {
+        std::uint32_t colour = 0;
+        ColoursAt(&share, 1, &colour);
+        std::fill(pixels, pixels + count, colour);
         return;
     }
     double shares[kBlock];
     for (std::size_t at = 0; at < count; at += kBlock) {
         std::size_t const numShares = std::min(kBlock, count - at);
-        RadialShares(first - focus_, step, at, numShares, shares);
-        for (std::size_t i = 0; i < numShares; ++i) {
-            pixels[at + i] = ColourAt(shares[i]);
+        if (isRadial_) {
+            RadialShares(first - focus_, step, at, numShares, shares);
+        } else {
+            for (std::size_t i = 0; i < numShares; ++i) {
+                shares[i] = share + shareStep * static_cast<double>(static_cast<int>(at + i));
+            }
         }
+        ColoursAt(shares, numShares, pixels + at);
+    }
+}
+
+/// What is no number counts as 0.
+void GradientColours::ColoursAt(double const* shares, std::size_t count,
+                                std::uint32_t* pixels) const
+{
+    int steps[kBlock];
+    for (std::size_t i = 0; i < count; ++i) {
+        double const share = shares[i] > 0.0 ? shares[i] : 0.0;
+        steps[i] = static_cast<int>((share < 1.0 ? share : 1.0) * kTableSteps + 0.5);
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        pixels[i] = table_[static_cast<std::size_t>(steps[i])];
     }
 }
 

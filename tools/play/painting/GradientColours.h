@@ -29,7 +29,7 @@ private:
     double LinearShare(HvPoint2<double> const& p) const;
     void RadialShares(HvPoint2<double> const& ray, HvPoint2<double> const& step, std::size_t at,
                       std::size_t count, double* shares) const;
-    std::uint32_t ColourAt(double share) const;
+    void ColoursAt(double const* shares, std::size_t count, std::uint32_t* pixels) const;
 
     std::vector<std::uint32_t> table_;
     HvTransfo4 fromPixels_;
