@@ -7,6 +7,7 @@
 #include <tools/paint/byte_runs.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -56,6 +57,16 @@ void PaintPixels(std::uint32_t* pixels, std::uint32_t const* sources, std::size_
             pixels[i] = PaintPixel_Over(pixels[i], sources[i], opacity);
             ++i;
         }
+    }
+}
+
+/// Stores the four bytes of a pixel without the premultiplication.
+void StorePixelStraight(std::uint32_t pixel, std::uint8_t* straight)
+{
+    unsigned int const alpha = PaintPixel_Alpha(pixel);
+    std::memcpy(straight, &pixel, sizeof pixel);
+    for (int part = 0; part < 3 && alpha != 0 && alpha != 255; ++part) {
+        straight[part] = static_cast<std::uint8_t>((straight[part] * 255U + alpha / 2) / alpha);
     }
 }
 
@@ -165,19 +176,13 @@ void Canvas::Multiply(std::uint8_t const* shares)
 
 std::vector<std::uint8_t> Canvas::StraightPixels(PixelBox const& box) const
 {
-    std::vector<std::uint8_t> straight;
-    straight.reserve(static_cast<std::size_t>(box.right - box.left) *
-                     static_cast<std::size_t>(box.bottom - box.top) * 4);
+    auto const width = static_cast<std::size_t>(box.right - box.left);
+    std::vector<std::uint8_t> straight(width * static_cast<std::size_t>(box.bottom - box.top) * 4);
+    std::uint8_t* to = straight.data();
     for (int y = box.top; y < box.bottom; ++y) {
-        for (int x = box.left; x < box.right; ++x) {
-            std::uint8_t const* const pixel = Pixel(x, y);
-            unsigned int const alpha = pixel[3];
-            for (int part = 0; part < 3; ++part) {
-                straight.push_back(alpha == 0 ? std::uint8_t(0)
-                                              : static_cast<std::uint8_t>(
-                                                    (pixel[part] * 255U + alpha / 2) / alpha));
-            }
-            straight.push_back(pixel[3]);
+        std::uint32_t const* const row = &pixels_[Offset(box.left, y)];
+        for (std::size_t x = 0; x < width; ++x, to += 4) {
+            StorePixelStraight(row[x], to);
         }
     }
     return straight;
@@ -187,11 +192,17 @@ PixelBox Canvas::PaintedBox() const
 {
     PixelBox box;
     for (int y = touched_.top; y < touched_.bottom; ++y) {
-        for (int x = touched_.left; x < touched_.right; ++x) {
-            if (Pixel(x, y)[3] != 0) {
-                box = box.Union({x, y, x + 1, y + 1});
-            }
+        std::uint32_t const* const row = &pixels_[Offset(0, y)];
+        auto const isPainted = [row](int x) { return PaintPixel_Alpha(row[x]) != 0; };
+        int left = touched_.left;
+        int right = touched_.right;
+        while (left < right && !isPainted(left)) {
+            ++left;
         }
+        while (left < right && !isPainted(right - 1)) {
+            --right;
+        }
+        box = box.Union({left, y, right, y + 1});
     }
     return box;
 }

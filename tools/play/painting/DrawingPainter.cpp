@@ -25,6 +25,8 @@ constexpr double kWidestStroke = 1 << 18;
 constexpr double kWidestFeather = 500.0;
 /// How far beyond its outline a fill may cover pixels: its right end counts.
 constexpr int kBoxMargin = 1;
+/// Room that most drawings do not outgrow.
+constexpr unsigned int kFewPoints = 64;
 /// Two columns of a transform that differ by less than this share draw a round pen round.
 constexpr double kRoundPen = 1e-6;
 
@@ -96,7 +98,7 @@ Coverage const& DrawingPainter::CoverageOf(Drawing const& drawing, DrawnPaint co
     if (paint.stroke) {
         return StrokeCoverage(drawing, paint, toPixels);
     }
-    HvPath2f pixels(1u);
+    HvPath2f pixels(kFewPoints);
     for (std::size_t const i : paint.outlines) {
         DrawnOutline const& outline = drawing.outlines[i];
         HvTransfo4 map(toPixels);
@@ -162,7 +164,7 @@ Coverage const& DrawingPainter::StrokeCoverage(Drawing const& drawing, DrawnPain
     Pen const pen = PenOf(paintToPixels);
     HvTransfo4 layerToPen;
     if (!(pen.scale * stroke.width > 0.0) || paint.toLayer.Inverse(layerToPen) == 0) {
-        return FillCoverage(HvPath2f(1u), 1, 0.0);
+        return FillCoverage(HvPath2f(0u), 1, 0.0);
     }
     HvTransfo4 penToPixels;
     if (pen.isRound) {
@@ -174,7 +176,7 @@ Coverage const& DrawingPainter::StrokeCoverage(Drawing const& drawing, DrawnPain
         penToPixels = paintToPixels;
         penToPixels.ScaleXY(1.0 / pen.scale, 1.0 / pen.scale, HvPoint2<double>());
     }
-    HvPath2f path(1u);
+    HvPath2f path(kFewPoints);
     for (std::size_t const i : paint.outlines) {
         DrawnOutline const& outline = drawing.outlines[i];
         HvTransfo4 toPen(layerToPen);
