@@ -127,12 +127,13 @@ int Run(Request const& request, ToolStreams const& streams)
         } else {
             morpher.TurtleMorph(t, between);
         }
-        HvUByteRaster coverage(side, side, 0);
-        SvgOutline_Closed(between).AAFill(gc, coverage, nullptr);
+        HvUByteRaster raster(side, side, 0);
+        SvgOutline_Closed(between).AAFill(gc, raster, nullptr);
         Canvas canvas(side, side);
         canvas.Fill({255, 255, 255, 255});
-        canvas.Paint(coverage.data, canvas.Box(),
-                     ColourBetween(outlines[0].style.fill, outlines[1].style.fill, t));
+        Coverage coverage;
+        coverage.Take(raster, canvas.Box());
+        canvas.Paint(coverage, ColourBetween(outlines[0].style.fill, outlines[1].style.fill, t));
         output.Take(output.Encode(canvas, i), i);
         progress.Advance(1);
     }

@@ -4,44 +4,73 @@
 // A picture that is painted through coverage.
 
 #include <tools/paint/Canvas.h>
+#include <tools/paint/byte_runs.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
-/// How many of the `count` bytes at `bytes` are `value` before another one comes; words of eight
-/// equal bytes are passed over at once.
-std::size_t RunOf(std::uint8_t const* bytes, std::size_t count, std::uint8_t value)
+/// Paints `source`, premultiplied, over `count` pixels.
+void PaintRun(std::uint32_t* pixels, std::size_t count, std::uint32_t source)
 {
-    std::uint64_t const eight = value * 0x0101010101010101U;
-    std::size_t run = 0;
-    std::uint64_t word = eight;
-    while (run + sizeof word <= count) {
-        std::memcpy(&word, bytes + run, sizeof word);
-        if (word != eight) {
-            break;
-        }
-        run += sizeof word;
+    if (PaintPixel_Alpha(source) == 255) {
+        std::fill(pixels, pixels + count, source);
+    } else {
+        PaintPixels_Over(pixels, count, source);
     }
-    while (run < count && bytes[run] == value) {
+}
+
+/// How many of the `count` pixels are transparent before another one comes.
+std::size_t TransparentRun(std::uint32_t const* pixels, std::size_t count)
+{
+    return ByteRun_Of(PaintPixel_Bytes(*pixels), count * sizeof *pixels, 0) / sizeof *pixels;
+}
+
+/// How many of the `count` pixels are opaque before another one comes.
+std::size_t OpaqueRun(std::uint32_t const* pixels, std::size_t count)
+{
+    std::size_t run = 0;
+    while (run + 4 <= count && PaintPixel_Alpha(pixels[run] & pixels[run + 1] & pixels[run + 2] &
+                                                pixels[run + 3]) == 255) {
+        run += 4;
+    }
+    while (run < count && PaintPixel_Alpha(pixels[run]) == 255) {
         ++run;
     }
     return run;
 }
 
-}  // namespace
-
-PixelBox PixelBox::Union(PixelBox const& other) const
+/// Paints `count` pixels, premultiplied and made fainter by `opacity`, over others.
+void PaintPixels(std::uint32_t* pixels, std::uint32_t const* sources, std::size_t count,
+                 std::uint32_t opacity)
 {
-    if (IsEmpty()) {
-        return other;
+    for (std::size_t i = 0; i < count;) {
+        std::uint32_t const alpha = PaintPixel_Alpha(sources[i]);
+        if (alpha == 0) {
+            i += std::max(TransparentRun(sources + i, count - i), std::size_t(1));
+        } else if (alpha == 255 && opacity == 255) {
+            std::size_t const run = OpaqueRun(sources + i, count - i);
+            std::copy(sources + i, sources + i + run, pixels + i);
+            i += run;
+        } else {
+            pixels[i] = PaintPixel_Over(pixels[i], sources[i], opacity);
+            ++i;
+        }
     }
-    if (other.IsEmpty()) {
-        return *this;
-    }
-    return {std::min(left, other.left), std::min(top, other.top), std::max(right, other.right),
-            std::max(bottom, other.bottom)};
 }
+
+/// Stores the four bytes of a pixel without the premultiplication.
+void StorePixelStraight(std::uint32_t pixel, std::uint8_t* straight)
+{
+    unsigned int const alpha = PaintPixel_Alpha(pixel);
+    std::memcpy(straight, &pixel, sizeof pixel);
+    for (int part = 0; part < 3 && alpha != 0 && alpha != 255; ++part) {
+        straight[part] = static_cast<std::uint8_t>((straight[part] * 255U + alpha / 2) / alpha);
+    }
+}
+
+}  // namespace
 
 Canvas::Canvas(int width, int height)
     : width_(width), height_(height),
@@ -71,41 +100,48 @@ void Canvas::Clear()
     touched_ = {};
 }
 
-void Canvas::Paint(std::uint8_t const* coverage, PixelBox const& box, PaintColour const& colour)
+void Canvas::Paint(Coverage const& coverage, PaintColour const& colour)
 {
-    if (box.IsEmpty()) {
-        return;
-    }
-    touched_ = touched_.Union(box);
+    touched_ = touched_.Union(coverage.Box());
     std::uint32_t const source = PaintPixel_Premultiplied(colour);
-    auto const width = static_cast<std::size_t>(box.right - box.left);
-    for (int y = box.top; y < box.bottom; ++y) {
-        std::uint8_t const* const shares = coverage + Offset(box.left, y);
-        std::uint32_t* const pixels = &pixels_[Offset(box.left, y)];
-        for (std::size_t x = 0; x < width;) {
-            std::uint8_t const share = shares[x];
-            if (share == 0) {
-                x += RunOf(shares + x, width - x, 0);
-            } else if (share == 255 && colour.alpha == 255) {
-                std::size_t const run = RunOf(shares + x, width - x, 255);
-                std::fill(pixels + x, pixels + x + run, source);
-                x += run;
-            } else {
-                pixels[x] = PaintPixel_Over(pixels[x], source, share);
-                ++x;
-            }
+    coverage.ForEachRun([this, source](Coverage::Run const& run) {
+        std::uint32_t* const pixels = PixelsOf(run);
+        auto const length = static_cast<std::size_t>(run.length);
+        if (run.shares == nullptr) {
+            PaintRun(pixels, length, source);
+            return;
         }
-    }
+        for (std::size_t i = 0; i < length; ++i) {
+            pixels[i] = PaintPixel_Over(pixels[i], source, run.shares[i]);
+        }
+    });
 }
 
-void Canvas::PaintRow(std::size_t row, std::uint8_t const* coverage, std::size_t count,
-                      std::uint32_t const* colours)
+void Canvas::Paint(Coverage const& coverage, PaintColour const& colour, Veil const& veil)
 {
-    for (std::size_t x = 0; x < count; ++x) {
-        std::uint32_t& pixel = pixels_[row + x];
-        bool const isReplaced = coverage[x] == 255 && PaintPixel_Alpha(colours[x]) == 255;
-        pixel = isReplaced ? colours[x] : PaintPixel_Over(pixel, colours[x], coverage[x]);
-    }
+    touched_ = touched_.Union(coverage.Box());
+    std::uint32_t const source = PaintPixel_Premultiplied(colour);
+    std::uint32_t const unveiled = PaintPixel_Scaled(source, veil.opacity);
+    coverage.ForEachRun([&](Coverage::Run const& run) {
+        std::uint32_t* const pixels = PixelsOf(run);
+        std::uint8_t const* const shares = veil.shares + Offset(run.x, run.y);
+        auto const length = static_cast<std::size_t>(run.length);
+        for (std::size_t i = 0; i < length;) {
+            if (shares[i] == 0) {
+                i += ByteRun_Of(shares + i, length - i, 0);
+            } else if (run.shares == nullptr && shares[i] == 255) {
+                std::size_t const count = ByteRun_Of(shares + i, length - i, 255);
+                PaintRun(pixels + i, count, unveiled);
+                i += count;
+            } else {
+                std::uint32_t const share = run.shares == nullptr ? 255U : run.shares[i];
+                std::uint32_t const veiled =
+                    PaintPixel_Scaled(PaintPixel_Scaled(source, share), shares[i]);
+                pixels[i] = PaintPixel_Over(pixels[i], veiled, veil.opacity);
+                ++i;
+            }
+        }
+    });
 }
 
 void Canvas::Paint(Canvas const& layer, std::uint8_t opacity)
@@ -113,30 +149,25 @@ void Canvas::Paint(Canvas const& layer, std::uint8_t opacity)
     PixelBox const& box = layer.touched_;
     touched_ = touched_.Union(box);
     for (int y = box.top; y < box.bottom; ++y) {
-        for (std::size_t i = Offset(box.left, y); i < Offset(box.right, y); ++i) {
-            std::uint32_t const source = layer.pixels_[i];
-            if (opacity == 255 && PaintPixel_Alpha(source) == 255) {
-                pixels_[i] = source;
-            } else if (PaintPixel_Alpha(source) != 0) {
-                pixels_[i] = PaintPixel_Over(pixels_[i], source, opacity);
-            }
-        }
+        std::size_t const row = Offset(box.left, y);
+        PaintPixels(&pixels_[row], &layer.pixels_[row],
+                    static_cast<std::size_t>(box.right - box.left), opacity);
     }
 }
 
-void Canvas::Multiply(std::uint8_t const* coverage)
+void Canvas::Multiply(std::uint8_t const* shares)
 {
     for (int y = touched_.top; y < touched_.bottom; ++y) {
         std::size_t const end = Offset(touched_.right, y);
         for (std::size_t i = Offset(touched_.left, y); i < end;) {
-            if (coverage[i] == 255) {
-                i += RunOf(coverage + i, end - i, 255);
-            } else if (coverage[i] == 0) {
-                std::size_t const run = RunOf(coverage + i, end - i, 0);
+            if (shares[i] == 255) {
+                i += ByteRun_Of(shares + i, end - i, 255);
+            } else if (shares[i] == 0) {
+                std::size_t const run = ByteRun_Of(shares + i, end - i, 0);
                 std::fill(&pixels_[i], &pixels_[i] + run, 0U);
                 i += run;
             } else {
-                pixels_[i] = PaintPixel_Scaled(pixels_[i], coverage[i]);
+                pixels_[i] = PaintPixel_Scaled(pixels_[i], shares[i]);
                 ++i;
             }
         }
@@ -145,19 +176,13 @@ void Canvas::Multiply(std::uint8_t const* coverage)
 
 std::vector<std::uint8_t> Canvas::StraightPixels(PixelBox const& box) const
 {
-    std::vector<std::uint8_t> straight;
-    straight.reserve(static_cast<std::size_t>(box.right - box.left) *
-                     static_cast<std::size_t>(box.bottom - box.top) * 4);
+    auto const width = static_cast<std::size_t>(box.right - box.left);
+    std::vector<std::uint8_t> straight(width * static_cast<std::size_t>(box.bottom - box.top) * 4);
+    std::uint8_t* to = straight.data();
     for (int y = box.top; y < box.bottom; ++y) {
-        for (int x = box.left; x < box.right; ++x) {
-            std::uint8_t const* const pixel = Pixel(x, y);
-            unsigned int const alpha = pixel[3];
-            for (int part = 0; part < 3; ++part) {
-                straight.push_back(alpha == 0 ? std::uint8_t(0)
-                                              : static_cast<std::uint8_t>(
-                                                    (pixel[part] * 255U + alpha / 2) / alpha));
-            }
-            straight.push_back(pixel[3]);
+        std::uint32_t const* const row = &pixels_[Offset(box.left, y)];
+        for (std::size_t x = 0; x < width; ++x, to += 4) {
+            StorePixelStraight(row[x], to);
         }
     }
     return straight;
@@ -167,11 +192,17 @@ PixelBox Canvas::PaintedBox() const
 {
     PixelBox box;
     for (int y = touched_.top; y < touched_.bottom; ++y) {
-        for (int x = touched_.left; x < touched_.right; ++x) {
-            if (Pixel(x, y)[3] != 0) {
-                box = box.Union({x, y, x + 1, y + 1});
-            }
+        std::uint32_t const* const row = &pixels_[Offset(0, y)];
+        auto const isPainted = [row](int x) { return PaintPixel_Alpha(row[x]) != 0; };
+        int left = touched_.left;
+        int right = touched_.right;
+        while (left < right && !isPainted(left)) {
+            ++left;
         }
+        while (left < right && !isPainted(right - 1)) {
+            --right;
+        }
+        box = box.Union({left, y, right, y + 1});
     }
     return box;
 }

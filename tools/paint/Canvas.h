@@ -6,22 +6,18 @@
 #ifndef HV_TOOLS_PAINT_CANVAS_H
 #define HV_TOOLS_PAINT_CANVAS_H
 
+#include <tools/paint/Coverage.h>
+#include <tools/paint/PixelBox.h>
 #include <tools/paint/paint_pixel.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
-/// A rectangle of pixels: columns from `left` up to but not including `right`, rows likewise.
-struct PixelBox {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
-
-    bool IsEmpty() const { return left >= right || top >= bottom; }
-    /// The smallest box around both; an empty one adds nothing.
-    PixelBox Union(PixelBox const& other) const;
+/// What a paint is seen through: a byte for each pixel of the canvas, and for all of them.
+struct Veil {
+    std::uint8_t const* shares;
+    std::uint8_t opacity;
 };
 
 /// Pixels of red, green, blue and alpha, premultiplied by alpha, row by row from the top; at first
@@ -48,18 +44,20 @@ public:
     void Fill(PaintColour const& colour);
     /// Makes every pixel transparent. Cost: the touched box.
     void Clear();
-    /// Paints a colour where `coverage`, a byte for each pixel of the canvas, lets it through. Only
-    /// the pixels of `box`, which lies in the canvas, are looked at.
-    void Paint(std::uint8_t const* coverage, PixelBox const& box, PaintColour const& colour);
-    /// The same with a colour for each pixel: `colourRow(x, y, count, pixels)` stores those of
-    /// `count` pixels from (x, y) on, premultiplied.
-    template <class ColourRow>
-    void PaintRows(std::uint8_t const* coverage, PixelBox const& box, ColourRow const& colourRow);
+    /// Paints a colour on what is covered, which lies in the canvas.
+    void Paint(Coverage const& coverage, PaintColour const& colour);
+    /// The same through a veil; just as if it were painted on a canvas of its own, that multiplied
+    /// by the shares of the veil, and painted over this one.
+    void Paint(Coverage const& coverage, PaintColour const& colour, Veil const& veil);
+    /// Paints a colour for each pixel: `colours.Row(x, y, count, pixels)` stores those of `count`
+    /// pixels from (x, y) on, premultiplied; `colours.IsOpaque()` tells whether all are.
+    template <class Colours>
+    void PaintColours(Coverage const& coverage, Colours const& colours);
     /// Paints a canvas of the same size over this one, made fainter by `opacity`, 0 to 255.
     void Paint(Canvas const& layer, std::uint8_t opacity);
-    /// Makes every pixel fainter by `coverage`, a byte for each. Only those of the touched box are
-    /// looked at.
-    void Multiply(std::uint8_t const* coverage);
+    /// Makes every pixel fainter by its share, a byte for each pixel. Only those of the touched box
+    /// are looked at.
+    void Multiply(std::uint8_t const* shares);
 
     /// The pixels without the premultiplication, four bytes each, as PNG has them.
     std::vector<std::uint8_t> StraightPixels() const { return StraightPixels(Box()); }
@@ -74,42 +72,33 @@ private:
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
                static_cast<std::size_t>(x);
     }
-    void PaintRow(std::size_t row, std::uint8_t const* coverage, std::size_t count,
-                  std::uint32_t const* colours);
+    std::uint32_t* PixelsOf(Coverage::Run const& run) { return &pixels_[Offset(run.x, run.y)]; }
 
     int width_;
     int height_;
     std::vector<std::uint32_t> pixels_;
     PixelBox touched_;
-    std::vector<std::uint32_t> rowColours_;  ///< scratch of PaintRows
+    std::vector<std::uint32_t> runColours_;  ///< scratch of PaintColours
 };
 
-template <class ColourRow>
-void Canvas::PaintRows(std::uint8_t const* coverage, PixelBox const& box,
-                       ColourRow const& colourRow)
+template <class Colours>
+void Canvas::PaintColours(Coverage const& coverage, Colours const& colours)
 {
-    if (box.IsEmpty()) {
-        return;
-    }
-    touched_ = touched_.Union(box);
-    auto const width = static_cast<std::size_t>(box.right - box.left);
-    rowColours_.resize(width);
-    for (int y = box.top; y < box.bottom; ++y) {
-        std::size_t const row = Offset(box.left, y);
-        std::uint8_t const* const shares = coverage + row;
-        std::size_t first = 0;
-        std::size_t end = width;
-        while (first < end && shares[first] == 0) {
-            ++first;
+    touched_ = touched_.Union(coverage.Box());
+    runColours_.resize(static_cast<std::size_t>(width_));
+    coverage.ForEachRun([&](Coverage::Run const& run) {
+        auto const length = static_cast<std::size_t>(run.length);
+        std::uint32_t* const pixels = PixelsOf(run);
+        if (run.shares == nullptr && colours.IsOpaque()) {
+            colours.Row(run.x, run.y, length, pixels);
+            return;
         }
-        while (end > first && shares[end - 1] == 0) {
-            --end;
+        colours.Row(run.x, run.y, length, runColours_.data());
+        for (std::size_t i = 0; i < length; ++i) {
+            std::uint32_t const share = run.shares == nullptr ? 255U : run.shares[i];
+            pixels[i] = PaintPixel_Over(pixels[i], runColours_[i], share);
         }
-        if (first < end) {
-            colourRow(box.left + static_cast<int>(first), y, end - first, rowColours_.data());
-            PaintRow(row + first, shares + first, end - first, rowColours_.data());
-        }
-    }
+    });
 }
 
 #endif

@@ -6,6 +6,7 @@
 #ifndef HV_TOOLS_PAINT_PAINT_PIXEL_H
 #define HV_TOOLS_PAINT_PAINT_PIXEL_H
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -69,6 +70,28 @@ inline std::uint32_t PaintPixel_Over(std::uint32_t pixel, std::uint32_t source, 
 {
     std::uint32_t const paint = PaintPixel_Scaled(source, share);
     return paint + PaintPixel_Scaled(pixel, 255U - PaintPixel_Alpha(paint));
+}
+
+/// `source` over `count` pixels, at its full share.
+inline void PaintPixels_Over(std::uint32_t* pixels, std::size_t count, std::uint32_t source)
+{
+    // Byte by byte, in 16 bits: so the compiler does sixteen at a time.
+    constexpr std::size_t kBlock = 4;
+    auto const share = static_cast<std::uint16_t>(255 - PaintPixel_Alpha(source));
+    std::uint32_t const sources[kBlock] = {source, source, source, source};
+    std::uint8_t const* const paint = PaintPixel_Bytes(sources[0]);
+    std::size_t const end = count / kBlock * kBlock;
+    for (std::size_t i = 0; i < end; i += kBlock) {
+        auto* const bytes = reinterpret_cast<std::uint8_t*>(pixels + i);
+        for (std::size_t k = 0; k < sizeof sources; ++k) {
+            auto const product = static_cast<std::uint16_t>(bytes[k] * share + 128);
+            auto const rounded = static_cast<std::uint16_t>(product + (product >> 8));
+            bytes[k] = static_cast<std::uint8_t>(paint[k] + (rounded >> 8));
+        }
+    }
+    for (std::size_t i = end; i < count; ++i) {
+        pixels[i] = source + PaintPixel_Scaled(pixels[i], share);
+    }
 }
 
 #endif

@@ -26,7 +26,8 @@ std::uint8_t OverWhite(std::uint8_t grey, std::uint8_t alpha)
 
 }  // namespace
 
-std::string PngFile_Bytes(Canvas const& canvas, PixelBox const& box)
+std::string PngFile_Bytes(std::string const& path, Canvas const& canvas, PixelBox const& box,
+                          PngEffort effort)
 {
     std::vector<std::uint8_t> const pixels = canvas.StraightPixels(box);
     png_image image = {};
@@ -34,11 +35,12 @@ std::string PngFile_Bytes(Canvas const& canvas, PixelBox const& box)
     image.width = static_cast<png_uint_32>(box.right - box.left);
     image.height = static_cast<png_uint_32>(box.bottom - box.top);
     image.format = PNG_FORMAT_RGBA;
+    image.flags = effort == PngEffort::Quick ? PNG_IMAGE_FLAG_FAST : 0;
     // The greatest size, so that the picture is not compressed twice to learn it.
     png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
     std::string bytes(size, '\0');
     if (png_image_write_to_memory(&image, bytes.data(), &size, 0, pixels.data(), 0, nullptr) == 0) {
-        throw ToolError(image.message);
+        throw ToolError(path + ": cannot be written: " + image.message);
     }
     bytes.resize(size);
     return bytes;
@@ -46,7 +48,7 @@ std::string PngFile_Bytes(Canvas const& canvas, PixelBox const& box)
 
 void PngFile_Write(std::string const& path, Canvas const& canvas)
 {
-    File_Write(path, PngFile_Bytes(canvas, canvas.Box()));
+    File_Write(path, PngFile_Bytes(path, canvas, canvas.Box(), PngEffort::Small));
 }
 
 GreyImage PngFile_ReadGrey(std::string const& path)

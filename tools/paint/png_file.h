@@ -19,9 +19,16 @@ struct GreyImage {
     std::vector<std::uint8_t> pixels;
 };
 
+/// What is spent on a PNG file.
+enum class PngEffort {
+    Small,
+    Quick  ///< a quarter of the time, up to a half more bytes: for many frames
+};
+
 /// The bytes of a PNG file of the pixels in `box`, which lies in the canvas and is not empty.
-/// Throws ToolError when libpng refuses.
-std::string PngFile_Bytes(Canvas const& canvas, PixelBox const& box);
+/// Throws ToolError when libpng refuses; `path` is where the file is to go, for the message.
+std::string PngFile_Bytes(std::string const& path, Canvas const& canvas, PixelBox const& box,
+                          PngEffort effort);
 
 /// Writes the canvas; the file's folder is made when it is missing. Throws ToolError when it cannot
 /// be written.

@@ -102,7 +102,7 @@ EncodedFrame ApngFile::Encode(Canvas const& canvas, std::size_t number) const
     if (box.IsEmpty()) {
         box = {0, 0, 1, 1};
     }
-    return {PngFile_Bytes(canvas, box), box};
+    return {PngFile_Bytes(path_, canvas, box, PngEffort::Quick), box};
 }
 
 void ApngFile::PutChunk(char const* type, std::string const& data)

@@ -42,9 +42,9 @@ std::string PngFolder::PathOf(std::size_t number) const
     return (std::filesystem::path(folder_) / ("frame_" + digits + ".png")).string();
 }
 
-EncodedFrame PngFolder::Encode(Canvas const& canvas, std::size_t) const
+EncodedFrame PngFolder::Encode(Canvas const& canvas, std::size_t number) const
 {
-    return {PngFile_Bytes(canvas, canvas.Box()), canvas.Box()};
+    return {PngFile_Bytes(PathOf(number), canvas, canvas.Box(), PngEffort::Quick), canvas.Box()};
 }
 
 void PngFolder::Take(EncodedFrame const& frame, std::size_t number)

@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace {
 
@@ -26,17 +25,14 @@ constexpr double kWidestStroke = 1 << 18;
 constexpr double kWidestFeather = 500.0;
 /// How far beyond its outline a fill may cover pixels: its right end counts.
 constexpr int kBoxMargin = 1;
+/// Room that most drawings do not outgrow.
+constexpr unsigned int kFewPoints = 64;
 /// Two columns of a transform that differ by less than this share draw a round pen round.
 constexpr double kRoundPen = 1e-6;
 
 std::uint8_t ByteOf(double share)
 {
     return static_cast<std::uint8_t>(share > 0.0 ? std::min(share, 1.0) * 255.0 + 0.5 : 0.0);
-}
-
-PaintColour ColourOf(SceneColour const& colour, double opacity)
-{
-    return {ByteOf(colour.red), ByteOf(colour.green), ByteOf(colour.blue), ByteOf(opacity)};
 }
 
 /// How a transform shapes a round pen.
@@ -58,7 +54,7 @@ Pen PenOf(HvTransfo4 const& transform)
 
 }  // namespace
 
-DrawingPainter::DrawingPainter(int width, int height) : coverage_(width, height, 0)
+DrawingPainter::DrawingPainter(int width, int height) : raster_(width, height, 0)
 {
     fillGc_.flatness = kFlatness;
     fillGc_.softClipToShape = 0;
@@ -73,138 +69,146 @@ void DrawingPainter::Paint(Drawing const& drawing, HvTransfo4 const& toPixels, d
         if (!(share > 0.0)) {
             continue;
         }
-        HvPath2f const pixels = paint->stroke ? StrokeOutline(drawing, *paint, toPixels)
-                                              : FillOutline(drawing, *paint, toPixels);
-        PixelBox const box = Fill(pixels, paint->stroke ? 1 : paint->fillRule);
+        Coverage const& coverage = CoverageOf(drawing, *paint, toPixels);
         if (paint->gradient) {
             HvTransfo4 gradientToPixels(toPixels);
             gradientToPixels.PostMultiply(paint->toLayer);
-            GradientColours const colours(*paint->gradient, gradientToPixels, share);
-            canvas.PaintRows(coverage_.data, box,
-                             [&colours](int x, int y, std::size_t count, std::uint32_t* row) {
-                                 colours.Row(x, y, count, row);
-                             });
+            canvas.PaintColours(coverage,
+                                GradientColours(*paint->gradient, gradientToPixels, share));
         } else {
-            canvas.Paint(coverage_.data, box, ColourOf(paint->colour, share));
+            canvas.Paint(coverage, ColourOf(paint->colour, share));
         }
-        ClearCoverage(box);
     }
 }
 
 void DrawingPainter::PaintPath(HvPath2f const& path, HvTransfo4 const& toPixels,
                                SceneColour const& colour, double opacity, Canvas& canvas)
 {
-    HvPath2f pixels(path.NumPoints());
-    MappedPath_Append(path, toPixels, OpenSubpaths::Closed, pixels);
-    PixelBox const box = Fill(pixels, 1);
-    canvas.Paint(coverage_.data, box, ColourOf(colour, opacity));
-    ClearCoverage(box);
+    canvas.Paint(CoverageOf(path, toPixels, 0.0), ColourOf(colour, opacity));
 }
 
-void DrawingPainter::Cover(HvPath2f const& path, HvTransfo4 const& toPixels, double feather,
-                           PixelBox const& box, std::uint8_t* shares)
+PaintColour DrawingPainter::ColourOf(SceneColour const& colour, double opacity)
 {
-    HvPath2f pixels(path.NumPoints());
-    MappedPath_Append(path, toPixels, OpenSubpaths::Closed, pixels);
-    // Half of the rim lies inside and half outside.
-    double const radius = std::min(feather * PenOf(toPixels).scale / 2, kWidestFeather);
-    fillGc_.fillRule = 1;
-    if (radius > 0.0) {
-        CoverSoftly(pixels, radius, box, shares);
-        return;
+    return {ByteOf(colour.red), ByteOf(colour.green), ByteOf(colour.blue), ByteOf(opacity)};
+}
+
+Coverage const& DrawingPainter::CoverageOf(Drawing const& drawing, DrawnPaint const& paint,
+                                           HvTransfo4 const& toPixels)
+{
+    if (paint.stroke) {
+        return StrokeCoverage(drawing, paint, toPixels);
     }
-    PixelBox const covered = Fill(pixels, 1);
-    CopyRows(coverage_, 0, box, shares);
-    ClearCoverage(covered);
-}
-
-/// What lies outside a raster counts as empty to a blur: around the picture there must be room.
-void DrawingPainter::CoverSoftly(HvPath2f& pixels, double radius, PixelBox const& box,
-                                 std::uint8_t* shares)
-{
-    int const margin = static_cast<int>(std::ceil(radius)) + 1;
-    HvUByteRaster raster(coverage_.width + 2 * margin, coverage_.height + 2 * margin, 0);
-    pixels.Translate({static_cast<float>(margin), static_cast<float>(margin)});
-    fillGc_.softRadiusA = radius;
-    pixels.SoftFill(fillGc_, raster, nullptr);
-    fillGc_.softRadiusA = 0.0;
-    CopyRows(raster, margin, box, shares);
-}
-
-/// Copies what `raster` has in a box of the picture, which lies in it behind a margin.
-void DrawingPainter::CopyRows(HvUByteRaster const& raster, int margin, PixelBox const& box,
-                              std::uint8_t* shares) const
-{
-    auto const width = static_cast<std::size_t>(raster.width);
-    for (int y = box.top; y < box.bottom; ++y) {
-        std::size_t const row = static_cast<std::size_t>(y + margin) * width;
-        std::memcpy(shares + Offset(box.left, y),
-                    raster.data + row + static_cast<std::size_t>(box.left + margin),
-                    static_cast<std::size_t>(box.right - box.left));
-    }
-}
-
-HvPath2f DrawingPainter::FillOutline(Drawing const& drawing, DrawnPaint const& paint,
-                                     HvTransfo4 const& toPixels) const
-{
-    HvPath2f pixels(1u);
+    HvPath2f pixels(kFewPoints);
     for (std::size_t const i : paint.outlines) {
         DrawnOutline const& outline = drawing.outlines[i];
         HvTransfo4 map(toPixels);
         map.PostMultiply(outline.toLayer);
         MappedPath_Append(outline.path, map, OpenSubpaths::Closed, pixels);
     }
-    return pixels;
+    return FillCoverage(pixels, paint.fillRule, 0.0);
+}
+
+Coverage const& DrawingPainter::CoverageOf(HvPath2f const& path, HvTransfo4 const& toPixels,
+                                           double feather)
+{
+    HvPath2f pixels(path.NumPoints());
+    MappedPath_Append(path, toPixels, OpenSubpaths::Closed, pixels);
+    // Half of the rim lies inside and half outside.
+    return FillCoverage(pixels, 1, std::min(feather * PenOf(toPixels).scale / 2, kWidestFeather));
+}
+
+Coverage const& DrawingPainter::FillCoverage(HvPath2f const& pixels, int fillRule, double radius)
+{
+    key_.Clear();
+    key_.Add({static_cast<double>(fillRule), radius});
+    key_.Add(pixels);
+    return cache_.Get(key_, [&](Coverage& coverage) {
+        if (radius > 0.0) {
+            FillSoftly(pixels, radius, coverage);
+        } else {
+            Fill(pixels, fillRule, coverage);
+        }
+    });
+}
+
+void DrawingPainter::Fill(HvPath2f const& pixels, int fillRule, Coverage& coverage)
+{
+    fillGc_.fillRule = fillRule;
+    pixels.AAFill(fillGc_, raster_, nullptr);
+    coverage.Take(raster_, BoxOf(pixels));
+}
+
+/// What lies outside a raster counts as empty to a blur: around the picture there must be room.
+void DrawingPainter::FillSoftly(HvPath2f const& pixels, double radius, Coverage& coverage)
+{
+    int const margin = static_cast<int>(std::ceil(radius)) + 1;
+    HvUByteRaster raster(raster_.width + 2 * margin, raster_.height + 2 * margin, 0);
+    HvPath2f moved(pixels);
+    moved.Translate({static_cast<float>(margin), static_cast<float>(margin)});
+    fillGc_.fillRule = 1;
+    fillGc_.softRadiusA = radius;
+    moved.SoftFill(fillGc_, raster, nullptr);
+    fillGc_.softRadiusA = 0.0;
+    coverage.Take(raster, {0, 0, raster_.width, raster_.height}, margin);
 }
 
 /// The pen belongs to the group of the paint: a transform around it that stretches unevenly
 /// stretches the pen too. Such a stroke is drawn in the group, as large as it will be on the
 /// average, so that its curves are as smooth; then it is mapped.
-HvPath2f DrawingPainter::StrokeOutline(Drawing const& drawing, DrawnPaint const& paint,
-                                       HvTransfo4 const& toPixels)
+Coverage const& DrawingPainter::StrokeCoverage(Drawing const& drawing, DrawnPaint const& paint,
+                                               HvTransfo4 const& toPixels)
 {
     DrawnStroke const& stroke = *paint.stroke;
     HvTransfo4 paintToPixels(toPixels);
     paintToPixels.PostMultiply(paint.toLayer);
     Pen const pen = PenOf(paintToPixels);
-    HvPath2f pixels(1u);
-    HvTransfo4 layerToPaint;
-    if (!(pen.scale * stroke.width > 0.0) || paint.toLayer.Inverse(layerToPaint) == 0) {
-        return pixels;
-    }
     HvTransfo4 layerToPen;
-    layerToPen.ScaleXY(pen.scale, pen.scale, HvPoint2<double>());
-    layerToPen.PostMultiply(layerToPaint);
-    HvTransfo4 penToPixels(paintToPixels);
-    penToPixels.ScaleXY(1.0 / pen.scale, 1.0 / pen.scale, HvPoint2<double>());
-
-    strokeGc_.strokeWidth = std::min(stroke.width * pen.scale, kWidestStroke);
-    strokeGc_.capStyle = stroke.capStyle;
-    strokeGc_.joinStyle = stroke.joinStyle;
-    strokeGc_.miterLimit = stroke.miterLimit;
+    if (!(pen.scale * stroke.width > 0.0) || paint.toLayer.Inverse(layerToPen) == 0) {
+        return FillCoverage(HvPath2f(0u), 1, 0.0);
+    }
+    HvTransfo4 penToPixels;
+    if (pen.isRound) {
+        layerToPen = toPixels;
+    } else {
+        HvTransfo4 larger;
+        larger.ScaleXY(pen.scale, pen.scale, HvPoint2<double>());
+        layerToPen.PreMultiply(larger);
+        penToPixels = paintToPixels;
+        penToPixels.ScaleXY(1.0 / pen.scale, 1.0 / pen.scale, HvPoint2<double>());
+    }
+    HvPath2f path(kFewPoints);
     for (std::size_t const i : paint.outlines) {
         DrawnOutline const& outline = drawing.outlines[i];
-        HvTransfo4 toPen(pen.isRound ? toPixels : layerToPen);
+        HvTransfo4 toPen(layerToPen);
         toPen.PostMultiply(outline.toLayer);
-        HvPath2f path(outline.path.NumPoints());
         MappedPath_Append(stroke.dashes.empty()
                               ? outline.path
                               : PathPieces_Dash(outline.path, stroke.dashes, stroke.dashOffset),
                           toPen, OpenSubpaths::Kept, path);
-        MappedPath_Append(StrokeOutline_Of(path, strokeGc_),
-                          pen.isRound ? HvTransfo4() : penToPixels, OpenSubpaths::Kept, pixels);
     }
-    return pixels;
+    strokeGc_.strokeWidth = std::min(stroke.width * pen.scale, kWidestStroke);
+    strokeGc_.capStyle = stroke.capStyle;
+    strokeGc_.joinStyle = stroke.joinStyle;
+    strokeGc_.miterLimit = stroke.miterLimit;
+    double const* const m = penToPixels.GetMatrixPtr();
+    key_.Clear();
+    key_.Add({strokeGc_.strokeWidth, static_cast<double>(stroke.capStyle),
+              static_cast<double>(stroke.joinStyle), stroke.miterLimit, m[0], m[1], m[4], m[5],
+              m[12], m[13]});
+    key_.Add(path);
+    return cache_.Get(key_, [&](Coverage& coverage) {
+        HvPath2f const outline = StrokeOutline_Of(path, strokeGc_);
+        if (pen.isRound) {
+            Fill(outline, 1, coverage);
+        } else {
+            HvPath2f pixels(outline.NumPoints());
+            MappedPath_Append(outline, penToPixels, OpenSubpaths::Kept, pixels);
+            Fill(pixels, 1, coverage);
+        }
+    });
 }
 
-/// Covers what the path fills; the box of what may have been covered.
-PixelBox DrawingPainter::Fill(HvPath2f const& pixels, int fillRule)
-{
-    fillGc_.fillRule = fillRule;
-    pixels.AAFill(fillGc_, coverage_, nullptr);
-    return BoxOf(pixels);
-}
-
+/// The box of what a fill may have covered.
 PixelBox DrawingPainter::BoxOf(HvPath2f const& pixels) const
 {
     if (pixels.NumPoints() == 0) {
@@ -220,16 +224,8 @@ PixelBox DrawingPainter::BoxOf(HvPath2f const& pixels) const
         return value < static_cast<float>(end) ? static_cast<int>(std::ceil(std::max(value, 0.0F)))
                                                : end;
     };
-    return {std::max(low(extent.min.x, coverage_.width) - kBoxMargin, 0),
-            std::max(low(extent.min.y, coverage_.height) - kBoxMargin, 0),
-            std::min(high(extent.max.x, coverage_.width) + kBoxMargin, coverage_.width),
-            std::min(high(extent.max.y, coverage_.height) + kBoxMargin, coverage_.height)};
-}
-
-void DrawingPainter::ClearCoverage(PixelBox const& box)
-{
-    for (int y = box.top; y < box.bottom; ++y) {
-        std::memset(coverage_.data + Offset(box.left, y), 0,
-                    static_cast<std::size_t>(box.right - box.left));
-    }
+    return {std::max(low(extent.min.x, raster_.width) - kBoxMargin, 0),
+            std::max(low(extent.min.y, raster_.height) - kBoxMargin, 0),
+            std::min(high(extent.max.x, raster_.width) + kBoxMargin, raster_.width),
+            std::min(high(extent.max.y, raster_.height) + kBoxMargin, raster_.height)};
 }

@@ -10,6 +10,7 @@
 #include <hv/shape/HvGC.h>
 #include <tools/paint/Canvas.h>
 #include <tools/play/evaluation/drawing.h>
+#include <tools/play/painting/CoverageCache.h>
 
 /// Fills and strokes outlines: each paint becomes one path in pixels, the path coverage, the
 /// coverage colour.
@@ -17,36 +18,45 @@ class DrawingPainter {
 public:
     DrawingPainter(int width, int height);
 
+    /// Begins a frame: only what the one before painted, too, is not filled anew.
+    void BeginFrame() { cache_.BeginFrame(); }
+
     /// Paints the drawing, made fainter by `opacity`, 0 to 1: each paint for itself.
     void Paint(Drawing const& drawing, HvTransfo4 const& toPixels, double opacity, Canvas& canvas);
+    /// Paints a drawing of at most one paint, which has no gradient, through the veil that
+    /// veilOf(box) gives for the box of its coverage, without this painter.
+    template <class VeilOf>
+    void PaintVeiled(Drawing const& drawing, HvTransfo4 const& toPixels, VeilOf const& veilOf,
+                     Canvas& canvas)
+    {
+        for (DrawnPaint const& paint : drawing.paints) {
+            Coverage const& coverage = CoverageOf(drawing, paint, toPixels);
+            canvas.Paint(coverage, ColourOf(paint.colour, paint.opacity), veilOf(coverage.Box()));
+        }
+    }
     /// Paints one path of a drawing's coordinates.
     void PaintPath(HvPath2f const& path, HvTransfo4 const& toPixels, SceneColour const& colour,
                    double opacity, Canvas& canvas);
-    /// Stores the coverage of a filled path, a byte for each pixel, those of `box`; its rim runs
-    /// from full to none over a width of `feather`, in the path's coordinates.
-    void Cover(HvPath2f const& path, HvTransfo4 const& toPixels, double feather,
-               PixelBox const& box, std::uint8_t* shares);
+    /// The coverage of a filled path; its rim runs from full to none over a width of `feather`, in
+    /// the path's coordinates. Valid until the painter is used again.
+    Coverage const& CoverageOf(HvPath2f const& path, HvTransfo4 const& toPixels, double feather);
 
 private:
-    HvPath2f FillOutline(Drawing const& drawing, DrawnPaint const& paint,
-                         HvTransfo4 const& toPixels) const;
-    HvPath2f StrokeOutline(Drawing const& drawing, DrawnPaint const& paint,
-                           HvTransfo4 const& toPixels);
-    void CoverSoftly(HvPath2f& pixels, double radius, PixelBox const& box, std::uint8_t* shares);
-    void CopyRows(HvUByteRaster const& raster, int margin, PixelBox const& box,
-                  std::uint8_t* shares) const;
-    PixelBox Fill(HvPath2f const& pixels, int fillRule);
+    static PaintColour ColourOf(SceneColour const& colour, double opacity);
+    Coverage const& CoverageOf(Drawing const& drawing, DrawnPaint const& paint,
+                               HvTransfo4 const& toPixels);
+    Coverage const& FillCoverage(HvPath2f const& pixels, int fillRule, double radius);
+    Coverage const& StrokeCoverage(Drawing const& drawing, DrawnPaint const& paint,
+                                   HvTransfo4 const& toPixels);
+    void Fill(HvPath2f const& pixels, int fillRule, Coverage& coverage);
+    void FillSoftly(HvPath2f const& pixels, double radius, Coverage& coverage);
     PixelBox BoxOf(HvPath2f const& pixels) const;
-    void ClearCoverage(PixelBox const& box);
-    std::size_t Offset(int x, int y) const
-    {
-        return static_cast<std::size_t>(y) * static_cast<std::size_t>(coverage_.width) +
-               static_cast<std::size_t>(x);
-    }
 
     HvGC fillGc_;
     HvGC strokeGc_;
-    HvUByteRaster coverage_;  ///< of one path at a time; nothing is covered between paths
+    HvUByteRaster raster_;  ///< of one path at a time; nothing is covered between paths
+    CoverageCache cache_;
+    PaintKey key_;
 };
 
 #endif

@@ -40,13 +40,15 @@ HvTransfo4 Fitted(Scene const& scene, int width, int height)
 
 FramePainter::FramePainter(Scene const& scene, int width, int height)
     : scene_(scene), width_(width), height_(height), toPixels_(Fitted(scene, width, height)),
-      painter_(width, height)
+      painter_(width, height), maskPainter_(width, height)
 {
 }
 
 void FramePainter::Paint(double frame, Canvas& canvas)
 {
     canvas.Clear();
+    painter_.BeginFrame();
+    maskPainter_.BeginFrame();
     Place place = {scene_.compositions.front(), frame, toPixels_, {}};
     PaintComposition(place, canvas);
 }
@@ -79,16 +81,41 @@ void FramePainter::PaintLayer(Place& place, std::size_t i, Canvas& canvas)
     // Most scenes have neither masks nor mattes, and need no room for them.
     shares_.resize(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_));
     maskShares_.resize(shares_.size());
+    if (!layer.matte && PaintVeiled(layer, place.frame, toPixels, opacity, canvas)) {
+        return;
+    }
     PaintApart(opacity, canvas, [&](Canvas& own) {
         PaintContent(layer, place.frame, toPixels, 1.0, own);
         if (isCut) {
-            painter_.Cover(RectOf(instance->width, instance->height), toPixels, 0.0,
-                           own.TouchedBox(), shares_.data());
+            maskPainter_.CoverageOf(RectOf(instance->width, instance->height), toPixels, 0.0)
+                .Spread(width_, own.TouchedBox(), shares_.data());
             own.Multiply(shares_.data());
         }
-        MultiplyByMasks(layer, place.frame, toPixels, own);
+        if (!layer.masks.empty()) {
+            own.Multiply(SharesOfMasks(layer, place.frame, toPixels, own.TouchedBox()));
+        }
         MultiplyByMatte(place, layer, own);
     });
+}
+
+/// A layer of one plain paint needs no canvas of its own: its masks are the veil before it.
+bool FramePainter::PaintVeiled(SceneLayer const& layer, double frame, HvTransfo4 const& toPixels,
+                               double opacity, Canvas& canvas)
+{
+    auto const* group = std::get_if<SceneGroup>(&layer.content);
+    if (group == nullptr) {
+        return false;
+    }
+    Drawing const drawing = Drawing_Of(*group, frame);
+    if (drawing.paints.size() > 1 ||
+        (drawing.paints.size() == 1 && drawing.paints.front().gradient)) {
+        return false;
+    }
+    auto const veilOf = [&](PixelBox const& box) {
+        return Veil{SharesOfMasks(layer, frame, toPixels, box), ByteOf(opacity)};
+    };
+    painter_.PaintVeiled(drawing, toPixels, veilOf, canvas);
+    return true;
 }
 
 void FramePainter::PaintContent(SceneLayer const& layer, double frame, HvTransfo4 const& toPixels,
@@ -176,25 +203,21 @@ bool FramePainter::CoversPicture(SceneInstance const& instance, HvTransfo4 const
     return true;
 }
 
-void FramePainter::MultiplyByMasks(SceneLayer const& layer, double frame,
-                                   HvTransfo4 const& toPixels, Canvas& canvas)
+/// What the masks of a layer let through together, in a box.
+std::uint8_t const* FramePainter::SharesOfMasks(SceneLayer const& layer, double frame,
+                                                HvTransfo4 const& toPixels, PixelBox const& box)
 {
-    if (layer.masks.empty()) {
-        return;
-    }
-    PixelBox const& box = canvas.TouchedBox();
     Shares_Begin(layer.masks.front().mode, width_, box, maskShares_);
     for (SceneMask const& mask : layer.masks) {
-        painter_.Cover(mask.outline.At(frame), toPixels, mask.feather.At(frame), box,
-                       shares_.data());
+        maskPainter_.CoverageOf(mask.outline.At(frame), toPixels, mask.feather.At(frame))
+            .Spread(width_, box, shares_.data());
         std::uint8_t const opacity = ByteOf(mask.opacity.At(frame) * 0.01);
         if (layer.masks.size() == 1 && Shares_AreCoverage(mask, opacity)) {
-            canvas.Multiply(shares_.data());
-            return;
+            return shares_.data();
         }
         Shares_Combine(mask, opacity, width_, box, shares_, maskShares_);
     }
-    canvas.Multiply(maskShares_.data());
+    return maskShares_.data();
 }
 
 void FramePainter::MultiplyByMatte(Place& place, SceneLayer const& layer, Canvas& canvas)

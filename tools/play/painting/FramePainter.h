@@ -41,8 +41,10 @@ private:
     void PaintApart(double opacity, Canvas& canvas, PaintOwn const& paint);
     std::unique_ptr<Canvas> TakeCanvas();
     HvTransfo4 const& LayerToPixels(Place& place, std::size_t layer);
-    void MultiplyByMasks(SceneLayer const& layer, double frame, HvTransfo4 const& toPixels,
-                         Canvas& canvas);
+    bool PaintVeiled(SceneLayer const& layer, double frame, HvTransfo4 const& toPixels,
+                     double opacity, Canvas& canvas);
+    std::uint8_t const* SharesOfMasks(SceneLayer const& layer, double frame,
+                                      HvTransfo4 const& toPixels, PixelBox const& box);
     void MultiplyByMatte(Place& place, SceneLayer const& layer, Canvas& canvas);
     bool CoversPicture(SceneInstance const& instance, HvTransfo4 const& toPixels) const;
 
@@ -51,6 +53,7 @@ private:
     int height_;
     HvTransfo4 toPixels_;
     DrawingPainter painter_;
+    DrawingPainter maskPainter_;            ///< of masks, while the other one paints
     std::vector<std::uint8_t> shares_;      ///< of one mask or matte
     std::vector<std::uint8_t> maskShares_;  ///< of all masks of a layer
     std::vector<std::unique_ptr<Canvas>> spare_;

@@ -11,6 +11,8 @@
 
 namespace {
 
+/// Shares that are computed together.
+constexpr std::size_t kBlock = 64;
 /// Steps of the table of colours: finer than a byte tells apart, also where a stop follows soon.
 constexpr int kTableSteps = 1024;
 
@@ -19,23 +21,41 @@ std::uint8_t ByteOf(double share)
     return static_cast<std::uint8_t>(share > 0.0 ? std::min(share, 1.0) * 255.0 + 0.5 : 0.0);
 }
 
-/// The value at an offset; `value(i)` is that of stop i.
-template <class Stop, class Value>
-double Between(std::vector<Stop> const& stops, double offset, Value const& value)
-{
-    auto const above =
-        std::upper_bound(stops.begin(), stops.end(), offset,
-                         [](double at, Stop const& stop) { return at < stop.offset; });
-    if (above == stops.begin()) {
-        return value(stops.front());
+/// Walks along stops with offsets that do not fall.
+template <class Stop>
+class StopWalk {
+public:
+    /// At least one stop, in order.
+    explicit StopWalk(std::vector<Stop> const& stops) : stops_(stops) {}
+
+    void MoveTo(double offset)
+    {
+        offset_ = offset;
+        while (above_ < stops_.size() && stops_[above_].offset <= offset) {
+            ++above_;
+        }
     }
-    Stop const& low = *(above - 1);
-    if (above == stops.end()) {
-        return value(low);
+    /// Of what `value` reads from a stop, that between the two beside the offset.
+    template <class Value>
+    double Between(Value const& value) const
+    {
+        if (above_ == 0) {
+            return value(stops_.front());
+        }
+        Stop const& low = stops_[above_ - 1];
+        if (above_ == stops_.size()) {
+            return value(low);
+        }
+        Stop const& high = stops_[above_];
+        double const share = (offset_ - low.offset) / (high.offset - low.offset);
+        return value(low) + (value(high) - value(low)) * share;
     }
-    double const share = (offset - low.offset) / (above->offset - low.offset);
-    return value(low) + (value(*above) - value(low)) * share;
-}
+
+private:
+    std::vector<Stop> const& stops_;
+    double offset_ = 0.0;
+    std::size_t above_ = 0;  ///< the first stop behind the offset
+};
 
 /// Stops as editors write them rise; any others are put in order.
 template <class Stop>
@@ -61,21 +81,27 @@ GradientColours::GradientColours(DrawnGradient const& gradient, HvTransfo4 const
 
     std::vector<DrawnStop> const colours = Sorted(gradient.colours);
     std::vector<DrawnOpacity> const opacities = Sorted(gradient.opacities);
+    StopWalk<DrawnStop> colourAt(colours);
+    StopWalk<DrawnOpacity> opacityAt(opacities);
     table_.reserve(kTableSteps + 1);
     for (int i = 0; i <= kTableSteps; ++i) {
         double const offset = static_cast<double>(i) / kTableSteps;
-        auto const part = [&colours, offset](double SceneColour::*member) {
-            return ByteOf(Between(colours, offset,
-                                  [member](DrawnStop const& stop) { return stop.colour.*member; }));
+        colourAt.MoveTo(offset);
+        opacityAt.MoveTo(offset);
+        auto const part = [&colourAt](double SceneColour::*member) {
+            return ByteOf(
+                colourAt.Between([member](DrawnStop const& stop) { return stop.colour.*member; }));
         };
         double const alpha =
             opacities.empty()
                 ? 1.0
-                : Between(opacities, offset, [](DrawnOpacity const& stop) { return stop.opacity; });
+                : opacityAt.Between([](DrawnOpacity const& stop) { return stop.opacity; });
         table_.push_back(
             PaintPixel_Premultiplied({part(&SceneColour::red), part(&SceneColour::green),
                                       part(&SceneColour::blue), ByteOf(alpha * opacity)}));
     }
+    isOpaque_ = std::all_of(table_.begin(), table_.end(),
+                            [](std::uint32_t colour) { return PaintPixel_Alpha(colour) == 255; });
 }
 
 double GradientColours::LinearShare(HvPoint2<double> const& p) const
@@ -83,42 +109,65 @@ double GradientColours::LinearShare(HvPoint2<double> const& p) const
     return HvPoint2_AdotB(p - focus_, way_) * scale_;
 }
 
-/// The ray from the focus f through p meets the circle of centre c and radius r at f + s (p - f);
-/// the share is 1 / s, the greater root of
-///
-///     share^2 (r^2 - |c - f|^2) + 2 share (p - f).(c - f) - |p - f|^2 = 0
-double GradientColours::RadialShare(HvPoint2<double> const& p) const
-{
-    HvPoint2<double> const ray = p - focus_;
-    double const a = scale_ - HvPoint2_AdotB(way_, way_);
-    if (!(a > 0.0)) {
-        return 1.0;
-    }
-    double const b = HvPoint2_AdotB(ray, way_);
-    return (std::sqrt(b * b + a * HvPoint2_AdotB(ray, ray)) - b) / a;
-}
-
-std::uint32_t GradientColours::ColourAt(double share) const
-{
-    // What is no number counts as 0.
-    double const step = share > 0.0 ? std::min(share, 1.0) * kTableSteps + 0.5 : 0.0;
-    return table_[static_cast<std::size_t>(step)];
-}
-
 void GradientColours::Row(int x, int y, std::size_t count, std::uint32_t* pixels) const
 {
     HvPoint2<double> const first = fromPixels_.Map(HvPoint2<double>(x + 0.5, y + 0.5));
     HvPoint2<double> const step(fromPixels_.GetMatrixElement(0, 0),
                                 fromPixels_.GetMatrixElement(1, 0));
-    if (isRadial_) {
-        for (std::size_t i = 0; i < count; ++i) {
-            pixels[i] = ColourAt(RadialShare(first + step * static_cast<double>(i)));
+    double const share = LinearShare(first);
+    double const shareStep = HvPoint2_AdotB(step, way_) * scale_;
+    if (!isRadial_ && shareStep == 0.0) {
+        std::uint32_t colour = 0;
+        ColoursAt(&share, 1, &colour);
+        std::fill(pixels, pixels + count, colour);
+        return;
+    }
+    double shares[kBlock];
+    for (std::size_t at = 0; at < count; at += kBlock) {
+        std::size_t const numShares = std::min(kBlock, count - at);
+        if (isRadial_) {
+            RadialShares(first - focus_, step, at, numShares, shares);
+        } else {
+            for (std::size_t i = 0; i < numShares; ++i) {
+                shares[i] = share + shareStep * static_cast<double>(static_cast<int>(at + i));
+            }
         }
-    } else {
-        double const share = LinearShare(first);
-        double const shareStep = HvPoint2_AdotB(step, way_) * scale_;
-        for (std::size_t i = 0; i < count; ++i) {
-            pixels[i] = ColourAt(share + shareStep * static_cast<double>(i));
-        }
+        ColoursAt(shares, numShares, pixels + at);
+    }
+}
+
+/// What is no number counts as 0.
+void GradientColours::ColoursAt(double const* shares, std::size_t count,
+                                std::uint32_t* pixels) const
+{
+    int steps[kBlock];
+    for (std::size_t i = 0; i < count; ++i) {
+        double const share = shares[i] > 0.0 ? shares[i] : 0.0;
+        steps[i] = static_cast<int>((share < 1.0 ? share : 1.0) * kTableSteps + 0.5);
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        pixels[i] = table_[static_cast<std::size_t>(steps[i])];
+    }
+}
+
+/// The ray from the focus f through p meets the circle of centre c and radius r at f + s (p - f);
+/// the share is 1 / s, the greater root of
+///
+///     share^2 (r^2 - |c - f|^2) + 2 share (p - f).(c - f) - |p - f|^2 = 0
+///
+/// Of many points in a row, so that the compiler does several at a time.
+void GradientColours::RadialShares(HvPoint2<double> const& ray, HvPoint2<double> const& step,
+                                   std::size_t at, std::size_t count, double* shares) const
+{
+    double const a = scale_ - HvPoint2_AdotB(way_, way_);
+    if (!(a > 0.0)) {
+        std::fill(shares, shares + count, 1.0);
+        return;
+    }
+    HvPoint2<double> const way = way_;
+    for (std::size_t i = 0; i < count; ++i) {
+        HvPoint2<double> const p = ray + step * static_cast<double>(static_cast<int>(at + i));
+        double const b = HvPoint2_AdotB(p, way);
+        shares[i] = (std::sqrt(b * b + a * HvPoint2_AdotB(p, p)) - b) / a;
     }
 }

@@ -20,16 +20,20 @@ public:
     /// @param opacity   0 to 1, for all of it.
     GradientColours(DrawnGradient const& gradient, HvTransfo4 const& toPixels, double opacity);
 
+    /// Whether all its colours are opaque.
+    bool IsOpaque() const { return isOpaque_; }
     /// Stores the colours of `count` pixels from (x, y) on.
     void Row(int x, int y, std::size_t count, std::uint32_t* pixels) const;
 
 private:
     double LinearShare(HvPoint2<double> const& p) const;
-    double RadialShare(HvPoint2<double> const& p) const;
-    std::uint32_t ColourAt(double share) const;
+    void RadialShares(HvPoint2<double> const& ray, HvPoint2<double> const& step, std::size_t at,
+                      std::size_t count, double* shares) const;
+    void ColoursAt(double const* shares, std::size_t count, std::uint32_t* pixels) const;
 
     std::vector<std::uint32_t> table_;
     HvTransfo4 fromPixels_;
+    bool isOpaque_;
     bool isRadial_;
     HvPoint2<double> focus_;  ///< a linear one's start
     HvPoint2<double> way_;    ///< to the end; a radial one's from the focus to the centre

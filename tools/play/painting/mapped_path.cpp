@@ -6,6 +6,7 @@
 #include <tools/play/painting/mapped_path.h>
 
 #include <hv/shape/HvPath2fIter.h>
+#include <hv/shape/HvShapeLock.h>
 
 #include <algorithm>
 #include <cmath>
@@ -34,6 +35,8 @@ HvPoint2<float> Mapped(HvPoint2<float> const& point, HvTransfo4 const& map)
 void MappedPath_Append(HvPath2f const& path, HvTransfo4 const& map, OpenSubpaths open,
                        HvPath2f& out)
 {
+    // Held once, not for each point.
+    HvShapePairLock const lock(out, path);
     HvPath2fIter subpaths(path);
     unsigned int first = 0;
     unsigned int last = 0;
