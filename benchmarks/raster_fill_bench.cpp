@@ -140,27 +140,16 @@ Shape Polygon2000(double size)
     return shape;
 }
 
-Shape Square(double from, double to)
+Shape Cover(double size)
 {
     HvPoint2dArray corners;
-    corners.Add(from, from);
-    corners.Add(to, from);
-    corners.Add(to, to);
-    corners.Add(from, to);
+    corners.Add(-1.0, -1.0);
+    corners.Add(size + 1, -1.0);
+    corners.Add(size + 1, size + 1);
+    corners.Add(-1.0, size + 1);
     Shape shape;
     shape.Add(corners);
     return shape;
-}
-
-Shape Cover(double size)
-{
-    return Square(-1, size + 1);
-}
-
-/// Its rim is farther from the raster than any radius here, so that all of a soft fill is solid.
-Shape CoverFar(double size)
-{
-    return Square(-100, size + 100);
 }
 
 constexpr double kIconsSide = 4096;
@@ -462,8 +451,8 @@ bool const isRegistered = [] {
     Sizes<WriteAlone>("CoveredWholly/WriteAlone", Cover);
     Sizes<Soft<2>>("Circle/SoftFill2", Circle);
     Sizes<Soft<32>>("Circle/SoftFill32", Circle);
-    Sizes<Soft<2>>("CoveredFar/SoftFill2", CoverFar);
-    Sizes<Soft<32>>("CoveredFar/SoftFill32", CoverFar);
+    Sizes<Soft<2>>("CoveredWholly/SoftFill2", Cover);
+    Sizes<Soft<32>>("CoveredWholly/SoftFill32", Cover);
 #if defined(HV_PEER_OPENCV)
     Sizes<OpenCv<2>>("Circle/OpenCV2", Circle);
     Sizes<OpenCv<32>>("Circle/OpenCV32", Circle);
