@@ -446,10 +446,13 @@ bool const isRegistered = [] {
     Register<Agg>("AGG");
 #endif
     Register<Hard>("Fill");
+    Sizes<WriteAlone>("Star/WriteAlone", Star);
     Sizes<WriteAlone>("Circle/WriteAlone", Circle);
     Sizes<WriteAlone>("CoveredWholly/WriteAlone", Cover);
     Sizes<Soft<2>>("Circle/SoftFill2", Circle);
     Sizes<Soft<32>>("Circle/SoftFill32", Circle);
+    Sizes<Soft<2>>("CoveredWholly/SoftFill2", Cover);
+    Sizes<Soft<32>>("CoveredWholly/SoftFill32", Cover);
 #if defined(HV_PEER_OPENCV)
     Sizes<OpenCv<2>>("Circle/OpenCV2", Circle);
     Sizes<OpenCv<32>>("Circle/OpenCV32", Circle);

@@ -80,13 +80,16 @@ function(hv_bench_peer name peer header)
   endif()
 endfunction()
 
-# hv_example(<name> [<source>...]): the example program of <name>.cpp and the further sources, and its
-# run as a test.
+# hv_example(<name>): the example program of <name>.cpp, with what draws for examples, and its run as
+# a test. Where expected/<name>.txt stands, that is what it prints.
 function(hv_example name)
-  add_executable(hv_example_${name} ${name}.cpp ${ARGN})
-  target_link_libraries(hv_example_${name} PRIVATE hv hv_settings)
+  add_executable(hv_example_${name} ${name}.cpp)
+  target_link_libraries(hv_example_${name} PRIVATE hv_example_support hv hv_settings)
   if(HV_BUILD_TESTS)
-    add_test(NAME example.${name} COMMAND hv_example_${name})
+    add_test(NAME example.${name}
+      COMMAND ${CMAKE_COMMAND} -D PROGRAM=$<TARGET_FILE:hv_example_${name}>
+        -D EXPECTED=${CMAKE_CURRENT_SOURCE_DIR}/expected/${name}.txt
+        -P ${PROJECT_SOURCE_DIR}/tests/docs/run_block.cmake)
     set_tests_properties(example.${name} PROPERTIES LABELS example)
   endif()
 endfunction()

@@ -9,38 +9,12 @@
 // and backs into a parking space. Nobody animates the wheel: its angle is a curve over the position
 // and follows every change of the car's keys.
 
-#include <hv/hv.h>
+#include "support/CurvePanel.h"
 
 #include <cstdio>
 #include <memory>
 
 using Point = HvPoint2<double>;
-
-// Draws a curve over [0, 14] seconds as a path 560 wide and 200 high, below `top`, its keys as
-// dots.
-void Draw(std::FILE* file, HvStdFCurve const& curve, double top, char const* label)
-{
-    double const low = curve.GetValueLowerBound(0);
-    double const high = curve.GetValueUpperBound(0);
-    HvTransfo4 panel;
-    panel.Translate(40, top + 200, 0).Scale(40, -200 / (high - low), 1).Translate(0, -low, 0);
-
-    HvPoint2dArray points;
-    HvPointTagArray tags;
-    curve.Flatten(panel, 0.1, points, tags, 0);
-    std::fprintf(file, "<text x='40' y='%g'>%s</text>\n<path d='", top - 8, label);
-    for (unsigned i = 0; i < points.Size(); ++i) {
-        std::fprintf(file, "%c%.2f %.2f", i == 0 ? 'M' : 'L', points[i].x, points[i].y);
-    }
-    std::fprintf(file, "' fill='none' stroke='#2060a0' stroke-width='2'/>\n");
-
-    HvDoubleArray times, lefts, rights;
-    curve.GetKeys(times, lefts, rights, 0);
-    for (unsigned i = 0; i < times.Size(); ++i) {
-        Point const key = panel.Map(Point(times[i], rights[i]));
-        std::fprintf(file, "<circle cx='%.2f' cy='%.2f' r='3.5'/>\n", key.x, key.y);
-    }
-}
 
 int main(int argc, char** argv)
 {
@@ -68,17 +42,13 @@ int main(int argc, char** argv)
         "%u keys drive %u keys; after 5 s the wheel stands at %g degrees, at the end at %g\n",
         car.GetNumKeys(), angle->GetNumKeys(), drive.Eval(5), drive.Eval(14));
 
-    char const* const name = argc > 1 ? argv[1] : "driven_keys.svg";
-    std::FILE* const file = std::fopen(name, "w");
-    if (file == nullptr) {
-        std::fprintf(stderr, "driven_keys: cannot write %s\n", name);
-        return 1;
-    }
-    std::fprintf(file, "<svg xmlns='http://www.w3.org/2000/svg' width='640' height='520' "
-                       "font-family='sans-serif' font-size='14'>\n"
-                       "<rect width='640' height='520' fill='white'/>\n");
-    Draw(file, car, 40, "position of the car, 0 to 22 m, over 14 seconds");
-    Draw(file, *angle, 300, "angle of the wheel, 0 to 3600 degrees, level on the ice");
-    std::fprintf(file, "</svg>\n");
-    return std::fclose(file) == 0 ? 0 : 1;
+    SvgPage page(argc > 1 ? argv[1] : "driven_keys.svg", 640, 520,
+                 "font-family='sans-serif' font-size='14' fill='none' stroke-width='2'");
+    CurvePanel(page, {0, 0, 14, 22}, {40, 40}, {560, 200},
+               "position of the car, 0 to 22 m, over 14 seconds")
+        .Draw(car, "#2060a0");
+    CurvePanel(page, {0, 0, 14, 3600}, {40, 300}, {560, 200},
+               "angle of the wheel, 0 to 3600 degrees, level on the ice")
+        .Draw(*angle, "#2060a0");
+    return page.Close("driven_keys") ? 0 : 1;
 }

@@ -9,10 +9,9 @@
 // An application would set its brush down at the samples. Here each frame's samples are dots, in
 // two colours in turn, and the path that has been built by the end is the line below them.
 
-#include <hv/hv.h>
+#include "support/SvgPage.h"
 
 #include <cmath>
-#include <cstdio>
 
 // Where the pen is at time t, in milliseconds: a rising row of loops.
 HvPoint2<float> Pen(int t)
@@ -24,15 +23,7 @@ HvPoint2<float> Pen(int t)
 
 int main(int argc, char** argv)
 {
-    char const* const name = argc > 1 ? argv[1] : "live_stroke.svg";
-    std::FILE* const file = std::fopen(name, "w");
-    if (file == nullptr) {
-        std::fprintf(stderr, "live_stroke: cannot write %s\n", name);
-        return 1;
-    }
-    std::fprintf(file, "<svg xmlns='http://www.w3.org/2000/svg' width='640' height='280'>\n"
-                       "<rect width='640' height='280' fill='white'/>\n");
-
+    SvgPage page(argc > 1 ? argv[1] : "live_stroke.svg", 640, 280, "fill='none'");
     HvGC gc;
     gc.sampleSpacing = 6;
     HvPath2f path(64);
@@ -43,8 +34,7 @@ int main(int argc, char** argv)
     unsigned int count = 0;
     auto const draw = [&](HvPoint2fArray const* samples) {
         for (HvPoint2<float> const& p : *samples) {
-            std::fprintf(file, "<circle cx='%.2f' cy='%.2f' r='2.4' fill='%s'/>\n", double(p.x),
-                         double(p.y), frames % 2 == 0 ? "#2060a0" : "#e08020");
+            page.Dot({double(p.x), double(p.y)}, 2.4, frames % 2 == 0 ? "#2060a0" : "#e08020");
         }
         count += samples->Size();
         ++frames;
@@ -59,14 +49,8 @@ int main(int argc, char** argv)
     }
     draw(builder.EndSubpath(Pen(end), 0));
 
-    HvPoint2fArray line;
-    path.FlattenSubpath(0, 0.1, line);
-    std::fprintf(file, "<path d='");
-    for (unsigned int i = 0; i < line.Size(); ++i) {
-        std::fprintf(file, "%c%.2f %.2f", i == 0 ? 'M' : 'L', double(line[i].x), double(line[i].y));
-    }
-    std::fprintf(file, "' fill='none' stroke='#a0a8b0'/>\n</svg>\n");
+    page.Path(path, {0, 0}, "stroke='#a0a8b0'");
     std::printf("%d points in %d frames: %u curves, %u samples\n", end / 4 + 1, frames,
                 path.NumSegments(), count);
-    return std::fclose(file) == 0 ? 0 : 1;
+    return page.Close("live_stroke") ? 0 : 1;
 }

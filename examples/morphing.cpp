@@ -8,10 +8,10 @@
 // The first row blends places, the second directions and steps, which bends where the first one
 // would shrink. In the third the ends of the outline travel on roads, drawn thin.
 
-#include <hv/hv.h>
+#include "support/SvgPage.h"
+#include "support/outlines.h"
 
 #include <cmath>
-#include <cstdio>
 
 namespace {
 
@@ -21,47 +21,16 @@ constexpr double kCell = 130;  // a picture's share of the row, in pixels
 using Outline = HvPath2fProp1d;
 using Morph = int (HvMorpher::*)(double, Outline&) const;
 
-/// A polyline around (0, 0) whose distance and direction `at(u)` tells for u from 0 to 1.
-template <class At>
-Outline Drawn(int nodes, At at)
-{
-    Outline path(0u);
-    for (int i = 0; i <= nodes; ++i) {
-        HvPoint2<float> const point(at(static_cast<double>(i) / nodes));
-        i == 0 ? path.Moveto(point) : path.Lineto(point);
-    }
-    return path;
-}
-
-HvPoint2<double> Polar(double distance, double turns)
-{
-    double const angle = 6.283185307179586 * turns;
-    return {distance * std::cos(angle), distance * std::sin(angle)};
-}
-
-void DrawPath(std::FILE* file, HvPath2f const& path, double x, double y, char const* style)
-{
-    HvPoint2fArray points;
-    HvPointTagArray tags;
-    path.AltFlatten(0.1, points, tags);
-    std::fprintf(file, "<path %s d='", style);
-    for (unsigned int i = 0; i < points.Size(); ++i) {
-        std::fprintf(file, "%c%.1f,%.1f", tags[i] == HvPointTagStart ? 'M' : 'L', x + points[i].x,
-                     y + points[i].y);
-    }
-    std::fprintf(file, "'/>\n");
-}
-
 /// A row of pictures, each `apart` pixels right of the one before.
-void DrawRow(std::FILE* file, double y, double apart, HvMorpher const& morpher, Morph morph)
+void DrawRow(SvgPage& page, double y, double apart, HvMorpher const& morpher, Morph morph)
 {
     for (int i = 0; i < kSteps; ++i) {
         double const t = static_cast<double>(i) / (kSteps - 1);
         Outline between(0u);
         (morpher.*morph)(t, between);
         bool const isEnd = i == 0 || i == kSteps - 1;
-        DrawPath(file, between, kCell / 2 + apart * i, y,
-                 isEnd ? "stroke='#2060a0' stroke-width='3'" : "stroke='#c04020'");
+        page.Path(between, {kCell / 2 + apart * i, y},
+                  isEnd ? "stroke='#2060a0' stroke-width='3'" : "stroke='#c04020'");
     }
 }
 
@@ -69,14 +38,7 @@ void DrawRow(std::FILE* file, double y, double apart, HvMorpher const& morpher, 
 
 int main(int argc, char** argv)
 {
-    char const* const name = argc > 1 ? argv[1] : "morphing.svg";
-    std::FILE* const file = std::fopen(name, "w");
-    if (file == nullptr) {
-        std::fprintf(stderr, "morphing: cannot write %s\n", name);
-        return 1;
-    }
-    std::fprintf(file, "<svg xmlns='http://www.w3.org/2000/svg' width='910' height='580' "
-                       "fill='none'>\n<rect width='910' height='580' fill='white'/>\n");
+    SvgPage page(argc > 1 ? argv[1] : "morphing.svg", 910, 580, "fill='none'");
     HvGC gc;
     gc.minPointGap = 1.0;
 
@@ -84,12 +46,12 @@ int main(int argc, char** argv)
         Drawn(10, [](double u) { return Polar(std::fmod(10 * u, 2) < 0.5 ? 55 : 22, u); });
     star.CloseSubpath(0);
     Outline const circle(HvPath2f(HvOval2f({0, 0}, 100, 100)));
-    DrawRow(file, 75, kCell, HvMorpher(&star, &circle, gc), &HvMorpher::LinearMorph);
+    DrawRow(page, 75, kCell, HvMorpher(&star, &circle, gc), &HvMorpher::LinearMorph);
 
     // Directions are blended as angles from 0 to a full circle: these do not pass its end.
     Outline const line = Drawn(1, [](double u) { return HvPoint2<double>(55 - 110 * u, 0); });
     Outline const ring = Drawn(90, [](double u) { return Polar(45, (350 * u - 85) / 360); });
-    DrawRow(file, 200, kCell, HvMorpher(&line, &ring, gc), &HvMorpher::TurtleMorph);
+    DrawRow(page, 200, kCell, HvMorpher(&line, &ring, gc), &HvMorpher::TurtleMorph);
 
     Outline const wave = Drawn(80, [](double u) {
         return HvPoint2<double>(110 * u - 55, 25 * std::sin(12.566370614359172 * u));
@@ -103,13 +65,11 @@ int main(int argc, char** argv)
     HvPath2f high(0);
     high.Moveto({55, 0});
     high.Curveto({200, -150}, {500, -100}, {720, 60});
-    DrawPath(file, low, kCell / 2, 400, "stroke='#bbb'");
-    DrawPath(file, high, kCell / 2, 400, "stroke='#bbb'");
+    page.Path(low, {kCell / 2, 400}, "stroke='#bbb'");
+    page.Path(high, {kCell / 2, 400}, "stroke='#bbb'");
     HvMorpher travelling(&wave, &bow, gc);
     travelling.SetMotionPath(0, 0, &low);
     travelling.SetMotionPath(80, 40, &high);
-    DrawRow(file, 400, 0, travelling, &HvMorpher::LinearMotionPathMorph);
-
-    std::fprintf(file, "</svg>\n");
-    return std::fclose(file) == 0 ? 0 : 1;
+    DrawRow(page, 400, 0, travelling, &HvMorpher::LinearMotionPathMorph);
+    return page.Close("morphing") ? 0 : 1;
 }

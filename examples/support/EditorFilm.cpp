@@ -5,6 +5,7 @@
 
 #include "EditorFilm.h"
 
+#include <cstdio>
 #include <fstream>
 #include <sstream>
 
@@ -68,6 +69,23 @@ void DrawKeys(std::ostream& out, HvTransfo4 const& panel, HvStdFCurve const& cur
 
 }  // namespace
 
+HvStdFCurve EditorFilm::SampleCurve()
+{
+    HvStdFCurve curve(0, HvBaseFCurve::CubicSegment);
+    for (Point const key :
+         {Point(0, 0), Point(2, 3), Point(4, 1), Point(6, 5), Point(9, 3), Point(11, 0)}) {
+        double x = key.x;
+        curve.CreateKey(x, key.y, HvBaseFCurve::CubicSegment, HvBaseFCurve::CubicSegment);
+        curve.SetConstraint(x, HvBaseFCurve::AutomaticTangents, 1, 0);
+        curve.SetConstraint(x, HvBaseFCurve::UnlimitedAutoSlope, 1, 0);
+    }
+    curve.FreezeTangentsInInterval(0.0, 11.0, 1, 1, HvBaseFCurve::AutomaticTangents);
+    curve.SetKeyValue(6, HvBaseFCurve::Right, 2, 0);
+    curve.SetSelected(1);
+    curve.SetKeySelected(4.0, 1);
+    return curve;
+}
+
 void EditorFilm::AddFrame(HvStdFCurve const& curve, char const* title, Extent const& invalid,
                           Extent const& region)
 {
@@ -105,8 +123,9 @@ std::string EditorFilm::Film() const
 std::string EditorFilm::Sheet() const
 {
     std::ostringstream out;
-    out << "<svg xmlns='http://www.w3.org/2000/svg' width='1600' height='480'"
-           " font-family='sans-serif' font-size='13'>\n";
+    out << "<svg xmlns='http://www.w3.org/2000/svg' width='1600' height='"
+        << 120 * ((frames_.size() / kStepsBetween + 7) / 8)
+        << "' font-family='sans-serif' font-size='13'>\n";
     for (unsigned i = 0; i * kStepsBetween < frames_.size(); ++i) {
         out << "<svg x='" << i % 8 * 200 << "' y='" << i / 8 * 120
             << "' width='200' height='120' viewBox='0 0 400 240'>\n"
@@ -116,10 +135,15 @@ std::string EditorFilm::Sheet() const
     return out.str();
 }
 
-char const* EditorFilm::Write(char const* film, char const* sheet) const
+int EditorFilm::Write(char const* example, int argc, char** argv) const
 {
-    if (!(std::ofstream(film) << Film() << std::flush)) {
-        return film;
+    std::string const film = argc > 1 ? argv[1] : example + std::string(".svg");
+    std::string const sheet = argc > 2 ? argv[2] : example + std::string("_sheet.svg");
+    bool const isFilmWritten = bool(std::ofstream(film) << Film() << std::flush);
+    if (isFilmWritten && std::ofstream(sheet) << Sheet() << std::flush) {
+        std::printf("%zu frames in %s\n", frames_.size(), film.c_str());
+        return 0;
     }
-    return std::ofstream(sheet) << Sheet() << std::flush ? nullptr : sheet;
+    std::fprintf(stderr, "%s: cannot write %s\n", example, (isFilmWritten ? sheet : film).c_str());
+    return 1;
 }

@@ -51,11 +51,13 @@ public:
         return true;
     }
 
-    std::size_t NumFrames() const { return frames_.size(); }
+    /// Six keys with tangents of their own, one of them selected, one with a jump.
+    static HvStdFCurve SampleCurve();
+
     /// Writes all frames one after another, for a tenth of a second each, for ever, and those at
-    /// the recorded places side by side, eight in a row; both as SVG. Null, or the file that cannot
-    /// be written.
-    char const* Write(char const* film, char const* sheet) const;
+    /// the recorded places side by side, eight in a row; both as SVG, into EXAMPLE.svg and
+    /// EXAMPLE_sheet.svg unless the program's arguments tell otherwise. Gives its exit status.
+    int Write(char const* example, int argc, char** argv) const;
 
 private:
     static constexpr unsigned kStepsBetween = 3;  // mouse steps from one recorded place to the next

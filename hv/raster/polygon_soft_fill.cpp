@@ -138,15 +138,28 @@ private:
         uneven_[numUneven_++] = {row, bandHeight_};
     }
 
+    /// Sets those of the places in a column that are read later: rows of one value are not.
+    void SetUneven(HvPlaces places, double value)
+    {
+        for (std::size_t k = 0; k < numUneven_; ++k) {
+            std::int64_t const from = std::max(places.first, uneven_[k].first);
+            std::int64_t const to = std::min(places.end, uneven_[k].end);
+            if (from < to) {
+                std::fill(blurred_.Data() + from, blurred_.Data() + to, value);
+            }
+        }
+    }
+
     void BlurColumn(double const* column)
     {
-        std::fill_n(blurred_.Data(), bandHeight_, 0.0);
+        SetUneven({0, bandHeight_}, 0.0);
         for (std::int64_t y = 0; y < shapeHeight_;) {
             std::int64_t const first = y;
             y = EndOfRun(column, first);
             if (y > first) {
-                HvBlurredRun(kernel_, first + toBand_, y - 1 + toBand_, bandHeight_)
-                    .Add(blurred_.Data());
+                HvBlurredRun const run(kernel_, first + toBand_, y - 1 + toBand_, bandHeight_);
+                run.AddRims(blurred_.Data());
+                SetUneven(run.Solid(), kHvFullCoverage);
                 continue;
             }
             y = EndOfValues(column, first);

@@ -2,7 +2,7 @@
 # Copyright (c) 2026 the Hv authors
 # SPDX-License-Identifier: MIT
 
-"""Compares the symbols that the shared library exports with the list that is kept.
+"""Compares the name and the symbols of the shared library with the list that is kept.
 
     exported_symbols.py libhv.so exported_symbols.txt            exit status 1 when they differ
     exported_symbols.py --update libhv.so exported_symbols.txt   keep what the library exports
@@ -11,8 +11,17 @@
 import argparse
 import difflib
 import pathlib
+import re
 import subprocess
 import sys
+
+
+def name_of(readelf, library):
+    """The name that programs remember when they are linked, as the list's first line."""
+    listing = subprocess.run(
+        [readelf, "--dynamic", library], check=True, capture_output=True, text=True).stdout
+    found = re.search(r"\(SONAME\).*\[(.*)\]", listing)
+    return f"SONAME {found.group(1) if found else '(none)'}"
 
 
 def exported(nm, library):
@@ -31,17 +40,19 @@ def exported(nm, library):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--nm", default="nm")
+    parser.add_argument("--readelf", default="readelf")
     parser.add_argument("--update", action="store_true")
     parser.add_argument("shared_object", metavar="LIBRARY")
     parser.add_argument("kept", type=pathlib.Path)
     arguments = parser.parse_args()
-    now = exported(arguments.nm, arguments.shared_object)
+    now = [name_of(arguments.readelf, arguments.shared_object),
+           *exported(arguments.nm, arguments.shared_object)]
     if arguments.update:
         arguments.kept.write_text("\n".join(now) + "\n")
         return 0
     kept = arguments.kept.read_text().splitlines()
     difference = list(difflib.unified_diff(kept, now, "kept", "exported", n=0, lineterm=""))
-    print("\n".join(difference) or f"{len(now)} symbols, as kept")
+    print("\n".join(difference) or f"{now[0]} and {len(now) - 1} symbols, as kept")
     return 1 if difference else 0
 
 

@@ -157,6 +157,10 @@ class Checks(unittest.TestCase):
   def test_sizes(self):
     self.spoiled("sizes", "Low.cpp: 70[0-9] lines", {"hv/low/Low.cpp": source() + "//\n" * 700})
 
+  def test_an_example_fits_a_screen_and_a_half(self):
+    long = source("hv/hv.h") + "//\n" * 75
+    self.spoiled("sizes", "walk.cpp: 81 lines; an example has 80 at most", {"examples/walk.cpp": long})
+
   def test_umbrella(self):
     for expected, text in (
         ("does not include hv/high/High.h", header("HV_HV_H", "hv/low/Low.h")),

@@ -16,6 +16,8 @@ TEXT = CODE + SCRIPTS + (".md", ".in", ".json", ".yml", ".clang-format", ".clang
 # Recorded input keeps the bytes that it came with.
 DATA = ("tests/data/", "examples/data/", "fuzz/corpus/")
 NOTED_LINES = 700
+# An example shows one task, on a screen and a half; what draws for it stands in examples/support.
+EXAMPLE_LINES = 80
 
 
 def own_files(tree, suffixes):
@@ -64,3 +66,5 @@ def check_sizes(tree):
     count = len(tree.lines(path))
     if count > NOTED_LINES:
       yield Finding(path, 0, f"{count} lines; is there a second topic in it?", note=True)
+    if re.fullmatch(r"examples/[^/]*\.cpp", path) and count > EXAMPLE_LINES:
+      yield Finding(path, 0, f"{count} lines; an example has {EXAMPLE_LINES} at most")
