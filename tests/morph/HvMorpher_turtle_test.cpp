@@ -30,6 +30,17 @@ TEST(HvMorpher_turtle, LinesTurn)
     EXPECT_NEAR(LastPoint(out).y, 10 * std::sqrt(0.5), 1e-4);
 }
 
+TEST(HvMorpher_turtle, OutlinesShorterThanTheSpacingAreOneStep)
+{
+    HvPath2fProp1d const first = Polyline({{0, 0}, {1, 0}});
+    HvPath2fProp1d const second = Polyline({{0, 0}, {0, 3}});
+    HvPath2fProp1d const out = Morphed(first, second, 0.5, 10.0);
+    ASSERT_EQ(out.NumSubpaths(), 1u);
+    // Halfway between the two directions and between the two lengths.
+    EXPECT_NEAR(LastPoint(out).x, 2 * std::sqrt(0.5), 1e-6);
+    EXPECT_NEAR(LastPoint(out).y, 2 * std::sqrt(0.5), 1e-6);
+}
+
 TEST(HvMorpher_turtle, ClosedOutlinesGiveOneOpenSubpath)
 {
     HvPath2fProp1d const circle = Circle(0, 0, 20);
