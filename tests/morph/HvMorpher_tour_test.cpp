@@ -109,11 +109,14 @@ TEST(HvMorpher_tour, ParametersAdvanceByTheLongerStep)
     GiveSlope(first, 0, 0, 10);
     HvPath2fProp1d second = Polyline({{0, 2}, {6, 2}});
     AddPolyline(second, {{6, 2}, {10, 2}});
-    // Over six steps: two each.
+    // Over six steps: two each, against one, and the other way around.
     GiveSlope(second, 0, 0, 12);
-    HvPath2fProp1d const out = Morphed(first, second, 0.5, 1.0);
-    EXPECT_NEAR(out.GetLargestArcLength(0), 12.0, 1e-9);
-    EXPECT_NEAR(out.EvalPropCurve(0, 12.0), 9.0, 1e-9);
+    HvPath2fProp1d const outlines[] = {Morphed(first, second, 0.5, 1.0),
+                                       Morphed(second, first, 0.5, 1.0)};
+    for (HvPath2fProp1d const& out : outlines) {
+        EXPECT_NEAR(out.GetLargestArcLength(0), 12.0, 1e-9);
+        EXPECT_NEAR(out.EvalPropCurve(0, 12.0), 9.0, 1e-9);
+    }
 }
 
 TEST(HvMorpher_tour, ShortSubpathsGetAStepEach)

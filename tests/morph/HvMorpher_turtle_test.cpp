@@ -75,6 +75,18 @@ TEST(HvMorpher_turtle, PropertyOfTheFirstSubpathsGoesToTheNewOne)
     EXPECT_EQ(out.EvalPropCurve(2, 3.0), 7.0);
 }
 
+TEST(HvMorpher_turtle, PropertyIsThatOfTheFirstSubpathsThoughTheyHaveOnePoint)
+{
+    HvPath2fProp1d dotted = Polyline({{0, 0}});
+    AddPolyline(dotted, {{0, 0}, {10, 0}});
+    HvPoint2dArray points;
+    points.Add({0.0, 7.0});
+    dotted.SetPropCurve(0, points, 1e-9);
+    HvPath2fProp1d const plain = Polyline({{0, 0}, {0, 10}});
+    EXPECT_EQ(Morphed(dotted, plain, 0.5, 1.0).EvalPropCurve(0, 3.0), 7.0);
+    EXPECT_EQ(Morphed(plain, dotted, 0.5, 1.0).EvalPropCurve(0, 3.0), 7.0);
+}
+
 TEST(HvMorpher_turtle, AnOutlineWithoutAPointGivesNothing)
 {
     HvPath2fProp1d const empty(0);
