@@ -160,6 +160,26 @@ TEST(HvMorpher_tour, SubpathsGetStepsInProportionToTheirLengths)
     EXPECT_EQ(SharesOf({0.25f, 9.75f}), (std::vector<int>{1, 9}));
 }
 
+TEST(HvMorpher_tour, StretchesEndWithTheSubpathOfEither)
+{
+    // Steps of 4 and 8 against 8, 2 and 2.
+    HvPath2fProp1d first = Polyline({{0, 0}, {4, 0}});
+    AddPolyline(first, {{100, 0}, {108, 0}});
+    HvPath2fProp1d second = Polyline({{0, 50}, {8, 50}});
+    AddPolyline(second, {{100, 50}, {102, 50}});
+    AddPolyline(second, {{200, 50}, {202, 50}});
+    HvPath2fProp1d const out = Morphed(first, second, 0.0, 1.0);
+    std::vector<float> starts;
+    HvPath2fIter subpaths(out);
+    unsigned int from = 0;
+    unsigned int to = 0;
+    while (subpaths.GetNextSubPathIndices(from, to) != 0) {
+        starts.push_back(out.GetPoint(from).x);
+    }
+    EXPECT_EQ(starts, (std::vector<float>{0, 100, 104, 106}));
+    EXPECT_EQ(LastPoint(out), HvPoint2<float>(108, 0));
+}
+
 TEST(HvMorpher_tour, TheLastSubpathMayGetASingleStep)
 {
     HvPath2fProp1d first = Polyline({{0, 0}, {9, 0}});
