@@ -9,11 +9,14 @@
 // regions join at each tooth. "Trace" tells contours to callbacks that count them, "Vectorize"
 // writes them into a new path, "Fit" fits cubics within half a pixel. FindContours is OpenCV's, all
 // points kept, with outer contours and holes; PotraceDecompose is the first stage of potrace, all
-// paths found and dropped as too small. They get the image in the form that they take.
+// paths found and dropped as too small. They get the image in the form that they take: potrace has
+// eight pixels in a byte. Two floors tell what no vectorizer can do without: "ReadPixels" looks at
+// every byte of the image, "WritePoints" appends the outlines, known beforehand, to a new path.
 
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvPath2f.h>
+#include <hv/shape/HvPath2fIter.h>
 #include <hv/vectorize/HvVectorizer.h>
 #include <hv/vectorize/ObContext.h>
 #include <hv/vectorize/ObVectorize.h>
@@ -29,6 +32,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <random>
@@ -200,6 +204,40 @@ struct Fit {
     }
 };
 
+struct ReadPixels {
+    HvUByteRaster const& image;
+    explicit ReadPixels(HvUByteRaster const& raster) : image(raster) {}
+    std::size_t Run()
+    {
+        // A value that no pixel has.
+        return std::memchr(image.data, 1, image.NumPixels()) == nullptr ? 1 : 0;
+    }
+};
+
+struct WritePoints {
+    std::vector<HvPoint2<float>> points;
+    std::vector<unsigned int> sizes;
+    explicit WritePoints(HvUByteRaster const& raster)
+    {
+        HvPath2f path(0);
+        HvVectorizer(0, 0).Vectorize(raster, kInk, HvExtent2<float>(), path);
+        HvPath2fIter subpaths(path);
+        unsigned int first = 0;
+        unsigned int last = 0;
+        while (subpaths.GetNextSubPathIndices(first, last) != 0) {
+            sizes.push_back(last - first + 1);
+        }
+        points.resize(path.NumPoints());
+        path.GetPoints(0, path.NumPoints() - 1, points.data());
+    }
+    std::size_t Run()
+    {
+        HvPath2f path(0);
+        path.AppendPolylines(points.data(), sizes.data(), static_cast<unsigned int>(sizes.size()));
+        return path.NumPoints();
+    }
+};
+
 #if defined(HV_PEER_OPENCV)
 struct FindContours {
     cv::Mat image;
@@ -291,6 +329,8 @@ void Register(std::string const& tracer, int mostCheckers = 4096)
 bool const isRegistered = [] {
     Register<Trace>("Trace");
     Register<Vectorize>("Vectorize");
+    Register<ReadPixels>("ReadPixels");
+    Register<WritePoints>("WritePoints");
 #if defined(HV_PEER_OPENCV)
     Register<FindContours>("FindContours", 512);
 #endif

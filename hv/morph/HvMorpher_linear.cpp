@@ -36,8 +36,8 @@ void MorphPairs(HvMorpherImpl const& morph, double t, HvMorphOutput& output)
         HvPoint2fArraySingleComponent_Lerp(samples.first, samples.second, t, blended);
         bool const isClosed =
             morph.first->IsSubpathClosed(first) != 0 && morph.second->IsSubpathClosed(second) != 0;
-        unsigned int subpath = 0;
-        if (output.AppendFit(blended, isClosed, subpath)) {
+        unsigned int const subpath = output.AppendFit(blended, isClosed);
+        if (output.Has(subpath)) {
             morph.SetThePropertyCurve(t, output.path, samples.steps, first, second, subpath);
         }
     }

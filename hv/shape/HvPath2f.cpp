@@ -164,13 +164,15 @@ void HvPath2f::AppendPolylines(HvPoint2<float> const* pts, unsigned int const* s
     bool isClosed = false;
     unsigned int first = 0;
     for (unsigned int i = 0; i < count; ++i) {
-        unsigned int const last = first + sizes[i] - 1;
-        roles[first] = kHvPathStartRole;
-        isClosed = first != last && pts[first] == pts[last];
-        if (isClosed) {
-            roles[last] = HvPathRole_OfEnd(1, true);
+        if (sizes[i] != 0) {
+            unsigned int const last = first + sizes[i] - 1;
+            roles[first] = kHvPathStartRole;
+            isClosed = first != last && pts[first] == pts[last];
+            if (isClosed) {
+                roles[last] = HvPathRole_OfEnd(1, true);
+            }
+            first = last + 1;
         }
-        first = last + 1;
     }
     if (total != 0) {
         HvShapeLock const lock(*this);

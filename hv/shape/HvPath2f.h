@@ -104,7 +104,7 @@ public:
     /// Lineto to the others append, and Closeto where the last of several points equals the first.
     ///
     /// @param pts    the points of all, one polyline after the other; not those of this path.
-    /// @param sizes  how many points each of the `count` polylines has, 1 or more.
+    /// @param sizes  how many points each of the `count` polylines has; 0 adds nothing.
     void AppendPolylines(HvPoint2<float> const* pts, unsigned int const* sizes, unsigned int count);
 
     // Structure. Counts are walks over the tags.

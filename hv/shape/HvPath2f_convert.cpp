@@ -13,12 +13,9 @@ HvPath2f::HvPath2f(HvRect2f const& rect) : HvPath2f(8)
 {
     HvPoint2<float> handles[HvParallelogram2f::kHandles];
     rect.GetPoints(0, HvParallelogram2f::kHandles - 1, handles);
-    Moveto(handles[2]);
-    Lineto(handles[4]);
-    Lineto(handles[6]);
-    Lineto(handles[8]);
-    Lineto(handles[2]);
-    Closeto();
+    HvPoint2<float> const corners[] = {handles[2], handles[4], handles[6], handles[8], handles[2]};
+    unsigned int const size = 5;
+    AppendPolylines(corners, &size, 1);
 }
 
 HvPath2f::HvPath2f(HvOval2f const& oval) : HvPath2f(16)

@@ -15,12 +15,10 @@ template class HvParallelogramShape2f<HvRect2f>;
 void HvRect2f::SetupPathRep(HvPath2f& path) const
 {
     HvShapeLock const lock(*this);
-    path.Moveto(frame_.p0);
-    path.Lineto(frame_.p1);
-    path.Lineto(frame_.FourthCorner());
-    path.Lineto(frame_.p2);
-    path.Lineto(frame_.p0);
-    path.Closeto();
+    HvPoint2<float> const corners[] = {frame_.p0, frame_.p1, frame_.FourthCorner(), frame_.p2,
+                                       frame_.p0};
+    unsigned int const size = 5;
+    path.AppendPolylines(corners, &size, 1);
 }
 
 int HvRect2f::IsIntersectingExtent(HvGC const& gc, HvExtent2<float> const& extent,

@@ -75,8 +75,7 @@ private:
 /// Draws contours into a path as polygons without points within a side, many at a time.
 class PolygonSink final : public ObContourSink {
 public:
-    explicit PolygonSink(HvPath2f& path)
-        : path_(path), points_(kBatchPoints), sizes_(kBatchPoints / 4)
+    explicit PolygonSink(HvPath2f& path) : path_(path), points_(kBatchPoints), sizes_(kBatchPoints)
     {
     }
 
@@ -145,12 +144,17 @@ unsigned int HvVectorizer::Vectorize(HvUByteRaster const& raster, unsigned char 
     int const width = std::clamp(raster.width, 0, kObWidestRaster);
     auto const entries = static_cast<unsigned int>(ObRow_MostEntries(width));
     HvUShortArray rows[] = {HvUShortArray(entries), HvUShortArray(entries), HvUShortArray(entries)};
-    ObContext context = {};
-    context.perimeterThreshold = impl_->perimeterThreshold;
-    context.areaThreshold = impl_->areaThreshold;
-    for (int i = 0; i < 3; ++i) {
-        context.rows[i] = rows[i].Data();
-    }
+    // No callbacks: the sink is told instead.
+    ObContext context = {nullptr,
+                         nullptr,
+                         nullptr,
+                         nullptr,
+                         nullptr,
+                         nullptr,
+                         nullptr,
+                         impl_->perimeterThreshold,
+                         impl_->areaThreshold,
+                         {rows[0].Data(), rows[1].Data(), rows[2].Data()}};
     PolygonSink sink(path);
     ObTracer(context, sink).Trace(raster, value);
     sink.Flush();

@@ -133,7 +133,7 @@ void ContourFitter::FitRun(Run const& run)
         return;
     }
     if (split <= run.first || split >= run.last) {
-        // The fitter has no opinion, as on a tolerance that is no number.
+        // The fitter promises a point between the ends; with another one this would go on for ever.
         split = run.first + (run.last - run.first) / 2;
     }
     Vector const tangent = TangentAtSplit(split);

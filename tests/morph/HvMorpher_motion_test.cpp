@@ -68,6 +68,49 @@ TEST(HvMorpher_motion, ARoadWithoutALengthLeavesTheAnchor)
     EXPECT_EQ(Travelled(&noRoad, 1.0).GetPoint(0), HvPoint2<float>(0, 0));
 }
 
+TEST(HvMorpher_motion, AnchorsLeaveTheStartOfARoadAtOnce)
+{
+    HvPath2f const road = Polyline({{0, 20}, {0, 24}, {4, 24}});
+    HvPath2fProp1d const out = Travelled(&road, 0.0625);
+    EXPECT_NEAR(out.GetPoint(0).x, 0, 1e-4);
+    EXPECT_NEAR(out.GetPoint(0).y, 20.5, 1e-4);
+}
+
+TEST(HvMorpher_motion, SectionsShorterThanTheSpacingAreOneStep)
+{
+    HvGC const gc = SpacedContext(1000.0);
+    HvMorpher morpher(&Line(), &OtherLine(), gc);
+    morpher.SetMotionPath(0, 0, nullptr);
+    morpher.SetMotionPath(1, 2, nullptr);
+    HvPath2fProp1d out(0);
+    EXPECT_EQ(morpher.LinearMotionPathMorph(0.5, out), 1);
+    ASSERT_NE(out.NumPoints(), 0u);
+    EXPECT_NEAR(out.GetPoint(0).x, 20, 1e-4);
+    EXPECT_NEAR(LastPoint(out).x, 30, 1e-4);
+}
+
+TEST(HvMorpher_motion, AnchorsNearerThanATenMillionthLeaveTheSection)
+{
+    // How high the tip is, halfway, of two sections of height 8 whose ends are so far apart; the
+    // travelling anchors are as far apart as the mean of both.
+    auto const tipOf = [](float start, float partner) {
+        HvPath2fProp1d const first = Polyline({{0, 0}, {0, 8}, {start, 0}});
+        HvPath2fProp1d const second = Polyline({{0, 0}, {0, 8}, {0, 8}, {partner, 0}});
+        HvGC const gc = SpacedContext(0.25);
+        HvMorpher morpher(&first, &second, gc);
+        morpher.SetMotionPath(0, 0, nullptr);
+        morpher.SetMotionPath(2, 3, nullptr);
+        HvPath2fProp1d out(0);
+        EXPECT_EQ(morpher.LinearMotionPathMorph(0.5, out), 1);
+        HvExtent2<float> extent;
+        return out.GetExtent(extent).max.y;
+    };
+    // Only the first section shrinks; both change; the anchors are too near.
+    EXPECT_NEAR(tipOf(1.5e-7f, 0.9e-7f), 4 + 8 * 0.5 * 1.2 / 1.5, 0.5);
+    EXPECT_NEAR(tipOf(1.5e-7f, 1.1e-7f), 8 * 0.5 * (1.3 / 1.5 + 1.3 / 1.1), 0.5);
+    EXPECT_NEAR(tipOf(1.5e-7f, -1.1e-7f), 8, 0.5);
+}
+
 TEST(HvMorpher_motion, SectionsTurnAndGrow)
 {
     // From a line along x to one twice as long along y, around a common start.

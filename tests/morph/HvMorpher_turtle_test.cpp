@@ -30,6 +30,17 @@ TEST(HvMorpher_turtle, LinesTurn)
     EXPECT_NEAR(LastPoint(out).y, 10 * std::sqrt(0.5), 1e-4);
 }
 
+TEST(HvMorpher_turtle, OutlinesShorterThanTheSpacingAreOneStep)
+{
+    HvPath2fProp1d const first = Polyline({{0, 0}, {1, 0}});
+    HvPath2fProp1d const second = Polyline({{0, 0}, {0, 3}});
+    HvPath2fProp1d const out = Morphed(first, second, 0.5, 10.0);
+    ASSERT_EQ(out.NumSubpaths(), 1u);
+    // Halfway between the two directions and between the two lengths.
+    EXPECT_NEAR(LastPoint(out).x, 2 * std::sqrt(0.5), 1e-6);
+    EXPECT_NEAR(LastPoint(out).y, 2 * std::sqrt(0.5), 1e-6);
+}
+
 TEST(HvMorpher_turtle, ClosedOutlinesGiveOneOpenSubpath)
 {
     HvPath2fProp1d const circle = Circle(0, 0, 20);
@@ -62,6 +73,18 @@ TEST(HvMorpher_turtle, PropertyOfTheFirstSubpathsGoesToTheNewOne)
     HvMorpher(&first, &second, gc).TurtleMorph(0.5, out);
     EXPECT_EQ(out.HasPropCurve(0), 0);
     EXPECT_EQ(out.EvalPropCurve(2, 3.0), 7.0);
+}
+
+TEST(HvMorpher_turtle, PropertyIsThatOfTheFirstSubpathsThoughTheyHaveOnePoint)
+{
+    HvPath2fProp1d dotted = Polyline({{0, 0}});
+    AddPolyline(dotted, {{0, 0}, {10, 0}});
+    HvPoint2dArray points;
+    points.Add({0.0, 7.0});
+    dotted.SetPropCurve(0, points, 1e-9);
+    HvPath2fProp1d const plain = Polyline({{0, 0}, {0, 10}});
+    EXPECT_EQ(Morphed(dotted, plain, 0.5, 1.0).EvalPropCurve(0, 3.0), 7.0);
+    EXPECT_EQ(Morphed(plain, dotted, 0.5, 1.0).EvalPropCurve(0, 3.0), 7.0);
 }
 
 TEST(HvMorpher_turtle, AnOutlineWithoutAPointGivesNothing)

@@ -264,6 +264,21 @@ TEST(HvPath2f, AppendsPolylinesAsTheirPointsOneByOneDo)
     }
 }
 
+TEST(HvPath2f, AppendsNothingForPolylinesWithoutPoints)
+{
+    OpenPath path = SmoothRun();
+    path.AppendPolylines(nullptr, nullptr, 0);
+    unsigned int const none[] = {0, 0};
+    path.AppendPolylines(nullptr, none, 2);
+    EXPECT_EQ(ImageOf(path), ImageOf(SmoothRun()));
+    PathPoint const pts[] = {{1, 1}, {2, 2}, {1, 1}, {7, 7}};
+    unsigned int const some[] = {0, 3, 0, 1, 0};
+    path.AppendPolylines(pts, some, 5);
+    std::vector<unsigned int> expected = TagsOf(SmoothRun());
+    expected.insert(expected.end(), {1, 3, 4, 1});
+    EXPECT_EQ(TagsOf(path), expected);
+}
+
 TEST(HvPath2f, GrowsOnceForPolylines)
 {
     OpenPath path;

@@ -149,6 +149,8 @@ TEST(ObContour, IsKeptAtZeroEvenWhereItHasNoExtent)
     EXPECT_EQ(TraceRecorder(pixel, 0, 0).regions.size(), 1u);
     EXPECT_EQ(TraceRecorder(pixel, 1e-300, 0).regions.size(), 0u);
     EXPECT_EQ(TraceRecorder(pixel, 0, 1e-300).regions.size(), 0u);
+    EXPECT_EQ(TraceRecorder(pixel, 1, 0).regions.size(), 0u);
+    EXPECT_EQ(TraceRecorder(pixel, 0, 1).regions.size(), 0u);
     EXPECT_EQ(TraceRecorder(pixel, -1, -1).regions.size(), 1u);
     EXPECT_EQ(TraceRecorder(pixel, kNaN, 0).regions.size(), 0u);
     EXPECT_EQ(TraceRecorder(pixel, 0, kNaN).regions.size(), 0u);

@@ -8,23 +8,23 @@
 #include <hv/morph/HvMorpherImpl.h>
 #include <hv/shape/HvGC.h>
 
-bool HvMorphOutput::AppendFit(HvPoint2fArray const& line, bool isClosed, unsigned int& subpath)
+unsigned int HvMorphOutput::AppendFit(HvPoint2fArray const& line, bool isClosed)
 {
-    subpath = path.NumPoints();
+    unsigned int const subpath = path.NumPoints();
     if (isClosed) {
         tool_.ClosedFit(line, gc_.cornerCosSquared, 3, gc_.minPointGap, 0, sink_);
     } else {
         tool_.OpenFit(line, gc_.cornerCosSquared, 3, gc_.minPointGap, 0, sink_, 0);
     }
-    return path.NumPoints() > subpath;
+    return subpath;
 }
 
 void HvMorphOutput_AppendOpen(HvMorpherImpl const& morph, double t, HvPoint2fArray const& line,
                               unsigned int steps, HvPath2fProp1d& out)
 {
     HvMorphOutput output(out, *morph.gc);
-    unsigned int subpath = 0;
-    if (output.AppendFit(line, false, subpath)) {
+    unsigned int const subpath = output.AppendFit(line, false);
+    if (output.Has(subpath)) {
         morph.SetThePropertyCurve(t, output.path, steps, 0, 0, subpath);
         output.Finish();
     }

@@ -22,10 +22,11 @@ public:
     HvMorphOutput(HvMorphOutput const&) = delete;
     HvMorphOutput& operator=(HvMorphOutput const&) = delete;
 
-    /// Appends a fit of a polyline as a subpath. Returns whether it appended anything.
-    ///
-    /// @param subpath  takes the index of the first point of it.
-    bool AppendFit(HvPoint2fArray const& line, bool isClosed, unsigned int& subpath);
+    /// Appends a fit of a polyline as a subpath. Returns the index of its first point, or that of
+    /// the end of the path when there is nothing to fit.
+    unsigned int AppendFit(HvPoint2fArray const& line, bool isClosed);
+    /// Whether there is a point `i`.
+    bool Has(unsigned int i) const { return i < path.NumPoints(); }
     /// Hands the result over.
     void Finish() { out_ = path; }
 

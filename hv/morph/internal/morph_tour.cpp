@@ -118,8 +118,8 @@ void HvMorphTour_Append(HvMorpherImpl const& morph, double t, HvMorphOutput& out
         if (isClosed && start != end) {
             piece.Add(start);
         }
-        unsigned int subpath = 0;
-        if (output.AppendFit(piece, isClosed, subpath)) {
+        unsigned int const subpath = output.AppendFit(piece, isClosed);
+        if (output.Has(subpath)) {
             morph.SetThePropertyCurve(t, first.firstPoints[a.subpath], a.position, a.Steps(),
                                       second.firstPoints[b.subpath], b.position, b.Steps(), k + 1,
                                       output.path, subpath);

@@ -32,21 +32,15 @@ public:
         isInRun_ = mask >> (kObMaskPixels - 1);
     }
 
-    /// Ends the row before column `width`.
-    void Finish(int width)
-    {
-        if (isInRun_ != 0) {
-            *row_++ = static_cast<unsigned short>(width - 1 + kObRowOffset);
-        }
-        ObRow_Clear(row_);
-    }
+    void Finish() { ObRow_Clear(row_); }
 
 private:
     unsigned short* row_;
     std::uint64_t isInRun_ = 0;  // 1 or 0, for the last pixel that came
 };
 
-/// The mask of the last pixels of a row, fewer than 64; the bits behind them are 0.
+/// The mask of the last pixels of a row, fewer than 64, or none; the bits behind them are 0, which
+/// ends a run at the border.
 std::uint64_t MaskOfRest(unsigned char const* pixels, int count, unsigned char value)
 {
     unsigned char rest[kObMaskPixels];
@@ -64,8 +58,6 @@ void ObRow_Encode(unsigned char const* pixels, int width, unsigned char value, u
     for (; x + kObMaskPixels <= width; x += kObMaskPixels) {
         writer.Add(ObPixelMask(pixels + x, value), x);
     }
-    if (x < width) {
-        writer.Add(MaskOfRest(pixels + x, width - x, value), x);
-    }
-    writer.Finish(width);
+    writer.Add(MaskOfRest(pixels + x, width - x, value), x);
+    writer.Finish();
 }

@@ -12,6 +12,7 @@
 
 #include <cassert>
 #include <cstddef>
+#include <iterator>
 
 namespace {
 
@@ -48,17 +49,22 @@ bool StartsHigher(ObContour const* a, ObContour const* b)
 ObTracer::ObTracer(ObContext& context, ObContourSink& sink)
     : context_(context), sink_(sink),
       keepsAll_(context.areaThreshold == 0 && context.perimeterThreshold == 0),
-      above_(context.rows[0]), current_(context.rows[1]), below_(context.rows[2]), head_(),
-      tail_(), loneContour_{&loneContour_, &loneContour_, loneVertices_, nullptr,
-                            nullptr,       true,          true},
-      loneVertices_{{nullptr, nullptr, ObVertexRegionLeft, 0, 0},
-                    {nullptr, nullptr, ObVertexMeetLeft, 0, 0},
-                    {nullptr, nullptr, ObVertexMeetRight, 0, 0},
-                    {nullptr, nullptr, ObVertexRegionRight, 0, 0}}
+      above_(context.rows[0]), current_(context.rows[1]), below_(context.rows[2]), head_(), tail_(),
+      loneContour_(), loneVertices_()
 {
-    for (int i = 0; i < 4; ++i) {
-        Link(&loneVertices_[i], &loneVertices_[(i + 1) % 4]);
+    ObVertexKind const kinds[] = {ObVertexRegionLeft, ObVertexMeetLeft, ObVertexMeetRight,
+                                  ObVertexRegionRight};
+    ObVertex* last = std::end(loneVertices_) - 1;
+    for (ObVertex& vertex : loneVertices_) {
+        vertex.kind = kinds[&vertex - loneVertices_];
+        Link(last, &vertex);
+        last = &vertex;
     }
+    loneContour_.previous = &loneContour_;
+    loneContour_.next = &loneContour_;
+    loneContour_.start = loneVertices_;
+    loneContour_.isOuter = true;
+    loneContour_.closed = true;
     head_.next = &tail_;
     tail_.previous = &head_;
 }
