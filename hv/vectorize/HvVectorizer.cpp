@@ -37,10 +37,14 @@ namespace {
 /// count, few enough to stay in the nearest cache.
 constexpr unsigned int kBatchPoints = 2048;
 
-/// Draws one contour into an array, without points within a side.
+/// Draws one contour into an array, without points within a side. It goes on from a state of its
+/// own, which stays in registers.
 class PolygonPen {
 public:
-    explicit PolygonPen(HvPoint2fArray& points) : points_(points) {}
+    PolygonPen(HvPoint2fArray& points, VectClosure const& closure)
+        : points_(points), closure_(closure)
+    {
+    }
 
     void MoveTo(HvPoint2<int> const& corner)
     {
@@ -60,11 +64,13 @@ public:
         closure_.x = p.x;
         closure_.y = p.y;
     }
-    /// Adds the last point; returns how many there are of the contour.
-    unsigned int Finish()
+    /// Adds the last point; returns where the drawing stands behind the contour.
+    VectClosure const& Finish()
     {
         points_.Add(HvPoint2<float>(closure_.x, closure_.y));
-        return closure_.subpathPoints;
+        closure_.pointsAdded += closure_.subpathPoints;
+        closure_.firstContour = 0;
+        return closure_;
     }
 
 private:
@@ -75,22 +81,22 @@ private:
 /// Draws contours into a path as polygons without points within a side, many at a time.
 class PolygonSink final : public ObContourSink {
 public:
-    explicit PolygonSink(HvPath2f& path) : path_(path), points_(kBatchPoints), sizes_(kBatchPoints)
+    explicit PolygonSink(HvPath2f& path) : points_(kBatchPoints), sizes_(kBatchPoints)
     {
+        closure_.path = &path;
     }
 
-    void BeginRegion() override {}
+    void BeginRegion() override { closure_.firstContour = 1; }
     void Add(ObContour const& contour) override;
     void EndRegion() override {}
 
     /// Hands what was collected to the path.
     void Flush();
     /// Points of all contours.
-    unsigned int PointsAdded() const { return pointsAdded_; }
+    unsigned int PointsAdded() const { return closure_.pointsAdded; }
 
 private:
-    HvPath2f& path_;
-    unsigned int pointsAdded_ = 0;
+    VectClosure closure_;
     // The polygons that are not in the path yet, and how many points each has.
     HvPoint2fArray points_;
     HvDynArray<unsigned int> sizes_;
@@ -98,11 +104,10 @@ private:
 
 void PolygonSink::Add(ObContour const& contour)
 {
-    PolygonPen pen(points_);
+    PolygonPen pen(points_, closure_);
     ObContour_Draw(contour, pen);
-    unsigned int const size = pen.Finish();
-    sizes_.Add(size);
-    pointsAdded_ += size;
+    closure_ = pen.Finish();
+    sizes_.Add(closure_.subpathPoints);
     if (points_.Size() >= kBatchPoints) {
         Flush();
     }
@@ -110,7 +115,7 @@ void PolygonSink::Add(ObContour const& contour)
 
 void PolygonSink::Flush()
 {
-    path_.AppendPolylines(points_.Data(), sizes_.Data(), sizes_.Count());
+    closure_.path->AppendPolylines(points_.Data(), sizes_.Data(), sizes_.Count());
     points_.Chop(0);
     sizes_.Chop(0);
 }

@@ -8,6 +8,8 @@
 
 #include <hv/foundation/HvPoint2.h>
 
+class HvPath2f;
+
 /// Where the drawing of contours into a path stands. The last point stays here until the next one
 /// tells that it is a corner.
 struct VectClosure {
@@ -17,8 +19,14 @@ struct VectClosure {
     /// The point before it; of no meaning while the subpath has only one.
     float beforeX = 0;
     float beforeY = 0;  ///< its row
+    /// Where the outlines go; not owned.
+    HvPath2f* path = nullptr;
+    /// Points of all outlines that are complete.
+    unsigned int pointsAdded = 0;
     /// Points of the outline so far.
     unsigned int subpathPoints = 0;
+    /// 1 until the region's first contour, which is its outer one, is complete.
+    int firstContour = 1;
 };
 
 /// Whether a line to `p` would go on in the direction of the last segment of the outline, which
