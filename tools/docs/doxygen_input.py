@@ -69,21 +69,42 @@ def header(lines, module):
   return lines
 
 
+def anchor(file, heading):
+  """The name of a heading of a page, given as a link gives it."""
+  return re.sub(r"\W", "_", f"{os.path.splitext(file)[0]}_{heading}")
+
+
 def target(path, link):
   """Where a link of the page leads, in the words of Doxygen."""
-  if re.match(r"[a-z]+:|#", link):
+  if re.match(r"[a-z]+:", link):
     return link
-  file = os.path.relpath(path.parent / link.partition("#")[0])
+  name, _, heading = link.partition("#")
+  file = os.path.relpath(path.parent / name if name else path)
+  if heading:
+    return f"@ref {anchor(file, heading)}"
   if file == "README.md":
     return "@ref index"
   return f"@ref {file}" if file.endswith(".cpp") else file
 
 
 def page(path, lines):
-  """A page; the first one is the main one."""
-  if path.resolve() == pathlib.Path("README.md").resolve():
-    lines = [lines[0] + " {#mainpage}", *lines[1:]]
-  return [re.sub(r"\]\(([^\s)]+)\)", lambda m: f"]({target(path, m[1])})", line) for line in lines]
+  """A page; the first one is the main one, and all headings below the title have names."""
+  file = os.path.relpath(path)
+  lines = list(lines)
+  in_code = False
+  for number, line in enumerate(lines):
+    in_code = in_code != line.startswith("```")
+    if in_code:
+      continue
+    if number == 0 and file == "README.md":
+      lines[0] += " {#mainpage}"
+    elif line.startswith("##"):
+      # As in the links of Markdown: lower case, blanks as hyphens, no other signs.
+      heading = re.sub(r"[^\w\- ]", "", line.lstrip("# ").lower()).replace(" ", "-")
+      lines[number] += f" {{#{anchor(file, heading)}}}"
+    else:
+      lines[number] = re.sub(r"\]\(([^\s)]+)\)", lambda m: f"]({target(path, m[1])})", line)
+  return lines
 
 
 def main():
