@@ -61,8 +61,13 @@ def header(lines, module):
   end = len(lines) - 1 - lines[::-1].index("#endif")
   if lines[guard + 1] or lines[end - 1]:
     raise ValueError("no blank lines inside the include guard")
-  # Doxygen takes an explicit instantiation for a class of its own.
-  lines = ["" if line.startswith("extern template ") else line for line in lines]
+  # Doxygen takes an explicit instantiation for a class of its own, and puts a class into the module
+  # of each header that declares it in advance.
+  for number, line in enumerate(lines):
+    if re.match(r"extern template |(class|struct) \w+;$", line):
+      lines[number] = ""
+      if lines[number - 1].startswith("template <"):
+        lines[number - 1] = ""
   lines = groups(lines, guard)
   lines[guard + 1] = f"/** @addtogroup {module} */ /** @{{ */"
   lines[end - 1] = "/** @} */"
