@@ -14,6 +14,8 @@ import pathlib
 import re
 import sys
 
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+
 
 def title_end(lines):
   """The number of the first line behind the file head and its title."""
@@ -84,7 +86,7 @@ def target(path, link):
   if re.match(r"[a-z]+:", link):
     return link
   name, _, heading = link.partition("#")
-  file = os.path.relpath(path.parent / name if name else path)
+  file = os.path.relpath(path.parent / name if name else path, ROOT)
   if heading:
     return f"@ref {anchor(file, heading)}"
   if file == "README.md":
@@ -94,7 +96,7 @@ def target(path, link):
 
 def page(path, lines):
   """A page; the first one is the main one, and all headings below the title have names."""
-  file = os.path.relpath(path)
+  file = os.path.relpath(path, ROOT)
   lines = list(lines)
   in_code = False
   for number, line in enumerate(lines):
