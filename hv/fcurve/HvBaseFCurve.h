@@ -367,7 +367,7 @@ public:
     virtual int SetReadOnlyConstraint(int on) = 0;
     /// 1 when the curve is read-only.
     virtual int IsReadOnly() const = 0;
-    /// Switches a constraint of the key within `tolerance`; on a standard curve also several at once.
+    /// Switches a constraint of the key within `tolerance`; a standard curve takes several at once.
     /// Clearing AutomaticTangents clears UnlimitedAutoSlope too. A raw curve keeps none; answers 1.
     virtual int SetConstraint(double& parameter, KeyConstraint constraint, int on,
                               double tolerance) = 0;
