@@ -22,8 +22,9 @@ IMAGES = ROOT / "docs/images"
 COMMANDS = {
   "bezier.svg": "docs/pictures/hv_page_pictures bezier {}",
   "curves.svg": "docs/pictures/hv_page_pictures curves {}",
-  "demo.svg": "tools/hv curve examples/data/bounce.json --track 0 --plot {}",
   "fills.svg": "docs/pictures/hv_page_pictures fills {}",
+  "strokes.svg": "docs/pictures/hv_page_pictures strokes {}",
+  "demo.svg": "tools/hv curve examples/data/bounce.json --track 0 --plot {}",
   "fitting.svg": "examples/hv_example_fitting {}",
   "driven_keys.svg": "examples/hv_example_driven_keys {}",
   "kite.png": "tools/hv play examples/data/kite.json --frames 13..13 --apng {} --force",
@@ -32,7 +33,6 @@ COMMANDS = {
   "motion_path.svg": "tools/hv curve examples/data/flight.json --path 0 --plot {}",
   "rotation_curves.svg": "examples/hv_example_rotation_curves {}",
   "stroke.svg": "tools/hv fit tests/data/stroke_hook.csv --tolerance 0.3 --out {}",
-  "strokes.svg": "docs/pictures/hv_page_pictures strokes {}",
   "trace_outlines.svg": "examples/hv_example_trace_outlines {}",
 }
 
