@@ -73,7 +73,7 @@ int main(int argc, char** argv)
         char text[80];
         std::snprintf(text, sizeof text, "1 to %g: %u curves, %u keys", unitsPerPixel,
                       level->NumSegments(), level->GetPropCurve(0)->GetNumKeys());
-        page.Text({x == 0 ? 40 : 580, x == 0 ? 255 : y + 70}, text);
+        page.Text({x == 0 ? 40.0 : 580.0, x == 0 ? 255.0 : y + 76}, text);
     }
     return page.Close("pressure_stroke") ? 0 : 1;
 }
