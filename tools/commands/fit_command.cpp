@@ -73,9 +73,8 @@ std::vector<double> WidthsOf(StrokeDocument const& stroke, Request const& reques
 std::string Drawn(StrokeDocument const& stroke, StrokeFit const& fit,
                   std::vector<double> const& widths, StrokePlotLabels const& labels)
 {
-    return widths.empty()
-               ? StrokePlot_Draw(stroke, fit, labels)
-               : StrokePlot_Draw(stroke, fit, widths, labels);
+    return widths.empty() ? StrokePlot_Draw(stroke, fit, labels)
+                          : StrokePlot_Draw(stroke, fit, widths, labels);
 }
 
 std::string Described(StrokeDocument const& stroke, StrokeFit const& fit, double tolerance)
