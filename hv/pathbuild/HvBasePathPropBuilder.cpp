@@ -46,6 +46,8 @@ void HvBasePathPropBuilder::StartSubpath(HvPoint2<float> const& p, double value,
 void HvBasePathPropBuilder::AddInputPoint(HvPoint2<float> const& p, double value, int force)
 {
     HvPoint2<float> const q = stroke_->Mapped(p);
+    // An end that failed may have told the track of points that did not come.
+    track_->FollowInput(stroke_->Input());
     stroke_->Builder().AddInputPoint(p, force);
     track_->Add(q, value, gc_->minPointGap);
     track_->FollowInput(stroke_->Input());

@@ -307,6 +307,26 @@ TEST(HvBezierTool_fit_outline, NearCornersOfANotchAreBothKept)
     EXPECT_EQ(chain.Segments(), 5u);
 }
 
+TEST(HvBezierTool_fit_outline, CornersAreKeptWhereverTheyStandAmongClosePoints)
+{
+    // Steps of an eighth of the reach of directions: several points are looked at together.
+    for (double const degrees : {30.0, -80.0, 150.0}) {
+        double const angle = degrees * kTwoPi / 360;
+        Point2 const out(std::cos(angle), std::sin(angle));
+        for (int before = 40; before < 48; ++before) {
+            HvPoint2fArray points;
+            for (int i = 0; i <= 100; ++i) {
+                double const way = 0.5 * (i - before);
+                points.Add(ToFloat(way < 0 ? Point2(way, 0) : out * way));
+            }
+            FittedChain const chain = OpenFitOf(points, 1.0);
+            CheckFit(chain, points, 1.0, false);
+            EXPECT_EQ(chain.Segments(), 2u) << degrees << " " << before;
+            EXPECT_TRUE(HasJoint(chain, {0, 0})) << degrees << " " << before;
+        }
+    }
+}
+
 TEST(HvBezierTool_fit_outline, ThresholdDividesTurnsIntoCornersAndBends)
 {
     // A turn by 24 degrees is a bend, one by 26 is a corner, and so is one by more than 90.

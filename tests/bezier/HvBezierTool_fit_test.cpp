@@ -244,6 +244,22 @@ TEST(HvBezierTool_fit, SplitIsTheWorstPointAndStrictlyInside)
     }
 }
 
+TEST(HvBezierTool_fit, SplitIsTheWorstPointWithoutAnyTolerance)
+{
+    // On the line but one point, which is off it in the second half.
+    Input input;
+    for (int i = 0; i <= 20; ++i) {
+        input.points.Add(FitPoint(static_cast<float>(i), i == 14 ? 5.0F : 0.0F));
+        input.parameters.Add(i);
+    }
+    input.start = input.end = Point2(1, 0);
+    for (Form const form : kForms) {
+        OneFit const fit = input.Fit(form, 0, 20, 0.0, 8);
+        EXPECT_EQ(fit.result, 0);
+        EXPECT_EQ(fit.split, 14u);
+    }
+}
+
 TEST(HvBezierTool_fit, SuccessMeansThatEveryPointIsWithinTheTolerance)
 {
     RandomCurves random(11);

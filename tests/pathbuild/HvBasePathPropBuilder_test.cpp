@@ -388,3 +388,55 @@ TEST(HvBasePathPropBuilder, WithoutMemoryTheStrokeGoesOn)
             });
     }
 }
+
+// An end that fails has told the track of a point that then does not come. The pen goes on, and the
+// values of what follows lie at their points all the same.
+TEST(HvBasePathPropBuilder, AfterAnEndThatFailedValuesLieAtTheirPoints)
+{
+    // As many points as the input of a builder first holds, so that it has no room for the end,
+    // which lies far off: its way is long, and none of it is in the path.
+    constexpr int kFull = 128;
+    constexpr int kEnd = kFull + 12;
+    constexpr double kStep = 3.0;
+    PropPoint const away(static_cast<float>(kStep * (kFull - 0.5)), 40);
+    auto const place = [](int i) { return PropPoint(static_cast<float>(kStep * i), 0); };
+    HvGC const gc;
+    for (bool const isLinear : {true, false}) {
+        struct Scene {
+            OpenProp path;
+            Builder builder;
+        };
+        int withoutEnd = 0;
+        RefuseEachAllocation(
+            [&] {
+                auto scene = std::make_unique<Scene>();
+                scene->builder =
+                    isLinear ? Linear(gc, &scene->path, 0.0) : Fit(gc, &scene->path, 0.0);
+                scene->builder->StartSubpath(place(0), 0);
+                for (int i = 1; i < kFull; ++i) {
+                    scene->builder->AddInputPoint(place(i), i % 2, 1);
+                }
+                return scene;
+            },
+            [&](std::unique_ptr<Scene>& scene) { scene->builder->EndSubpath(away, 9, 0); },
+            [&](std::unique_ptr<Scene>& scene, bool completed) {
+                OpenProp const& path = scene->path;
+                if (!completed) {
+                    for (int i = kFull; i < kEnd; ++i) {
+                        scene->builder->AddInputPoint(place(i), i % 2, 1);
+                    }
+                    scene->builder->EndSubpath(place(kEnd), 0, 0);
+                }
+                ASSERT_EQ(path.HasPropCurve(0), 1);
+                if (!completed && path.GetLargestArcLength(0) < kStep * kEnd + 1) {
+                    ++withoutEnd;
+                    // The path runs along the x axis, where the arc of a point is its x, but for
+                    // the rounding of handles.
+                    for (int i = kFull; i <= kEnd; ++i) {
+                        EXPECT_NEAR(path.EvalPropCurve(0, kStep * i), i % 2, 1e-4) << i;
+                    }
+                }
+            });
+        EXPECT_GT(withoutEnd, 0);
+    }
+}

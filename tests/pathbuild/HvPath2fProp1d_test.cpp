@@ -180,6 +180,15 @@ TEST(HvPath2fProp1d, WholeSubpathAsASectionLeavesItsStartWithTheCurve)
     EXPECT_EQ(path.Keys(), (PropKeys{{0, 1}, {1, 2}}));
 }
 
+TEST(HvPath2fProp1d, FirstLineOfALaterSubpathLeavesItsKeyWhereItIs)
+{
+    OpenProp path = SixAndThree();
+    path.AddLines({{7, 7}, {8, 8}});
+    path.SetPropCurve(9, Constant(3));
+    EXPECT_EQ(path.RemoveSubpathSection(6, 7), 1);  // point 6
+    EXPECT_EQ(path.Keys(), (PropKeys{{0, 1}, {6, 2}, {8, 3}}));
+}
+
 TEST(HvPath2fProp1d, SectionOfASubpathWithoutACurveMakesNone)
 {
     OpenProp path = SixAndThree();

@@ -498,6 +498,19 @@ TEST(FitBezierCurve, RunThatComesToRestEndsInAFreeDirection)
     }
 }
 
+TEST(FitBezierCurve, RestOfARunOfOneStepIsSeenOnThatStepAlone)
+{
+    // The step before the run is long, and the point behind it turns the direction at its end.
+    Stroke stroke({{0, 0}, {10, 0}, {10.5f, 0.0f}, {10.5f, 9.0f}});
+    stroke.path.Moveto({10, 0});
+    stroke.Fit(1.0, 1, {1, 1, 2, 0, 0});
+    std::vector<StrokePoint> const points = PointsOf(stroke.path);
+    ASSERT_EQ(points.size(), 4u);
+    // A free handle of a third of the chord.
+    EXPECT_NEAR(points[2].x, 10.5 - 0.5 / 3, 1e-6);
+    EXPECT_EQ(points[2].y, 0.0f);
+}
+
 TEST(FitBezierCurve, FailedRunIsHalvedAndSmallHalvesBecomeOneSegment)
 {
     // Eight steps, at least four to fit: halves of four fail too, and theirs are of two.

@@ -23,6 +23,18 @@ StrokeDocument Wave(int count)
     return stroke;
 }
 
+/// Points ten units apart on a line.
+StrokeDocument Line(int count)
+{
+    StrokeDocument stroke;
+    for (int i = 0; i < count; ++i) {
+        StrokePoint point;
+        point.place = HvPoint2<float>(static_cast<float>(10 * i), 0);
+        stroke.points.push_back(point);
+    }
+    return stroke;
+}
+
 StrokeDocument Square(bool repeatsStart)
 {
     StrokeDocument stroke;
@@ -52,7 +64,7 @@ StrokeFit Fit(StrokeDocument const& stroke, StrokeFitOptions const& options)
 {
     std::size_t done = 0;
     StrokeFit fit =
-        StrokeFit_Make(stroke, options, [&done](std::size_t points) { done += points; });
+        StrokeFit_Make(stroke, {}, options, [&done](std::size_t points) { done += points; });
     EXPECT_EQ(done, stroke.points.size());
     return fit;
 }
@@ -129,4 +141,47 @@ TEST(stroke_fit, DegenerateStrokesAreFittedToo)
         EXPECT_EQ(line.numCurves, 1u);
         EXPECT_NEAR(line.length, 50.0, 1e-4);
     }
+}
+
+TEST(stroke_fit, FeetRiseToTheEndOfThePath)
+{
+    StrokeFit const fit = Fit(Line(41), {});
+    EXPECT_EQ(fit.feet.front(), 0.0);
+    EXPECT_NEAR(fit.feet.back(), fit.length, 1e-3);
+    for (std::size_t i = 1; i < fit.feet.size(); ++i) {
+        EXPECT_GE(fit.feet[i], fit.feet[i - 1]);
+        EXPECT_NEAR(fit.feet[i], 10.0 * static_cast<double>(i), 1e-2);
+    }
+}
+
+TEST(stroke_fit, WidthsAreThePropertyOfThePath)
+{
+    StrokeDocument const stroke = Line(41);
+    std::vector<double> widths;
+    for (std::size_t i = 0; i < stroke.points.size(); ++i) {
+        widths.push_back(1.0 + std::sin(static_cast<double>(i) * 0.3));
+    }
+    for (unsigned int const live : {0u, 1u, 7u}) {
+        StrokeFitOptions options;
+        options.live = live;
+        StrokeFit const fit = StrokeFit_Make(stroke, widths, options, [](std::size_t) {});
+        ASSERT_EQ(fit.path.HasPropCurve(0), 1);
+        EXPECT_NEAR(fit.path.EvalPropCurve(0, 0.0), widths.front(), 1e-12);
+        EXPECT_NEAR(fit.path.GetLargestArcLength(0), fit.length, 1e-2);
+        EXPECT_LT(fit.path.GetPropCurve(0)->GetNumKeys(), widths.size());
+        for (std::size_t i = 0; i < widths.size(); ++i) {
+            // 2 % of at most 2, and a slope of 0.03 over the error of the feet.
+            EXPECT_NEAR(fit.path.EvalPropCurve(0, fit.feet[i]), widths[i], 0.04 + 1e-3)
+                << i << " of a live fit of " << live;
+        }
+    }
+}
+
+TEST(stroke_fit, WithoutWidthsNothingIsWideOrOneEverywhere)
+{
+    EXPECT_EQ(Fit(Line(41), {}).path.HasPropCurve(0), 0);
+    StrokeFitOptions options;
+    options.live = 3;
+    StrokeFit const live = Fit(Line(41), options);
+    EXPECT_EQ(live.path.EvalPropCurve(0, 0.5 * live.length), 1.0);
 }

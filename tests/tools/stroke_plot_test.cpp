@@ -35,7 +35,7 @@ StrokeDocument Wave(int count)
 
 std::string Draw(StrokeDocument const& stroke, StrokeFitOptions const& options = {})
 {
-    return StrokePlot_Draw(stroke, StrokeFit_Make(stroke, options, [](std::size_t) {}),
+    return StrokePlot_Draw(stroke, StrokeFit_Make(stroke, {}, options, [](std::size_t) {}),
                            {"title & more", "subtitle"});
 }
 
@@ -44,7 +44,7 @@ std::string Draw(StrokeDocument const& stroke, StrokeFitOptions const& options =
 TEST(stroke_plot, HasEveryPointNodeAndHandle)
 {
     StrokeDocument const wave = Wave(100);
-    StrokeFit const fit = StrokeFit_Make(wave, {}, [](std::size_t) {});
+    StrokeFit const fit = StrokeFit_Make(wave, {}, {}, [](std::size_t) {});
     std::string const svg = StrokePlot_Draw(wave, fit, {"title & more", "subtitle"});
     int const curves = static_cast<int>(fit.numCurves);
     // One more of each stands in the legend.
@@ -82,13 +82,12 @@ TEST(stroke_plot, StrokesOfAnyShapeFit)
 TEST(stroke_plot, WidthsAreDrawnAlongThePathAndBelowIt)
 {
     StrokeDocument const wave = Wave(100);
-    StrokeFit const fit = StrokeFit_Make(wave, {}, [](std::size_t) {});
     std::vector<double> widths;
     for (int i = 0; i < 100; ++i) {
         widths.push_back(0.5 + 0.4 * std::sin(i * 0.2));
     }
-    std::string const svg =
-        StrokePlot_Draw(wave, fit, widths, StrokeProfile_Make(fit, widths), {"title", "subtitle"});
+    StrokeFit const fit = StrokeFit_Make(wave, widths, {}, [](std::size_t) {});
+    std::string const svg = StrokePlot_Draw(wave, fit, widths, {"title", "subtitle"});
     EXPECT_EQ(Count(svg, "<polygon class=\"ribbon\""), 1);
     EXPECT_EQ(Count(svg, "<polyline class=\"profile\""), 1);
     EXPECT_EQ(Count(svg, "class=\"point\""), 2 * 100 + 1);
@@ -100,11 +99,14 @@ TEST(stroke_plot, WidthsOfNothingAreDrawnSafely)
     StrokeDocument still;
     still.points.resize(4);
     for (double width : {0.0, 1.0}) {
-        StrokeFit const fit = StrokeFit_Make(still, {}, [](std::size_t) {});
         std::vector<double> const widths(4, width);
-        std::string const svg =
-            StrokePlot_Draw(still, fit, widths, StrokeProfile_Make(fit, widths), {"title", ""});
-        EXPECT_EQ(svg.find("nan"), std::string::npos);
-        EXPECT_EQ(svg.find("inf\""), std::string::npos);
+        for (unsigned int const live : {0u, 1u}) {
+            StrokeFitOptions options;
+            options.live = live;
+            StrokeFit const fit = StrokeFit_Make(still, widths, options, [](std::size_t) {});
+            std::string const svg = StrokePlot_Draw(still, fit, widths, {"title", ""});
+            EXPECT_EQ(svg.find("nan"), std::string::npos);
+            EXPECT_EQ(svg.find("inf\""), std::string::npos);
+        }
     }
 }

@@ -1,14 +1,12 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// How wide a stroke is along its path.
+// How wide a stroke is at its points.
 
 #include <tools/ToolError.h>
 #include <tools/stroke/stroke_profile.h>
 
 #include <gtest/gtest.h>
-
-#include <cmath>
 
 namespace {
 
@@ -28,11 +26,6 @@ StrokeDocument Line(std::size_t count)
         stroke.points.push_back(point);
     }
     return stroke;
-}
-
-StrokeFit Fit(StrokeDocument const& stroke)
-{
-    return StrokeFit_Make(stroke, {}, [](std::size_t) {});
 }
 
 }  // namespace
@@ -75,32 +68,4 @@ TEST(stroke_profile, MissingColumnsAreRefused)
     stroke.hasTime = false;
     EXPECT_THROW(StrokeProfile_Widths(stroke, StrokeWidth::Pressure), ToolError);
     EXPECT_THROW(StrokeProfile_Widths(stroke, StrokeWidth::Speed), ToolError);
-}
-
-TEST(stroke_profile, FollowsTheWidthsOverTheLengthOfThePath)
-{
-    StrokeDocument const stroke = Line(41);
-    StrokeFit const fit = Fit(stroke);
-    std::vector<double> widths;
-    for (std::size_t i = 0; i < stroke.points.size(); ++i) {
-        widths.push_back(1.0 + std::sin(static_cast<double>(i) * 0.3));
-    }
-    HvRawFCurve const profile = StrokeProfile_Make(fit, widths);
-    EXPECT_EQ(profile.Eval(0.0, 0), widths.front());
-    EXPECT_NEAR(profile.Eval(fit.length, 0), widths.back(), 0.05);
-    for (std::size_t i = 0; i < widths.size(); ++i) {
-        // 2 % of at most 2.
-        EXPECT_NEAR(profile.Eval(fit.feet[i], 0), widths[i], 0.04 + 1e-9) << i;
-    }
-}
-
-TEST(stroke_profile, FeetRiseToTheEndOfThePath)
-{
-    StrokeFit const fit = Fit(Line(41));
-    EXPECT_EQ(fit.feet.front(), 0.0);
-    EXPECT_NEAR(fit.feet.back(), fit.length, 1e-3);
-    for (std::size_t i = 1; i < fit.feet.size(); ++i) {
-        EXPECT_GE(fit.feet[i], fit.feet[i - 1]);
-        EXPECT_NEAR(fit.feet[i], 10.0 * static_cast<double>(i), 1e-2);
-    }
 }

@@ -73,9 +73,8 @@ std::vector<double> WidthsOf(StrokeDocument const& stroke, Request const& reques
 std::string Drawn(StrokeDocument const& stroke, StrokeFit const& fit,
                   std::vector<double> const& widths, StrokePlotLabels const& labels)
 {
-    return widths.empty()
-               ? StrokePlot_Draw(stroke, fit, labels)
-               : StrokePlot_Draw(stroke, fit, widths, StrokeProfile_Make(fit, widths), labels);
+    return widths.empty() ? StrokePlot_Draw(stroke, fit, labels)
+                          : StrokePlot_Draw(stroke, fit, widths, labels);
 }
 
 std::string Described(StrokeDocument const& stroke, StrokeFit const& fit, double tolerance)
@@ -95,7 +94,7 @@ int Run(Request const& request, ToolStreams const& streams)
     StrokeFit fit;
     {
         ProgressBar progress(streams.err, streams.showProgress, "measuring", stroke.points.size());
-        fit = StrokeFit_Make(stroke, request.fit,
+        fit = StrokeFit_Make(stroke, widths, request.fit,
                              [&progress](std::size_t points) { progress.Advance(points); });
     }
     std::string const words = Described(stroke, fit, request.fit.tolerance);

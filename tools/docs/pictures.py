@@ -31,8 +31,10 @@ COMMANDS = {
   "live_stroke.svg": "examples/hv_example_live_stroke {}",
   "morphing.svg": "examples/hv_example_morphing {}",
   "motion_path.svg": "tools/hv curve examples/data/flight.json --path 0 --plot {}",
+  "pressure_stroke.svg": "examples/hv_example_pressure_stroke {}",
   "rotation_curves.svg": "examples/hv_example_rotation_curves {}",
   "stroke.svg": "tools/hv fit tests/data/stroke_hook.csv --tolerance 0.3 --out {}",
+  "through_points.svg": "examples/hv_example_through_points {}",
   "trace_outlines.svg": "examples/hv_example_trace_outlines {}",
 }
 

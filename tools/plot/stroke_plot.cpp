@@ -397,10 +397,9 @@ std::string StrokePlot_Draw(StrokeDocument const& stroke, StrokeFit const& fit,
 }
 
 std::string StrokePlot_Draw(StrokeDocument const& stroke, StrokeFit const& fit,
-                            std::vector<double> const& widths, HvRawFCurve const& profile,
-                            StrokePlotLabels const& labels)
+                            std::vector<double> const& widths, StrokePlotLabels const& labels)
 {
     double const largest = *std::max_element(widths.begin(), widths.end());
-    Profile const both = {widths, profile, largest > kLeastWidth ? largest : 1.0};
+    Profile const both = {widths, *fit.path.GetPropCurve(0), largest > kLeastWidth ? largest : 1.0};
     return StrokePlot(stroke, fit, &both, labels).Draw();
 }

@@ -6,9 +6,10 @@
 #ifndef HV_TOOLS_PLOT_STROKE_PLOT_H
 #define HV_TOOLS_PLOT_STROKE_PLOT_H
 
-#include <tools/stroke/stroke_profile.h>
+#include <tools/stroke/stroke_fit.h>
 
 #include <string>
+#include <vector>
 
 /// The words in the picture.
 struct StrokePlotLabels {
@@ -22,10 +23,9 @@ struct StrokePlotLabels {
 std::string StrokePlot_Draw(StrokeDocument const& stroke, StrokeFit const& fit,
                             StrokePlotLabels const& labels);
 
-/// The same with a width for each point: the path is drawn as wide as `profile` tells, and a field
-/// below has the profile over the length of the path, with the width of each point.
+/// The same of a fit with a width for each point: the path is drawn as wide as its property tells,
+/// and a field below has the property over the length of the path, with the width of each point.
 std::string StrokePlot_Draw(StrokeDocument const& stroke, StrokeFit const& fit,
-                            std::vector<double> const& widths, HvRawFCurve const& profile,
-                            StrokePlotLabels const& labels);
+                            std::vector<double> const& widths, StrokePlotLabels const& labels);
 
 #endif

@@ -5,8 +5,9 @@
 
 #include <hv/bezier/HvBezierTool.h>
 #include <hv/foundation/HvExtent2.h>
+#include <hv/foundation/HvPoint2dArray.h>
 #include <hv/foundation/polyline_length.h>
-#include <hv/pathbuild/HvBezierFitPathBuilder.h>
+#include <hv/pathbuild/HvBezierFitPathPropBuilder.h>
 #include <hv/shape/HvGC.h>
 #include <hv/shape/HvPath2fSink.h>
 #include <tools/stroke/stroke_fit.h>
@@ -33,6 +34,11 @@ constexpr double kLiveSubdivided = 20.0;
 constexpr double kLiveLong = 60.0;
 /// The fewest steps of a live fit.
 constexpr unsigned int kLiveFewest = 4;
+/// How near the lengths of a live fit are measured, in tolerances.
+constexpr double kLiveFlatness = 0.01;
+
+/// How near the property stays to the widths, as a share of the largest.
+constexpr double kWidthTolerance = 0.02;
 
 double Radians(double degrees)
 {
@@ -62,25 +68,46 @@ void FitAtOnce(HvPoint2fArray const& places, StrokeFitOptions const& options, Hv
     }
 }
 
-void FitLive(HvPoint2fArray const& places, StrokeFitOptions const& options, HvPath2f& path)
+double WidthTolerance(std::vector<double> const& widths)
 {
+    return widths.empty() ? 0.0 : kWidthTolerance * *std::max_element(widths.begin(), widths.end());
+}
+
+/// Outline and property grow together. A stroke without widths has one everywhere.
+void FitLive(HvPoint2fArray const& places, std::vector<double> const& widths,
+             StrokeFitOptions const& options, HvPath2fProp1d& path)
+{
+    auto const widthAt = [&widths](unsigned int i) { return widths.empty() ? 1.0 : widths[i]; };
+    double const within = options.tolerance;
     HvGC gc;
-    gc.minPointGap = options.tolerance * kLiveGap;
+    gc.minPointGap = within * kLiveGap;
+    gc.flatness = within * kLiveFlatness;
     // Nobody looks at the samples, so there need be none.
-    gc.flatness = std::numeric_limits<double>::infinity();
     gc.sampleSpacing = std::numeric_limits<double>::infinity();
-    HvBezierFitPathBuilder builder(gc, &path, options.tolerance * kLiveLong,
-                                   options.tolerance * kLiveSubdivided, options.tolerance,
-                                   kLiveFewest);
-    builder.StartSubpath(places[0]);
+    HvBezierFitPathPropBuilder builder(gc, &path, within * kLiveLong, within * kLiveSubdivided,
+                                       within, kLiveFewest, WidthTolerance(widths));
+    builder.StartSubpath(places[0], widthAt(0));
     unsigned int const last = places.Size() - 1;
     for (unsigned int i = 1; i < last; ++i) {
-        builder.AddInputPoint(places[i], 0);
+        builder.AddInputPoint(places[i], widthAt(i), 0);
         if (i % options.live == 0) {
             builder.GetTrailingSamples();
         }
     }
-    builder.EndSubpath(places[last], options.isClosed ? 1 : 0);
+    builder.EndSubpath(places[last], widthAt(last), options.isClosed ? 1 : 0);
+}
+
+/// Gives the path its widths, each at the foot of its point. Of points at one place the first
+/// counts. The path's ends have keys.
+void SetWidths(std::vector<double> const& widths, StrokeFit& fit)
+{
+    HvPoint2dArray points(static_cast<unsigned int>(widths.size()) + 2);
+    points.Add(HvPoint2<double>(0.0, widths.front()));
+    for (std::size_t i = 0; i < widths.size(); ++i) {
+        points.Add(HvPoint2<double>(fit.feet[i], widths[i]));
+    }
+    points.Add(HvPoint2<double>(fit.length, widths.back()));
+    fit.path.SetPropCurve(0, points, WidthTolerance(widths));
 }
 
 unsigned int NumCurves(HvPath2f const& path)
@@ -165,13 +192,14 @@ private:
 
 }  // namespace
 
-StrokeFit StrokeFit_Make(StrokeDocument const& stroke, StrokeFitOptions const& options,
+StrokeFit StrokeFit_Make(StrokeDocument const& stroke, std::vector<double> const& widths,
+                         StrokeFitOptions const& options,
                          std::function<void(std::size_t)> const& advance)
 {
     HvPoint2fArray const places = PlacesOf(stroke);
     StrokeFit fit;
     if (options.live != 0) {
-        FitLive(places, options, fit.path);
+        FitLive(places, widths, options, fit.path);
     } else {
         FitAtOnce(places, options, fit.path);
     }
@@ -184,6 +212,9 @@ StrokeFit StrokeFit_Make(StrokeDocument const& stroke, StrokeFitOptions const& o
         fit.farthest = std::max(fit.farthest, nearest.Distance(places[i], step));
         fit.feet.push_back(i == 0 ? 0.0 : std::max(fit.feet.back(), nearest.Foot()));
         advance(1);
+    }
+    if (!widths.empty() && options.live == 0) {
+        SetWidths(widths, fit);
     }
     return fit;
 }

@@ -1,9 +1,8 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// How wide a stroke is along its path.
+// How wide a stroke is at its points.
 
-#include <hv/foundation/HvPoint2dArray.h>
 #include <tools/ToolError.h>
 #include <tools/stroke/stroke_profile.h>
 
@@ -11,8 +10,6 @@
 
 namespace {
 
-/// How near the profile stays to the widths, as a share of the largest.
-constexpr double kTolerance = 0.02;
 /// A speed is measured over so many points to both sides: single steps of a pen jump between whole
 /// pixels and whole milliseconds.
 constexpr std::size_t kSpeedReach = 3;
@@ -64,15 +61,4 @@ std::vector<double> StrokeProfile_Widths(StrokeDocument const& stroke, StrokeWid
         return median > 0.0 ? median / (median + speed) : 1.0;
     });
     return widths;
-}
-
-HvRawFCurve StrokeProfile_Make(StrokeFit const& fit, std::vector<double> const& widths)
-{
-    HvPoint2dArray points(static_cast<unsigned int>(widths.size()) + 2);
-    points.Add(HvPoint2<double>(0.0, widths.front()));
-    for (std::size_t i = 0; i < widths.size(); ++i) {
-        points.Add(HvPoint2<double>(fit.feet[i], widths[i]));
-    }
-    points.Add(HvPoint2<double>(fit.length, widths.back()));
-    return HvRawFCurve(points, kTolerance * *std::max_element(widths.begin(), widths.end()));
 }

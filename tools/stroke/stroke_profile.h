@@ -1,13 +1,12 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// How wide a stroke is along its path.
+// How wide a stroke is at its points.
 
 #ifndef HV_TOOLS_STROKE_STROKE_PROFILE_H
 #define HV_TOOLS_STROKE_STROKE_PROFILE_H
 
-#include <hv/fcurve/HvRawFCurve.h>
-#include <tools/stroke/stroke_fit.h>
+#include <tools/stroke/StrokeDocument.h>
 
 #include <vector>
 
@@ -19,9 +18,5 @@ enum class StrokeWidth {
 
 /// The width at each point. Throws ToolError when the stroke has no column for it.
 std::vector<double> StrokeProfile_Widths(StrokeDocument const& stroke, StrokeWidth kind);
-
-/// The widths over the length of the path, as a polyline of few keys within 2 % of the largest. Of
-/// points at one place of the path the first counts. The path's ends have keys.
-HvRawFCurve StrokeProfile_Make(StrokeFit const& fit, std::vector<double> const& widths);
 
 #endif

@@ -71,7 +71,9 @@ bool HvCubicFitter::Fit(unsigned int first, unsigned int last, HvFitTangents con
     }
     double before = std::numeric_limits<double>::infinity();
     bool isAcross = true;
-    double const hopeless = tolerance * effort.hopelessErrors;
+    // Without a limit there is none within a tolerance of 0 either.
+    double const hopeless = std::isfinite(effort.hopelessErrors) ? tolerance * effort.hopelessErrors
+                                                                 : effort.hopelessErrors;
     for (unsigned int round = 0;; ++round) {
         Handles handles;
         bool const isSolved =
