@@ -133,7 +133,10 @@ public:
         EXPECT_EQ(path.Moveto(Place(), t), 1);
         for (unsigned int i = 0; i < segments; ++i) {
             t += Number(0.5, 2.0);
-            EXPECT_EQ(path.Curveto(Place(), Place(), Place(), t), 1);
+            // One by one: arguments are worked out in an order of the compiler's.
+            Point const c1 = Place();
+            Point const c2 = Place();
+            EXPECT_EQ(path.Curveto(c1, c2, Place(), t), 1);
         }
         return path;
     }
