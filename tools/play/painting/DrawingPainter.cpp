@@ -54,7 +54,7 @@ Pen PenOf(HvTransfo4 const& transform)
 
 }  // namespace
 
-DrawingPainter::DrawingPainter(int width, int height) : raster_(width, height, 0)
+DrawingPainter::DrawingPainter(HvUByteRaster& raster) : raster_(raster)
 {
     fillGc_.flatness = kFlatness;
     fillGc_.softClipToShape = 0;

@@ -40,7 +40,7 @@ HvTransfo4 Fitted(Scene const& scene, int width, int height)
 
 FramePainter::FramePainter(Scene const& scene, int width, int height)
     : scene_(scene), width_(width), height_(height), toPixels_(Fitted(scene, width, height)),
-      painter_(width, height), maskPainter_(width, height)
+      raster_(width, height, 0), painter_(raster_), maskPainter_(raster_)
 {
 }
 
