@@ -7,6 +7,7 @@
 #include <tools/files.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
@@ -50,18 +51,33 @@ std::string File_Read(std::string const& path)
     return text;
 }
 
-OutputFile::OutputFile(std::string const& path) : path_(path)
+OutputFile::OutputFile(std::string const& path) : path_(path), part_(path)
 {
-    std::filesystem::path const folder = std::filesystem::path(path).parent_path();
     std::error_code ignored;
+    std::filesystem::file_status const status = std::filesystem::status(path, ignored);
+    if (std::filesystem::is_directory(status)) {
+        throw ToolError(path + ": cannot be written: it is a folder");
+    }
+    if (!std::filesystem::exists(status) || std::filesystem::is_regular_file(status)) {
+        part_ += ".part";
+    }
+    std::filesystem::path const folder = std::filesystem::path(path).parent_path();
     if (!folder.empty()) {
         // When this fails, opening the file fails too, and tells why.
         std::filesystem::create_directories(folder, ignored);
     }
     errno = 0;
-    stream_.open(path, std::ios::binary);
+    stream_.open(part_, std::ios::binary);
     if (!stream_) {
         Fail(path_, "cannot be written");
+    }
+}
+
+OutputFile::~OutputFile()
+{
+    if (stream_.is_open()) {
+        stream_.close();
+        RemovePart();
     }
 }
 
@@ -69,8 +85,20 @@ void OutputFile::Close()
 {
     errno = 0;
     stream_.close();
-    if (!stream_) {
+    bool const isWritten = static_cast<bool>(stream_);
+    if (!isWritten || (part_ != path_ && std::rename(part_.c_str(), path_.c_str()) != 0)) {
+        int const fault = errno;
+        RemovePart();
+        errno = fault;
         Fail(path_, "cannot be written");
+    }
+}
+
+void OutputFile::RemovePart() const
+{
+    std::error_code ignored;
+    if (part_ != path_) {
+        std::filesystem::remove(part_, ignored);
     }
 }
 

@@ -264,6 +264,33 @@ TEST(FramePainter, ThePictureOfTheFirstPageIsWhatItPaints)
     EXPECT_TRUE(pixels == canvas.StraightPixels()) << "look at it, and copy it there";
 }
 
+TEST(FramePainter, WhatFramesBeforeHavePaintedDoesNotMatter)
+{
+    // What rests is kept from frame to frame; fresh painters have nothing to keep.
+    Scene const scene = PlayScene(File_Read(HV_PLAY_SCENE));
+    FramePainter painter(scene, 64, 48);
+    Canvas canvas(64, 48);
+    for (double const frame : {20.0, 20.0, 20.0, 21.0, 22.0, 5.0, 20.0, 20.5}) {
+        Canvas fresh(64, 48);
+        FramePainter(scene, 64, 48).Paint(frame, fresh);
+        painter.Paint(frame, canvas);
+        EXPECT_TRUE(canvas.StraightPixels() == fresh.StraightPixels()) << frame;
+    }
+}
+
+TEST(FramePainter, MasksOfOnePaintAreAsThoseOfSeveral)
+{
+    // A second paint that paints nothing takes the other way, over a canvas of its own.
+    std::string const masks =
+        R"("masksProperties":[)" + MaskOver(2.3, 9.6, "a", R"(,"o":{"k":70})") + "," +
+        MaskOver(4, 12, "s", R"(,"o":{"k":30})") + R"(],"ks":{"o":{"k":60},"r":{"k":10}})";
+    std::string const shapes = PlayRect(1.2, 0.7, 13.4, 15.1) + "," + PlayFill("1,0.5,0.2");
+    auto const painted = [&masks](std::string const& all) {
+        return PlayFrame(PlayDocument(PlayLayer(all, masks)), 0).StraightPixels();
+    };
+    EXPECT_EQ(painted(shapes), painted(shapes + "," + PlayFill("0,0,1", R"("o":{"k":0})")));
+}
+
 TEST(FramePainter, NothingStaysOfTheFrameBefore)
 {
     std::string const layer =

@@ -98,6 +98,7 @@ TEST_F(play_command, RefusesWhatItCannotUse)
                                                       {"--time-stretch", "0"},
                                                       {"--time-stretch", "nan"},
                                                       {"--threads", "100000"},
+                                                      {"--threads", "0"},
                                                       {"--out", "both"}}) {
         std::vector<char const*> all = {"play", file.c_str(), "--apng", film.c_str()};
         all.insert(all.end(), arguments.begin(), arguments.end());
@@ -122,4 +123,26 @@ TEST_F(play_command, AFaultWhilePaintingLeavesNoFile)
     std::string const film = PathOf("film.png");
     EXPECT_TRUE(Refused(ToolRun({"play", file.c_str(), "--apng", film.c_str(), "--threads", "3"})));
     EXPECT_FALSE(std::filesystem::exists(film));
+    EXPECT_FALSE(std::filesystem::exists(film + ".part"));
+    std::string const mine = Write("mine.png", "mine");
+    EXPECT_TRUE(Refused(ToolRun({"play", file.c_str(), "--apng", mine.c_str(), "--force"})));
+    EXPECT_EQ(Read(mine), "mine") << "it is written over once all is there";
+}
+
+TEST_F(play_command, WhatCannotBeWrittenIsNamed)
+{
+    std::string const file = Write("moving.json", kMoving);
+    std::string const folder = PathOf("folder");
+    std::filesystem::create_directory(folder);
+    ToolRun const run({"play", file.c_str(), "--apng", folder.c_str(), "--force"});
+    EXPECT_TRUE(Refused(run));
+    EXPECT_NE(run.err.find(folder + ": cannot be written: it is a folder"), std::string::npos);
+    std::string const below = PathOf("moving.json/film.png");
+    EXPECT_TRUE(Refused(ToolRun({"play", file.c_str(), "--apng", below.c_str()})));
+    EXPECT_TRUE(Refused(ToolRun({"play", file.c_str(), "--out", file.c_str()})));
+    if (std::filesystem::exists("/dev/full")) {
+        EXPECT_TRUE(Refused(ToolRun({"play", file.c_str(), "--apng", "/dev/full", "--force"})));
+        EXPECT_TRUE(std::filesystem::exists("/dev/full")) << "not removed";
+        EXPECT_FALSE(std::filesystem::exists("/dev/full.part"));
+    }
 }

@@ -40,7 +40,7 @@ struct Request {
     std::string apng;
     std::string size;
     std::string frames;
-    unsigned int threads = 0;
+    std::optional<unsigned int> threads;
     double timeStretch = 1.0;
     bool isForced = false;
 };
@@ -145,12 +145,12 @@ void SetFrames(Request const& request, Scene const& scene, FrameRun& run)
 
 unsigned int ThreadsOf(Request const& request)
 {
-    if (request.threads > kMostThreads) {
+    unsigned int const wanted =
+        request.threads.value_or(std::clamp(std::thread::hardware_concurrency(), 1u, kMostThreads));
+    if (wanted < 1 || wanted > kMostThreads) {
         throw ToolError("--threads must lie between 1 and " + std::to_string(kMostThreads));
     }
-    unsigned int const wanted =
-        request.threads != 0 ? request.threads : std::thread::hardware_concurrency();
-    return std::clamp(wanted, 1u, kMostThreads);
+    return wanted;
 }
 
 std::unique_ptr<FrameOutput> OutputOf(Request const& request, Scene const& scene,
@@ -166,7 +166,7 @@ std::unique_ptr<FrameOutput> OutputOf(Request const& request, Scene const& scene
 int Run(Request const& request, ToolStreams const& streams)
 {
     if (request.folder.empty() == request.apng.empty()) {
-        throw ToolError("play needs either --out or --apng");
+        throw ToolError("play takes one of --out and --apng");
     }
     LeftOut leftOut;
     Scene const scene = ReadScene(request.file, leftOut);

@@ -21,24 +21,12 @@ void PaintRun(std::uint32_t* pixels, std::size_t count, std::uint32_t source)
     }
 }
 
-/// How many of the `count` pixels are transparent before another one comes.
-std::size_t TransparentRun(std::uint32_t const* pixels, std::size_t count)
+/// How many of the `count` pixels, one at least, are the first one again.
+std::size_t EqualRun(std::uint32_t const* pixels, std::size_t count)
 {
-    return ByteRun_Of(PaintPixel_Bytes(*pixels), count * sizeof *pixels, 0) / sizeof *pixels;
-}
-
-/// How many of the `count` pixels are opaque before another one comes.
-std::size_t OpaqueRun(std::uint32_t const* pixels, std::size_t count)
-{
-    std::size_t run = 0;
-    while (run + 4 <= count && PaintPixel_Alpha(pixels[run] & pixels[run + 1] & pixels[run + 2] &
-                                                pixels[run + 3]) == 255) {
-        run += 4;
-    }
-    while (run < count && PaintPixel_Alpha(pixels[run]) == 255) {
-        ++run;
-    }
-    return run;
+    std::uint64_t const pattern = *pixels * 0x0000000100000001U;
+    return ByteRun_OfPattern(PaintPixel_Bytes(*pixels), count * sizeof *pixels, pattern) /
+           sizeof *pixels;
 }
 
 /// Paints `count` pixels, premultiplied and made fainter by `opacity`, over others.
@@ -46,17 +34,13 @@ void PaintPixels(std::uint32_t* pixels, std::uint32_t const* sources, std::size_
                  std::uint32_t opacity)
 {
     for (std::size_t i = 0; i < count;) {
-        std::uint32_t const alpha = PaintPixel_Alpha(sources[i]);
-        if (alpha == 0) {
-            i += std::max(TransparentRun(sources + i, count - i), std::size_t(1));
-        } else if (alpha == 255 && opacity == 255) {
-            std::size_t const run = OpaqueRun(sources + i, count - i);
-            std::copy(sources + i, sources + i + run, pixels + i);
-            i += run;
-        } else {
+        std::size_t const run = EqualRun(sources + i, count - i);
+        if (run > 1 && sources[i] != 0) {
+            PaintRun(pixels + i, run, PaintPixel_Scaled(sources[i], opacity));
+        } else if (sources[i] != 0) {
             pixels[i] = PaintPixel_Over(pixels[i], sources[i], opacity);
-            ++i;
         }
+        i += run;
     }
 }
 

@@ -14,7 +14,8 @@ namespace {
 /// Whether so many covered pixels begin here that they are worth a run.
 bool IsWhole(std::uint8_t const* bytes, std::size_t count)
 {
-    return bytes[0] == 255 && count >= kByteRunStep && ByteRun_Difference(bytes, 255) == 0;
+    return bytes[0] == 255 && count >= kByteRunStep &&
+           ByteRun_Difference(bytes, ByteRun_PatternOf(255)) == 0;
 }
 
 }  // namespace

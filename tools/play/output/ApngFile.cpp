@@ -13,9 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <ostream>
-#include <system_error>
 
 namespace {
 
@@ -86,14 +84,6 @@ ApngFile::ApngFile(std::string const& path, std::size_t numFrames, double frames
 {
 }
 
-ApngFile::~ApngFile()
-{
-    if (!isClosed_) {
-        std::error_code ignored;
-        std::filesystem::remove(path_, ignored);
-    }
-}
-
 EncodedFrame ApngFile::Encode(Canvas const& canvas, std::size_t number) const
 {
     // The first frame is the picture; of the others only what is painted is stored, a single pixel
@@ -154,5 +144,4 @@ void ApngFile::Close()
 {
     PutChunk("IEND", "");
     file_.Close();
-    isClosed_ = true;
 }

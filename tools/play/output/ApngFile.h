@@ -12,7 +12,8 @@
 #include <cstdint>
 
 /// A picture that programs without animation show as its first frame, and that repeats for ever.
-/// Every frame clears what the one before it painted, so that each is encoded by itself.
+/// Every frame clears what the one before it painted, so that each is encoded by itself. A file
+/// that is not closed is not there.
 /// Source: the Animated PNG format, version 1.0.
 class ApngFile : public FrameOutput {
 public:
@@ -20,9 +21,6 @@ public:
     /// Throws ToolError when the file is there already and `isForced` does not allow to write over
     /// it, and when it cannot be made.
     ApngFile(std::string const& path, std::size_t numFrames, double framesPerSecond, bool isForced);
-
-    /// Removes what was written when it was not closed.
-    ~ApngFile() override;
 
     EncodedFrame Encode(Canvas const& canvas, std::size_t number) const override;
     void Take(EncodedFrame const& frame, std::size_t number) override;
@@ -37,7 +35,6 @@ private:
     std::size_t numFrames_;
     double framesPerSecond_;
     std::uint32_t sequence_ = 0;  ///< of the next chunk that carries one
-    bool isClosed_ = false;
 };
 
 #endif

@@ -7,13 +7,6 @@
 
 #include <functional>
 
-namespace {
-
-/// More is not kept.
-constexpr std::size_t kMostBytes = std::size_t(64) << 20;
-
-}  // namespace
-
 void CoverageCache::BeginFrame()
 {
     for (auto entry = kept_.begin(); entry != kept_.end();) {
@@ -40,7 +33,7 @@ bool CoverageCache::IsRepeated(PaintKey const& key)
 Coverage const& CoverageCache::Keep(PaintKey const& key)
 {
     std::size_t const size = key.Bytes().size() + fresh_.NumBytes();
-    if (numBytesKept_ + size > kMostBytes) {
+    if (numBytesKept_ + size > mostBytes_) {
         return fresh_;
     }
     numBytesKept_ += size;

@@ -20,6 +20,9 @@
 /// and what is gone from the picture is forgotten with the next frame.
 class CoverageCache {
 public:
+    /// @param mostBytes  keeps no more than that.
+    explicit CoverageCache(std::size_t mostBytes = kMostBytes) : mostBytes_(mostBytes) {}
+
     /// Begins a frame: forgets what the one before did not ask for.
     void BeginFrame();
 
@@ -38,6 +41,8 @@ public:
     }
 
 private:
+    static constexpr std::size_t kMostBytes = std::size_t(64) << 20;
+
     struct Entry {
         Coverage coverage;
         bool isAsked;
@@ -47,6 +52,7 @@ private:
     Coverage const& Keep(PaintKey const& key);
 
     std::unordered_map<std::string, Entry> kept_;
+    std::size_t const mostBytes_;
     std::size_t numBytesKept_ = 0;
     std::unordered_set<std::size_t> askedBefore_;  ///< hashes of the frame before
     std::unordered_set<std::size_t> askedNow_;

@@ -25,6 +25,9 @@ constexpr double kWidestStroke = 1 << 18;
 constexpr double kWidestFeather = 500.0;
 /// How far beyond its outline a fill may cover pixels: its right end counts.
 constexpr int kBoxMargin = 1;
+/// The first number of a key, which tells fills from strokes.
+constexpr double kFillKey = 0.0;
+constexpr double kStrokeKey = 1.0;
 /// Room that most drawings do not outgrow.
 constexpr unsigned int kFewPoints = 64;
 /// Two columns of a transform that differ by less than this share draw a round pen round.
@@ -54,7 +57,7 @@ Pen PenOf(HvTransfo4 const& transform)
 
 }  // namespace
 
-DrawingPainter::DrawingPainter(int width, int height) : raster_(width, height, 0)
+DrawingPainter::DrawingPainter(HvUByteRaster& raster) : raster_(raster)
 {
     fillGc_.flatness = kFlatness;
     fillGc_.softClipToShape = 0;
@@ -120,7 +123,7 @@ Coverage const& DrawingPainter::CoverageOf(HvPath2f const& path, HvTransfo4 cons
 Coverage const& DrawingPainter::FillCoverage(HvPath2f const& pixels, int fillRule, double radius)
 {
     key_.Clear();
-    key_.Add({static_cast<double>(fillRule), radius});
+    key_.Add({kFillKey, static_cast<double>(fillRule), radius});
     key_.Add(pixels);
     return cache_.Get(key_, [&](Coverage& coverage) {
         if (radius > 0.0) {
@@ -192,7 +195,7 @@ Coverage const& DrawingPainter::StrokeCoverage(Drawing const& drawing, DrawnPain
     strokeGc_.miterLimit = stroke.miterLimit;
     double const* const m = penToPixels.GetMatrixPtr();
     key_.Clear();
-    key_.Add({strokeGc_.strokeWidth, static_cast<double>(stroke.capStyle),
+    key_.Add({kStrokeKey, strokeGc_.strokeWidth, static_cast<double>(stroke.capStyle),
               static_cast<double>(stroke.joinStyle), stroke.miterLimit, m[0], m[1], m[4], m[5],
               m[12], m[13]});
     key_.Add(path);

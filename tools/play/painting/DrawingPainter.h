@@ -16,7 +16,9 @@
 /// coverage colour.
 class DrawingPainter {
 public:
-    DrawingPainter(int width, int height);
+    /// @param raster  of the size of the picture, all 0, which it is again between paints. It
+    ///                outlives the painter; several painters of a thread may share it.
+    explicit DrawingPainter(HvUByteRaster& raster);
 
     /// Begins a frame: only what the one before painted, too, is not filled anew.
     void BeginFrame() { cache_.BeginFrame(); }
@@ -54,7 +56,7 @@ private:
 
     HvGC fillGc_;
     HvGC strokeGc_;
-    HvUByteRaster raster_;  ///< of one path at a time; nothing is covered between paths
+    HvUByteRaster& raster_;  ///< of one path at a time
     CoverageCache cache_;
     PaintKey key_;
 };

@@ -40,7 +40,7 @@ HvTransfo4 Fitted(Scene const& scene, int width, int height)
 
 FramePainter::FramePainter(Scene const& scene, int width, int height)
     : scene_(scene), width_(width), height_(height), toPixels_(Fitted(scene, width, height)),
-      painter_(width, height), maskPainter_(width, height)
+      raster_(width, height, 0), painter_(raster_), maskPainter_(raster_)
 {
 }
 
@@ -207,13 +207,15 @@ bool FramePainter::CoversPicture(SceneInstance const& instance, HvTransfo4 const
 std::uint8_t const* FramePainter::SharesOfMasks(SceneLayer const& layer, double frame,
                                                 HvTransfo4 const& toPixels, PixelBox const& box)
 {
-    Shares_Begin(layer.masks.front().mode, width_, box, maskShares_);
     for (SceneMask const& mask : layer.masks) {
         maskPainter_.CoverageOf(mask.outline.At(frame), toPixels, mask.feather.At(frame))
             .Spread(width_, box, shares_.data());
         std::uint8_t const opacity = ByteOf(mask.opacity.At(frame) * 0.01);
         if (layer.masks.size() == 1 && Shares_AreCoverage(mask, opacity)) {
             return shares_.data();
+        }
+        if (&mask == &layer.masks.front()) {
+            Shares_Begin(mask.mode, width_, box, maskShares_);
         }
         Shares_Combine(mask, opacity, width_, box, shares_, maskShares_);
     }

@@ -52,6 +52,7 @@ private:
     int width_;
     int height_;
     HvTransfo4 toPixels_;
+    HvUByteRaster raster_;
     DrawingPainter painter_;
     DrawingPainter maskPainter_;            ///< of masks, while the other one paints
     std::vector<std::uint8_t> shares_;      ///< of one mask or matte
