@@ -19,8 +19,10 @@ def short(symbol):
   name = symbol.replace("(anonymous namespace)::", "").replace("operator()", "call")
   while re.search(r"<[^<>]*>", name):
     name = re.sub(r"<[^<>]*>", "", name)
-  name = re.sub(r"\(.*$|@plt$", "", name)
-  return re.sub(r"_(avx512|avx2|evex|sse2)?_?unaligned(_erms)?$", "", name).lstrip("_").split(" ")[-1]
+  name = re.sub(r"\(.*$|@.*$|\.(constprop|part|isra|cold)\b.*$", "", name)
+  # The C library has one function for each kind of processor.
+  name = re.sub(r"_(fma|avx512|avx2|evex|sse2)?(_?unaligned)?(_erms)?$", "", name)
+  return name.lstrip("_").split(" ")[-1]
 
 
 def shares(report):
