@@ -123,6 +123,31 @@ void RemoveARange(benchmark::State& state)
 }
 BENCHMARK(RemoveARange)->Arg(1000)->Arg(1000000)->Unit(benchmark::kMicrosecond);
 
+/// One look at each key that goes, which might be locked, one block move of those behind them, and
+/// the half that is spare given back.
+void RemoveARangeBaseline(benchmark::State& state)
+{
+    std::size_t const n = static_cast<std::size_t>(state.range(0));
+    std::vector<KeyBytes> const whole(n);
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::vector<KeyBytes> keys(whole);
+        state.ResumeTiming();
+        int locked = 0;
+        for (std::size_t i = n / 4; i < 3 * (n / 4); ++i) {
+            locked |= keys[i].bytes[0];
+        }
+        benchmark::DoNotOptimize(locked);
+        std::memmove(keys.data() + n / 4, keys.data() + 3 * (n / 4),
+                     (n - 3 * (n / 4)) * sizeof(KeyBytes));
+        keys.resize(n / 2);
+        keys.shrink_to_fit();
+        benchmark::DoNotOptimize(keys.data());
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0) / 2);
+}
+BENCHMARK(RemoveARangeBaseline)->Arg(1000000)->Unit(benchmark::kMicrosecond);
+
 /// A stretch cut out of the middle and pasted back.
 void CutAndPaste(benchmark::State& state)
 {

@@ -17,6 +17,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "tools" / "bench"))
 
 import bench_table
+import profiles
 import render
 import runs
 import targets
@@ -256,15 +257,41 @@ class Command(unittest.TestCase):
 
   def test_a_page_gets_its_table_between_the_markers(self):
     page = self.folder / "page.md"
-    page.write_text(f"before\n{bench_table.BEGIN}old\n{bench_table.END}after\n")
+    begin, end = bench_table.markers(bench_table.TABLE)
+    page.write_text(f"before\n{begin}old\n{end}after\n")
     self.run_it("--markdown", str(page))
     text = page.read_text()
     self.assertTrue(text.startswith("before\n") and text.endswith("after\n"))
     self.assertIn("| a star | 1 us | 2 us (0.50) | ≤ 1 × Cairo | pass |", text)
+    self.assertIn("1 pass, 0 short", text)
     self.assertNotIn("old", text)
     page.write_text("no markers\n")
     with self.assertRaisesRegex(ValueError, "no pair of markers"):
       self.run_it("--markdown", str(page))
+
+  def test_the_page_of_the_house_has_both_pairs_of_markers(self):
+    text = bench_table.PAGE.read_text()
+    for name in (bench_table.TABLE, bench_table.PROFILE):
+      self.assertIn("new text", bench_table.replaced(text, name, "new text"))
+
+
+REPORT = """# Overhead  Shared Object  Symbol
+    40.00%  libc.so.6         [.] __memset_avx512_unaligned_erms
+    20.50%  [kernel.kallsyms] [k] exc_page_fault
+    10.50%  [kernel.kallsyms] [k] clear_page_erms
+    16.00%  libhv.so.0.1.0    [.] std::__introsort_loop<Edge*, long, Less<Edge>(a)>(Edge*, long)
+    12.00%  libhv.so.0.1.0    [.] (anonymous namespace)::Run::Add(double*) const
+     1.00%  libhv.so.0.1.0    [.] memset@plt
+"""
+
+
+class Profiles(unittest.TestCase):
+  def test_the_kernel_is_one_and_names_are_short(self):
+    self.assertEqual(profiles.shares(REPORT), [
+      (41.0, "`memset`"), (31.0, "the kernel"), (16.0, "`std::__introsort_loop`"), (12.0, "`Run::Add`")])
+
+  def test_what_is_left_is_told_as_others(self):
+    self.assertEqual(profiles.told([(60.0, "a"), (30.0, "b"), (1.0, "c")]), "60 % a, 30 % b, 10 % others")
 
 
 if __name__ == "__main__":

@@ -13,11 +13,14 @@ import re
 import sys
 
 import machine
+import profiles
 import render
 import runs
 import targets
 
-BEGIN, END = "<!-- measured by ./dev bench --markdown -->\n", "<!-- end of what was measured -->\n"
+PAGE = machine.ROOT / "docs" / "performance.md"
+TABLE = "measured by ./dev bench --markdown"
+PROFILE = "profiled by ./dev bench --profile"
 
 
 def arguments(values):
@@ -28,8 +31,10 @@ def arguments(values):
   parser.add_argument("--all", action="store_true", help="also every benchmark that no target names")
   parser.add_argument("--json", action="store_true", help="for machines")
   parser.add_argument("--markdown", nargs="?", type=pathlib.Path, metavar="PAGE",
-                      const=machine.ROOT / "docs" / "performance.md",
+                      const=PAGE,
                       help="put the table into a page between its markers [docs/performance.md]")
+  parser.add_argument("--profile", nargs="?", type=pathlib.Path, metavar="PAGE", const=PAGE,
+                      help="put a profile of the heaviest workloads there instead; needs perf")
   parser.add_argument("--repetitions", type=int, default=5, help="medians are taken over so many [5]")
   parser.add_argument("--targets", type=pathlib.Path, help=argparse.SUPPRESS,
                       default=machine.ROOT / "benchmarks" / "targets.json")
@@ -74,27 +79,44 @@ def untargeted(rows, found, pattern):
         yield targets.judge(row, medians)
 
 
-def with_table(page, about, table):
-  """The page with what stands between its markers exchanged."""
-  before, begin, rest = page.partition(BEGIN)
-  old, end, after = rest.partition(END)
-  if not begin or not end:
-    raise ValueError("the page has no pair of markers")
-  facts = "\n".join(f"- {name}: {value}" for name, value in about.items() if value)
-  return f"{before}{BEGIN}\n{facts}\n\n{table}\n{END}{after}"
+def markers(name):
+  return f"<!-- {name} -->\n", f"<!-- end of what was {name.split(' ')[0]} -->\n"
+
+
+def replaced(page, name, text):
+  """The page with what stands between a pair of markers exchanged."""
+  begin, end = markers(name)
+  before, has_begin, rest = page.partition(begin)
+  _, has_end, after = rest.partition(end)
+  if not has_begin or not has_end:
+    raise ValueError(f"the page has no pair of markers for what is {name}")
+  return f"{before}{begin}\n{text}\n{end}{after}"
+
+
+def rewrite(path, name, text):
+  path.write_text(replaced(path.read_text(), name, text))
+
+
+def facts(about):
+  return "\n".join(f"- {name}: {value}" for name, value in about.items() if value)
 
 
 def main(values=None):
   wanted = arguments(values)
   if not any(wanted.folder.glob("hv_*_bench")):
     sys.exit(f"there is no benchmark in {wanted.folder}")
+  about = machine.describe(wanted.folder.parent)
+  if wanted.profile:
+    lines = profiles.table(json.loads(wanted.targets.read_text())["heaviest"], wanted.folder)
+    rewrite(wanted.profile, PROFILE, f"On {about['machine']}, {about['date']}, {about['revision']}.\n\n{lines}")
+    print(lines)
+    return 0
   every = targets.read(wanted.targets)
   try:
     pattern = re.compile(wanted.pattern)
   except re.error as reason:
     sys.exit(f"no regular expression: {wanted.pattern} ({reason})")
   rows = [row for row in every if row.matches(pattern)]
-  about = machine.describe(wanted.folder.parent)
   try:
     found = measure(rows, wanted)
   except runs.Failed as reason:
@@ -113,8 +135,7 @@ def main(values=None):
     print(render.text(outcomes))
     print("\n" + summary(outcomes))
   if wanted.markdown:
-    page = wanted.markdown.read_text()
-    wanted.markdown.write_text(with_table(page, about, render.markdown(outcomes)))
+    rewrite(wanted.markdown, TABLE, f"{facts(about)}\n\n{render.markdown(outcomes)}\n{summary(outcomes)}.\n")
   return 1 if any(outcome.cost is None for outcome in outcomes) else 0
 
 

@@ -4,6 +4,7 @@
 """What a measurement ran on, and what built it."""
 
 import datetime
+import json
 import os
 import pathlib
 import re
@@ -34,12 +35,15 @@ def processor():
 
 
 def settings(build):
-  """Build type and flags of a build folder, as its cache tells them."""
+  """Compiler, build type and flags of a build folder: those that its first source of the library is
+  compiled with, but for warnings and places."""
   cache = build / "CMakeCache.txt"
   values = dict(re.findall(r"^(\w+):\w+=(.*)$", cache.read_text(), re.M)) if cache.exists() else {}
-  kind = values.get("CMAKE_BUILD_TYPE", "")
-  flags = [values.get("CMAKE_CXX_FLAGS", ""), values.get(f"CMAKE_CXX_FLAGS_{kind.upper()}", "")]
-  return values.get("CMAKE_CXX_COMPILER", "c++"), kind, " ".join(filter(None, flags))
+  commands = build / "compile_commands.json"
+  entries = json.loads(commands.read_text()) if commands.exists() else []
+  command = next((entry["command"] for entry in entries if "/hv/" in entry["file"]), "")
+  flags = re.findall(r" (-(?:O|std=|f|m|DNDEBUG)\S*)", command)
+  return values.get("CMAKE_CXX_COMPILER", "c++"), values.get("CMAKE_BUILD_TYPE", ""), " ".join(flags)
 
 
 def describe(build):
