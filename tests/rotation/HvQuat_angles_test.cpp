@@ -189,6 +189,16 @@ TEST(HvQuat_angles, PoleWithoutASumTakesTheNegativeMean)
     }
 }
 
+TEST(HvQuat_angles, PoleTieTakesTheOtherPair)
+{
+    // The middle angle is 90, and the outer ones differ by exactly half a turn: shared out around a
+    // reference of zeros that is -90 and 90, or 90 and -90 half a turn further, which is as near.
+    double const half = std::sqrt(0.5);
+    Angles angles;
+    HvQuat(0, half, 0, -half).Get(angles);
+    ExpectNear(angles * (1 / kDegree), Angles(90, 90, -90), kDegreeTolerance);
+}
+
 TEST(HvQuat_angles, PoleKeepsTheWindingOfTheReference)
 {
     ExpectNear(GetByAxes(HvQuat::XYZ, Angles(30, 90, 10), Angles(50 + 720, 90 - 360, 0 - 1080)),

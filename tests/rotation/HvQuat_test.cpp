@@ -99,6 +99,10 @@ TEST(HvQuat, NoLengthGivesTheIdentity)
     EXPECT_EQ(Difference(short1.Normalize(), HvQuat()), 0);
     HvQuat zero(0, 0, 0, 0);
     EXPECT_EQ(Difference(zero.Normalize(), HvQuat()), 0);
+    // Its squared length is the bound itself, which counts as a length.
+    ASSERT_EQ(1e-6 * 1e-6, 1e-12);
+    HvQuat justEnough(0, 1e-6, 0, 0);
+    EXPECT_LT(Difference(justEnough.Normalize(), HvQuat(0, 1, 0, 0)), 3e-16L);
     HvQuat longEnough(0, 0, -1.01e-6, 0);
     EXPECT_LT(Difference(longEnough.Normalize(), HvQuat(0, 0, -1, 0)), 3e-16L);
 }

@@ -7,11 +7,15 @@
 #include "families.h"
 #include "sample_paths.h"
 
+#include <hv/foundation/HvDoubleArray.h>
 #include <hv/foundation/HvPoint2dArray.h>
 #include <hv/foundation/HvPoint2fArray.h>
+#include <hv/foundation/HvPointTagArray.h>
 #include <hv/morph/HvMorpher.h>
 #include <hv/pathbuild/HvBezierFitPathBuilder.h>
+#include <hv/pathbuild/HvBezierFitPathPropBuilder.h>
 #include <hv/pathbuild/HvCubicPathBuilder.h>
+#include <hv/pathbuild/HvMipPath2fProp1d.h>
 #include <hv/pathbuild/HvPath2fProp1d.h>
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/shape/HvGC.h>
@@ -55,6 +59,16 @@ void AddStrokes(unsigned int item, Digest& digest)
     HvBezierFitPathBuilder fitBuilder(gc, &fits, 20.0, 10.0, 0.25, 5);
     Draw(fitBuilder, item, digest);
     AddShape(fits, digest);
+    HvPath2fProp1d widths(0u);
+    HvBezierFitPathPropBuilder widthBuilder(gc, &widths, 20.0, 10.0, 0.25, 5, 0.05);
+    SampleNumbers numbers(item);
+    widthBuilder.StartSubpath(numbers.PointIn(0, 200), 1.0);
+    for (int i = 0; i < 60; ++i) {
+        HvPoint2<float> const pen = numbers.PointIn(0, 200);
+        widthBuilder.AddInputPoint(pen, numbers.In(0, 4), 0);
+    }
+    widthBuilder.EndSubpath(numbers.PointIn(0, 200), 2.0, 0);
+    AddShape(widths, digest);
 }
 
 /// A path with a property on its first subpath.
@@ -70,6 +84,30 @@ HvPath2fProp1d WithProperty(unsigned int seed)
     return path;
 }
 
+// A path with a property: as points in all ways, between two others, and fitted anew.
+void AddProperties(unsigned int item, Digest& digest)
+{
+    HvPath2fProp1d const first = WithProperty(item);
+    HvPath2fProp1d between(0u);
+    between.SetToLerpAB(first, WithProperty(item + 100), 0.4, 2.0, 0.05);
+    AddShape(between, digest);
+    HvGC gc;
+    gc.flatness = 0.1;
+    gc.sampleSpacing = 3.5;
+    HvPoint2fArray points;
+    HvPointTagArray tags;
+    HvDoubleArray values;
+    between.Flatten(gc, points, tags, values);
+    between.Sample(gc, points, tags, values);
+    between.PropertySample(gc, points, tags, values);
+    digest.AddAll(points);
+    digest.AddAll(values);
+    HvPath2fProp1d fitted(0u);
+    fitted.AddFittedSamplesFromPath(gc, first);
+    AddShape(fitted, digest);
+    AddShape(*HvMipPath2fProp1d(first, 0.5, 0.05).Level(3), digest);
+}
+
 void AddMorphs(unsigned int item, Digest& digest)
 {
     HvPath2fProp1d const first = WithProperty(item);
@@ -77,10 +115,15 @@ void AddMorphs(unsigned int item, Digest& digest)
     second.OpenSubpath(0);
     HvGC gc;
     gc.minPointGap = 2.0;
-    HvMorpher const morpher(&first, &second, gc);
+    HvMorpher morpher(&first, &second, gc);
+    HvPath2f road(0u);
+    road.Moveto({0, 0});
+    road.Curveto({10, 90}, {120, -60}, {100, 40});
+    morpher.SetMotionPath(0, 0, &road);
     HvPath2fProp1d out(0u);
     morpher.LinearMorph(0.3, out);
     morpher.TurtleMorph(0.7, out);
+    morpher.LinearMotionPathMorph(0.4, out);
     AddShape(out, digest);
 }
 
@@ -103,6 +146,7 @@ void AddContours(unsigned int item, Digest& digest)
 void AddDrawnFamilies(Families& families)
 {
     families.push_back({"drawn_strokes", kDrawings, AddStrokes});
+    families.push_back({"drawn_properties", kDrawings, AddProperties});
     families.push_back({"drawn_morphs", kDrawings, AddMorphs});
     families.push_back({"drawn_contours", kDrawings, AddContours});
 }
