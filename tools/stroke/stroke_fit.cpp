@@ -73,6 +73,22 @@ double WidthTolerance(std::vector<double> const& widths)
     return widths.empty() ? 0.0 : kWidthTolerance * *std::max_element(widths.begin(), widths.end());
 }
 
+/// How near something of that extent is measured: as `wanted`, but no nearer than can be told.
+double MeasuredWithin(HvExtent2<double> const& extent, double wanted)
+{
+    double const size = std::max(extent.max.x - extent.min.x, extent.max.y - extent.min.y);
+    return std::max(wanted, size * kMeasuredSizeShare);
+}
+
+HvExtent2<double> ExtentOf(HvPoint2fArray const& places)
+{
+    HvExtent2<double> extent;
+    for (HvPoint2<float> const& place : places) {
+        extent.Augment(HvPoint2<double>(place));
+    }
+    return extent;
+}
+
 /// Outline and property grow together. A stroke without widths has one everywhere.
 void FitLive(HvPoint2fArray const& places, std::vector<double> const& widths,
              StrokeFitOptions const& options, HvPath2fProp1d& path)
@@ -81,7 +97,7 @@ void FitLive(HvPoint2fArray const& places, std::vector<double> const& widths,
     double const within = options.tolerance;
     HvGC gc;
     gc.minPointGap = within * kLiveGap;
-    gc.flatness = within * kLiveFlatness;
+    gc.flatness = MeasuredWithin(ExtentOf(places), within * kLiveFlatness);
     // Nobody looks at the samples, so there need be none.
     gc.sampleSpacing = std::numeric_limits<double>::infinity();
     HvBezierFitPathPropBuilder builder(gc, &path, within * kLiveLong, within * kLiveSubdivided,
@@ -119,20 +135,14 @@ unsigned int NumCurves(HvPath2f const& path)
     return count;
 }
 
-double MeasuredWithin(HvPath2f const& path, double tolerance)
-{
-    HvExtent2<double> extent;
-    path.GetExtent(extent);
-    double const size = std::max(extent.max.x - extent.min.x, extent.max.y - extent.min.y);
-    return std::max(tolerance * kMeasuredShare, size * kMeasuredSizeShare);
-}
-
 /// A polyline in which the points of a stroke, in their order, find what lies next to them.
 class NearestOnPath {
 public:
     NearestOnPath(HvPath2f const& path, double tolerance) : tolerance_(tolerance)
     {
-        path.FlattenSubpath(0, MeasuredWithin(path, tolerance), line_);
+        HvExtent2<double> extent;
+        double const within = MeasuredWithin(path.GetExtent(extent), tolerance * kMeasuredShare);
+        path.FlattenSubpath(0, within, line_);
         if (line_.Size() == 0) {
             // A pen that stood still: a lone start has no outline.
             line_ = HvPoint2fArray(path.GetPoint(0), 2);
