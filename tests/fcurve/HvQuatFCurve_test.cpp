@@ -243,6 +243,18 @@ TEST(HvQuatFCurve, LocksKeys)
     EXPECT_EQ(on, 1);
     EXPECT_EQ(trio.y->GetConstraintByIndex(1, C::AllLocked, on), 1);
     EXPECT_EQ(on, 0);
+    double near = 1.9;
+    on = 9;
+    EXPECT_EQ(trio.z->GetConstraint(near, C::ValueLocked, on, 0.2), 1);
+    EXPECT_EQ(on, 1);
+    EXPECT_EQ(near, 2);
+    EXPECT_EQ(trio.z->GetConstraint(near, C::ParameterLocked, on, 0), 1);
+    EXPECT_EQ(on, 0);
+    near = 1.5;
+    on = 9;
+    EXPECT_EQ(trio.z->GetConstraint(near, C::ValueLocked, on, 0.2), 0);
+    EXPECT_EQ(near, 1.5);
+    EXPECT_EQ(on, 9);
     EXPECT_EQ(trio.y->AreAnyValuesLockedInInterval(1, 5, 0, 0), 1);
     EXPECT_EQ(trio.y->AreAnyParametersLockedInInterval(1, 5, 0, 0), 0);
     EXPECT_EQ(trio.y->AreAnyKeysLockedInInterval(1, 5, 0, 0), 0);
