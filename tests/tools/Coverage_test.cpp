@@ -81,12 +81,14 @@ TEST(Coverage, TakesTheBoxAlone)
     EXPECT_EQ(BytesOf(raster), (Bytes{9, 9, 9, 9, 9, 0, 0, 9, 9, 9, 9, 9, 9, 9, 9, 9}));
 }
 
-TEST(Coverage, ThePictureLiesBehindTheMargin)
+TEST(Coverage, TheRasterMayBeginElsewhereThanThePicture)
 {
     HvUByteRaster raster = RasterOf({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16}, 4);
     Coverage coverage;
-    coverage.Take(raster, {0, 0, 2, 2}, 1);
-    EXPECT_EQ(Spread(coverage, 2, 2), (Bytes{6, 7, 10, 11}));
+    coverage.Take(raster, {0, 0, 2, 2}, -1, -2);
+    EXPECT_EQ(Spread(coverage, 2, 2), (Bytes{10, 11, 14, 15}));
+    coverage.Take(raster, {2, 1, 4, 2}, 2, 1);
+    EXPECT_EQ(Spread(coverage, 4, 2), (Bytes{0, 0, 0, 0, 0, 0, 1, 2}));
 }
 
 TEST(Coverage, ItsBoxIsThatOfWhatIsCovered)

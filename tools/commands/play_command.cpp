@@ -111,7 +111,7 @@ void SetSize(Request const& request, Scene const& scene, FrameRun& run)
     run.height = PixelsOf(height, "height");
 }
 
-/// "a..b", both included; initially all frames of the animation.
+/// "a..b", both included and frames of the animation; initially all of these.
 void SetFrames(Request const& request, Scene const& scene, FrameRun& run)
 {
     double first = scene.firstFrame;
@@ -123,6 +123,12 @@ void SetFrames(Request const& request, Scene const& scene, FrameRun& run)
         }
         first = pair->first;
         end = *pair->second + 1.0;
+        double const wholeFirst = std::ceil(scene.firstFrame);
+        double const wholeEnd = std::ceil(scene.endFrame);
+        if (!(first >= wholeFirst && end <= wholeEnd)) {
+            throw ToolError("--frames must lie within " + NumberText_Exact(wholeFirst) + ".." +
+                            NumberText_Exact(wholeEnd - 1.0) + ", the frames of the animation");
+        }
     }
     double const stretch = request.timeStretch;
     if (!(stretch >= 1.0 / kLongestStretch && stretch <= kLongestStretch)) {

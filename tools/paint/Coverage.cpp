@@ -20,22 +20,22 @@ bool IsWhole(std::uint8_t const* bytes, std::size_t count)
 
 }  // namespace
 
-void Coverage::Take(HvUByteRaster& raster, PixelBox const& box, int margin)
+void Coverage::Take(HvUByteRaster& raster, PixelBox const& box, int left, int top)
 {
     box_ = {};
     runs_.clear();
     shares_.clear();
     auto const stride = static_cast<std::size_t>(raster.width);
     for (int y = box.top; y < box.bottom; ++y) {
-        std::uint8_t* const row = raster.data + static_cast<std::size_t>(y + margin) * stride +
-                                  static_cast<std::size_t>(box.left + margin);
+        std::uint8_t* const row = raster.data + static_cast<std::size_t>(y - top) * stride +
+                                  static_cast<std::size_t>(box.left - left);
         std::size_t const before = runs_.size();
         TakeRow(row, box.left, y, static_cast<std::size_t>(box.right - box.left));
         if (runs_.size() > before) {
-            int const left = runs_[before].x;
-            int const right = runs_.back().x + runs_.back().length;
-            std::memset(row + (left - box.left), 0, static_cast<std::size_t>(right - left));
-            box_ = box_.Union({left, y, right, y + 1});
+            int const first = runs_[before].x;
+            int const end = runs_.back().x + runs_.back().length;
+            std::memset(row + (first - box.left), 0, static_cast<std::size_t>(end - first));
+            box_ = box_.Union({first, y, end, y + 1});
         }
     }
 }

@@ -25,9 +25,9 @@ public:
         std::uint8_t const* shares;  ///< null where all are covered whole
     };
 
-    /// Becomes what `raster` holds in `box`, a part of the picture, which lies in the raster behind
-    /// a margin on all sides; there the raster is then 0.
-    void Take(HvUByteRaster& raster, PixelBox const& box, int margin = 0);
+    /// Becomes what `raster`, whose first pixel is (left, top) of the picture, holds in `box`, a part
+    /// of the picture; there the raster is then 0.
+    void Take(HvUByteRaster& raster, PixelBox const& box, int left = 0, int top = 0);
 
     /// All covered pixels lie in it.
     PixelBox const& Box() const { return box_; }

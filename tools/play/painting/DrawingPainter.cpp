@@ -76,12 +76,19 @@ void DrawingPainter::Paint(Drawing const& drawing, HvTransfo4 const& toPixels, d
         if (paint->gradient) {
             HvTransfo4 gradientToPixels(toPixels);
             gradientToPixels.PostMultiply(paint->toLayer);
-            canvas.PaintColours(coverage,
-                                GradientColours(*paint->gradient, gradientToPixels, share));
+            canvas.PaintColours(coverage, GradientColours(*paint->gradient, gradientToPixels,
+                                                          TableOf(*paint->gradient, share)));
         } else {
             canvas.Paint(coverage, ColourOf(paint->colour, share));
         }
     }
+}
+
+GradientTable const& DrawingPainter::TableOf(DrawnGradient const& gradient, double opacity)
+{
+    key_.Clear();
+    GradientTable::AddTo(key_, gradient, opacity);
+    return gradientTables_.Get(key_, [&](GradientTable& table) { table.Make(gradient, opacity); });
 }
 
 void DrawingPainter::PaintPath(HvPath2f const& path, HvTransfo4 const& toPixels,
@@ -125,7 +132,7 @@ Coverage const& DrawingPainter::FillCoverage(HvPath2f const& pixels, int fillRul
     key_.Clear();
     key_.Add({kFillKey, static_cast<double>(fillRule), radius});
     key_.Add(pixels);
-    return cache_.Get(key_, [&](Coverage& coverage) {
+    return coverages_.Get(key_, [&](Coverage& coverage) {
         if (radius > 0.0) {
             FillSoftly(pixels, radius, coverage);
         } else {
@@ -138,21 +145,24 @@ void DrawingPainter::Fill(HvPath2f const& pixels, int fillRule, Coverage& covera
 {
     fillGc_.fillRule = fillRule;
     pixels.AAFill(fillGc_, raster_, nullptr);
-    coverage.Take(raster_, BoxOf(pixels));
+    coverage.Take(raster_, BoxOf(pixels, kBoxMargin));
 }
 
-/// What lies outside a raster counts as empty to a blur: around the picture there must be room.
+/// What lies outside a raster counts as empty to a blur: around the box there must be room.
 void DrawingPainter::FillSoftly(HvPath2f const& pixels, double radius, Coverage& coverage)
 {
     int const margin = static_cast<int>(std::ceil(radius)) + 1;
-    HvUByteRaster raster(raster_.width + 2 * margin, raster_.height + 2 * margin, 0);
+    PixelBox const box = BoxOf(pixels, margin + kBoxMargin);
+    int const left = box.left - margin;
+    int const top = box.top - margin;
+    HvUByteRaster raster(box.right + margin - left, box.bottom + margin - top, 0);
     HvPath2f moved(pixels);
-    moved.Translate({static_cast<float>(margin), static_cast<float>(margin)});
+    moved.Translate({static_cast<float>(-left), static_cast<float>(-top)});
     fillGc_.fillRule = 1;
     fillGc_.softRadiusA = radius;
     moved.SoftFill(fillGc_, raster, nullptr);
     fillGc_.softRadiusA = 0.0;
-    coverage.Take(raster, {0, 0, raster_.width, raster_.height}, margin);
+    coverage.Take(raster, box, left, top);
 }
 
 /// The pen belongs to the group of the paint: a transform around it that stretches unevenly
@@ -199,7 +209,7 @@ Coverage const& DrawingPainter::StrokeCoverage(Drawing const& drawing, DrawnPain
               static_cast<double>(stroke.joinStyle), stroke.miterLimit, m[0], m[1], m[4], m[5],
               m[12], m[13]});
     key_.Add(path);
-    return cache_.Get(key_, [&](Coverage& coverage) {
+    return coverages_.Get(key_, [&](Coverage& coverage) {
         HvPath2f const outline = StrokeOutline_Of(path, strokeGc_);
         if (pen.isRound) {
             Fill(outline, 1, coverage);
@@ -211,8 +221,8 @@ Coverage const& DrawingPainter::StrokeCoverage(Drawing const& drawing, DrawnPain
     });
 }
 
-/// The box of what a fill may have covered.
-PixelBox DrawingPainter::BoxOf(HvPath2f const& pixels) const
+/// The pixels of the picture that lie within `margin` of a path.
+PixelBox DrawingPainter::BoxOf(HvPath2f const& pixels, int margin) const
 {
     if (pixels.NumPoints() == 0) {
         return {};
@@ -227,8 +237,8 @@ PixelBox DrawingPainter::BoxOf(HvPath2f const& pixels) const
         return value < static_cast<float>(end) ? static_cast<int>(std::ceil(std::max(value, 0.0F)))
                                                : end;
     };
-    return {std::max(low(extent.min.x, raster_.width) - kBoxMargin, 0),
-            std::max(low(extent.min.y, raster_.height) - kBoxMargin, 0),
-            std::min(high(extent.max.x, raster_.width) + kBoxMargin, raster_.width),
-            std::min(high(extent.max.y, raster_.height) + kBoxMargin, raster_.height)};
+    return {std::max(low(extent.min.x, raster_.width) - margin, 0),
+            std::max(low(extent.min.y, raster_.height) - margin, 0),
+            std::min(high(extent.max.x, raster_.width) + margin, raster_.width),
+            std::min(high(extent.max.y, raster_.height) + margin, raster_.height)};
 }

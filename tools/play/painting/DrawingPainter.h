@@ -10,7 +10,8 @@
 #include <hv/shape/HvGC.h>
 #include <tools/paint/Canvas.h>
 #include <tools/play/evaluation/drawing.h>
-#include <tools/play/painting/CoverageCache.h>
+#include <tools/play/painting/FrameCache.h>
+#include <tools/play/painting/GradientTable.h>
 
 /// Fills and strokes outlines: each paint becomes one path in pixels, the path coverage, the
 /// coverage colour.
@@ -20,8 +21,12 @@ public:
     ///                outlives the painter; several painters of a thread may share it.
     explicit DrawingPainter(HvUByteRaster& raster);
 
-    /// Begins a frame: only what the one before painted, too, is not filled anew.
-    void BeginFrame() { cache_.BeginFrame(); }
+    /// Begins a frame: only what the one before painted, too, is not made anew.
+    void BeginFrame()
+    {
+        coverages_.BeginFrame();
+        gradientTables_.BeginFrame();
+    }
 
     /// Paints the drawing, made fainter by `opacity`, 0 to 1: each paint for itself.
     void Paint(Drawing const& drawing, HvTransfo4 const& toPixels, double opacity, Canvas& canvas);
@@ -47,17 +52,19 @@ private:
     static PaintColour ColourOf(SceneColour const& colour, double opacity);
     Coverage const& CoverageOf(Drawing const& drawing, DrawnPaint const& paint,
                                HvTransfo4 const& toPixels);
+    GradientTable const& TableOf(DrawnGradient const& gradient, double opacity);
     Coverage const& FillCoverage(HvPath2f const& pixels, int fillRule, double radius);
     Coverage const& StrokeCoverage(Drawing const& drawing, DrawnPaint const& paint,
                                    HvTransfo4 const& toPixels);
     void Fill(HvPath2f const& pixels, int fillRule, Coverage& coverage);
     void FillSoftly(HvPath2f const& pixels, double radius, Coverage& coverage);
-    PixelBox BoxOf(HvPath2f const& pixels) const;
+    PixelBox BoxOf(HvPath2f const& pixels, int margin) const;
 
     HvGC fillGc_;
     HvGC strokeGc_;
     HvUByteRaster& raster_;  ///< of one path at a time
-    CoverageCache cache_;
+    FrameCache<Coverage> coverages_;
+    FrameCache<GradientTable> gradientTables_;
     PaintKey key_;
 };
 

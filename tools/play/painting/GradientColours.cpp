@@ -7,70 +7,17 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
 
 namespace {
 
 /// Shares that are computed together.
 constexpr std::size_t kBlock = 64;
-/// Steps of the table of colours: finer than a byte tells apart, also where a stop follows soon.
-constexpr int kTableSteps = 1024;
-
-std::uint8_t ByteOf(double share)
-{
-    return static_cast<std::uint8_t>(share > 0.0 ? std::min(share, 1.0) * 255.0 + 0.5 : 0.0);
-}
-
-/// Walks along stops with offsets that do not fall.
-template <class Stop>
-class StopWalk {
-public:
-    /// At least one stop, in order.
-    explicit StopWalk(std::vector<Stop> const& stops) : stops_(stops) {}
-
-    void MoveTo(double offset)
-    {
-        offset_ = offset;
-        while (above_ < stops_.size() && stops_[above_].offset <= offset) {
-            ++above_;
-        }
-    }
-    /// Of what `value` reads from a stop, that between the two beside the offset.
-    template <class Value>
-    double Between(Value const& value) const
-    {
-        if (above_ == 0) {
-            return value(stops_.front());
-        }
-        Stop const& low = stops_[above_ - 1];
-        if (above_ == stops_.size()) {
-            return value(low);
-        }
-        Stop const& high = stops_[above_];
-        double const share = (offset_ - low.offset) / (high.offset - low.offset);
-        return value(low) + (value(high) - value(low)) * share;
-    }
-
-private:
-    std::vector<Stop> const& stops_;
-    double offset_ = 0.0;
-    std::size_t above_ = 0;  ///< the first stop behind the offset
-};
-
-/// Stops as editors write them rise; any others are put in order.
-template <class Stop>
-std::vector<Stop> Sorted(std::vector<Stop> stops)
-{
-    std::stable_sort(stops.begin(), stops.end(),
-                     [](Stop const& a, Stop const& b) { return a.offset < b.offset; });
-    return stops;
-}
 
 }  // namespace
 
 GradientColours::GradientColours(DrawnGradient const& gradient, HvTransfo4 const& toPixels,
-                                 double opacity)
-    : isRadial_(gradient.isRadial)
+                                 GradientTable const& table)
+    : table_(table), isRadial_(gradient.isRadial)
 {
     toPixels.Inverse(fromPixels_);
     HvPoint2<double> const axis = gradient.end - gradient.start;
@@ -78,30 +25,6 @@ GradientColours::GradientColours(DrawnGradient const& gradient, HvTransfo4 const
     way_ = isRadial_ ? gradient.start - gradient.focus : axis;
     double const squared = HvPoint2_AdotB(axis, axis);
     scale_ = isRadial_ ? squared : (squared > 0.0 ? 1.0 / squared : 0.0);
-
-    std::vector<DrawnStop> const colours = Sorted(gradient.colours);
-    std::vector<DrawnOpacity> const opacities = Sorted(gradient.opacities);
-    StopWalk<DrawnStop> colourAt(colours);
-    StopWalk<DrawnOpacity> opacityAt(opacities);
-    table_.reserve(kTableSteps + 1);
-    for (int i = 0; i <= kTableSteps; ++i) {
-        double const offset = static_cast<double>(i) / kTableSteps;
-        colourAt.MoveTo(offset);
-        opacityAt.MoveTo(offset);
-        auto const part = [&colourAt](double SceneColour::*member) {
-            return ByteOf(
-                colourAt.Between([member](DrawnStop const& stop) { return stop.colour.*member; }));
-        };
-        double const alpha =
-            opacities.empty()
-                ? 1.0
-                : opacityAt.Between([](DrawnOpacity const& stop) { return stop.opacity; });
-        table_.push_back(
-            PaintPixel_Premultiplied({part(&SceneColour::red), part(&SceneColour::green),
-                                      part(&SceneColour::blue), ByteOf(alpha * opacity)}));
-    }
-    isOpaque_ = std::all_of(table_.begin(), table_.end(),
-                            [](std::uint32_t colour) { return PaintPixel_Alpha(colour) == 255; });
 }
 
 double GradientColours::LinearShare(HvPoint2<double> const& p) const
@@ -143,10 +66,10 @@ void GradientColours::ColoursAt(double const* shares, std::size_t count,
     int steps[kBlock];
     for (std::size_t i = 0; i < count; ++i) {
         double const share = shares[i] > 0.0 ? shares[i] : 0.0;
-        steps[i] = static_cast<int>((share < 1.0 ? share : 1.0) * kTableSteps + 0.5);
+        steps[i] = static_cast<int>((share < 1.0 ? share : 1.0) * GradientTable::kSteps + 0.5);
     }
     for (std::size_t i = 0; i < count; ++i) {
-        pixels[i] = table_[static_cast<std::size_t>(steps[i])];
+        pixels[i] = table_.ColourAt(steps[i]);
     }
 }
 

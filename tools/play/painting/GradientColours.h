@@ -7,21 +7,21 @@
 #define HV_TOOLS_PLAY_PAINTING_GRADIENTCOLOURS_H
 
 #include <hv/rotation/HvTransfo4.h>
-#include <tools/paint/Canvas.h>
-#include <tools/play/evaluation/drawing.h>
+#include <tools/play/painting/GradientTable.h>
 
-#include <vector>
+#include <cstddef>
+#include <cstdint>
 
-/// Gives the colour of each pixel, premultiplied. Between stops colours and opacities run evenly;
-/// before the first and behind the last they stay.
+/// Gives the colour of each pixel, premultiplied.
 class GradientColours {
 public:
     /// @param toPixels  from the gradient's coordinates; has an inverse.
-    /// @param opacity   0 to 1, for all of it.
-    GradientColours(DrawnGradient const& gradient, HvTransfo4 const& toPixels, double opacity);
+    /// @param table     its colours; outlives this.
+    GradientColours(DrawnGradient const& gradient, HvTransfo4 const& toPixels,
+                    GradientTable const& table);
 
     /// Whether all its colours are opaque.
-    bool IsOpaque() const { return isOpaque_; }
+    bool IsOpaque() const { return table_.IsOpaque(); }
     /// Stores the colours of `count` pixels from (x, y) on.
     void Row(int x, int y, std::size_t count, std::uint32_t* pixels) const;
 
@@ -31,9 +31,8 @@ private:
                       std::size_t count, double* shares) const;
     void ColoursAt(double const* shares, std::size_t count, std::uint32_t* pixels) const;
 
-    std::vector<std::uint32_t> table_;
+    GradientTable const& table_;
     HvTransfo4 fromPixels_;
-    bool isOpaque_;
     bool isRadial_;
     HvPoint2<double> focus_;  ///< a linear one's start
     HvPoint2<double> way_;    ///< to the end; a radial one's from the focus to the centre

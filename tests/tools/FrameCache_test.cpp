@@ -1,7 +1,8 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-#include <tools/play/painting/CoverageCache.h>
+#include <tools/paint/Coverage.h>
+#include <tools/play/painting/FrameCache.h>
 
 #include <gtest/gtest.h>
 
@@ -33,12 +34,12 @@ public:
     }
 
 private:
-    CoverageCache cache_;
+    FrameCache<Coverage> cache_;
 };
 
 }  // namespace
 
-TEST(CoverageCache, KeepsWhatTwoFramesAskedFor)
+TEST(FrameCache, KeepsWhatTwoFramesAskedFor)
 {
     Asker asker;
     asker.BeginFrame();
@@ -54,7 +55,7 @@ TEST(CoverageCache, KeepsWhatTwoFramesAskedFor)
     }
 }
 
-TEST(CoverageCache, ForgetsWhatAFrameDidNotAskFor)
+TEST(FrameCache, ForgetsWhatAFrameDidNotAskFor)
 {
     Asker asker;
     for (int frame = 0; frame < 3; ++frame) {
@@ -66,10 +67,10 @@ TEST(CoverageCache, ForgetsWhatAFrameDidNotAskFor)
     EXPECT_TRUE(asker.IsMade(5));
 }
 
-TEST(CoverageCache, DoesNotKeepMoreThanItMay)
+TEST(FrameCache, DoesNotKeepMoreThanItMay)
 {
     // One run and its key are 24 bytes: one of these may be kept, two may not.
-    CoverageCache cache(40);
+    FrameCache<Coverage> cache(40);
     int made = 0;
     for (int frame = 0; frame < 4; ++frame) {
         cache.BeginFrame();
