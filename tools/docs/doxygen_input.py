@@ -81,36 +81,44 @@ def anchor(file, heading):
   return re.sub(r"\W", "_", f"{os.path.splitext(file)[0]}_{heading}")
 
 
-def target(path, link):
-  """Where a link of the page leads, in the words of Doxygen."""
+# What the reference shows, besides pages of the web.
+SHOWN = (".cpp", ".md", ".png", ".svg", "LICENSE")
+
+
+def linked(path, text, link):
+  """A link of the page in the words of Doxygen; its text alone where it leads to what the reference
+  does not show, a folder or data."""
   if re.match(r"[a-z]+:", link):
-    return link
+    return f"[{text}]({link})"
   name, _, heading = link.partition("#")
   file = os.path.relpath(path.parent / name if name else path, ROOT)
   if heading:
-    return f"@ref {anchor(file, heading)}"
+    return f"[{text}](@ref {anchor(file, heading)})"
   if file == "README.md":
-    return "@ref index"
-  return f"@ref {file}" if file.endswith(".cpp") else file
+    return f"[{text}](@ref index)"
+  if not file.endswith(SHOWN):
+    return text
+  return f"[{text}](@ref {file})" if file.endswith(".cpp") else f"[{text}]({file})"
+
+
+def named(file, line):
+  """A heading of the page with its name: as in the links of Markdown, in lower case, blanks as
+  hyphens, no other signs."""
+  heading = re.sub(r"[^\w\- ]", "", line.lstrip("# ").lower()).replace(" ", "-")
+  return f"{line} {{#{anchor(file, heading)}}}"
 
 
 def page(path, lines):
   """A page; the first one is the main one, and all headings below the title have names."""
   file = os.path.relpath(path, ROOT)
-  lines = list(lines)
-  in_code = False
-  for number, line in enumerate(lines):
-    in_code = in_code != line.startswith("```")
-    if in_code:
-      continue
-    if number == 0 and file == "README.md":
-      lines[0] += " {#mainpage}"
-    elif line.startswith("##"):
-      # As in the links of Markdown: lower case, blanks as hyphens, no other signs.
-      heading = re.sub(r"[^\w\- ]", "", line.lstrip("# ").lower()).replace(" ", "-")
-      lines[number] += f" {{#{anchor(file, heading)}}}"
-    else:
-      lines[number] = re.sub(r"\]\(([^\s)]+)\)", lambda m: f"]({target(path, m[1])})", line)
+  parts = re.split(r"(^```.*?^```$)", "\n".join(lines), flags=re.MULTILINE | re.DOTALL)
+  # Every other part is a block of code.
+  for i in range(0, len(parts), 2):
+    text = re.sub(r"\[([^\[\]]*)\]\(([^\s)]+)\)", lambda m: linked(path, m[1], m[2]), parts[i])
+    parts[i] = re.sub(r"^##.*", lambda m: named(file, m[0]), text, flags=re.MULTILINE)
+  lines = "".join(parts).split("\n")
+  if file == "README.md":
+    lines[0] += " {#mainpage}"
   return lines
 
 
