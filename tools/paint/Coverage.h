@@ -25,8 +25,8 @@ public:
         std::uint8_t const* shares;  ///< null where all are covered whole
     };
 
-    /// Becomes what `raster`, whose first pixel is (left, top) of the picture, holds in `box`, a part
-    /// of the picture; there the raster is then 0.
+    /// Becomes what `raster`, whose first pixel is (left, top) of the picture, holds in `box`, a
+    /// part of the picture; there the raster is then 0.
     void Take(HvUByteRaster& raster, PixelBox const& box, int left = 0, int top = 0);
 
     /// All covered pixels lie in it.
