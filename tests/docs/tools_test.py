@@ -75,12 +75,12 @@ class Page(unittest.TestCase):
     self.assertEqual(page[2], "## One, two {#docs_x_one_two}")
     self.assertEqual(page[4], "## no heading [d](e)")
 
-  def test_links_to_what_is_not_shown_are_their_text(self):
+  def test_links_are_of_one_line_and_lead_to_what_is_shown(self):
     page = doxygen_input.page(ROOT / "docs/x.md", [
       "[data](../benchmarks/targets.json) [folder](../tests) ![a](a.png) [web](https://a.org/) [two",
-      "lines](y.md)"])
-    self.assertEqual(page, ["data folder ![a](docs/a.png) [web](https://a.org/) [two",
-                            "lines](docs/y.md)"])
+      "lines](y.md), and"])
+    self.assertEqual(page, ["data folder ![a](docs/a.png) [web](https://a.org/) [two lines](docs/y.md),",
+                            " and"])
 
 
 class Picture(unittest.TestCase):

@@ -82,7 +82,7 @@ def anchor(file, heading):
 
 
 # What the reference shows, besides pages of the web.
-SHOWN = (".cpp", ".md", ".png", ".svg", "LICENSE")
+SHOWN = (".cpp", ".md", ".png", ".svg")
 
 
 def linked(path, text, link):
@@ -101,6 +101,11 @@ def linked(path, text, link):
   return f"[{text}](@ref {file})" if file.endswith(".cpp") else f"[{text}]({file})"
 
 
+def joined(match):
+  """A link of several lines in one, as Doxygen wants it, with the sign that follows it."""
+  return match[0].replace("\n", " ") + "\n" * match[0].count("\n")
+
+
 def named(file, line):
   """A heading of the page with its name: as in the links of Markdown, in lower case, blanks as
   hyphens, no other signs."""
@@ -114,7 +119,8 @@ def page(path, lines):
   parts = re.split(r"(^```.*?^```$)", "\n".join(lines), flags=re.MULTILINE | re.DOTALL)
   # Every other part is a block of code.
   for i in range(0, len(parts), 2):
-    text = re.sub(r"\[([^\[\]]*)\]\(([^\s)]+)\)", lambda m: linked(path, m[1], m[2]), parts[i])
+    text = re.sub(r"\[[^\[\]]*\n[^\[\]]*\]\([^\s)]+\)\S*", joined, parts[i])
+    text = re.sub(r"\[([^\[\]]*)\]\(([^\s)]+)\)", lambda m: linked(path, m[1], m[2]), text)
     parts[i] = re.sub(r"^##.*", lambda m: named(file, m[0]), text, flags=re.MULTILINE)
   lines = "".join(parts).split("\n")
   if file == "README.md":

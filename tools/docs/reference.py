@@ -42,12 +42,18 @@ def dead_links():
                 if file and not (HTML / file).exists())
 
 
+def raw_links():
+  """What Doxygen did not take for a link."""
+  for page in sorted(HTML.glob("*.html")):
+    yield from (f"{page.name}: {text}" for text in re.findall(r"@ref [^<]{1,60}", page.read_text()))
+
+
 def main():
   shutil.rmtree(HTML, ignore_errors=True)
   log = subprocess.run(["doxygen", sys.argv[1]], stderr=subprocess.PIPE, text=True, check=True).stderr
   faults = [line for line in log.splitlines() if not INSTANCE.search(line)]
   shutil.copytree("docs/images", HTML / "docs/images")
-  faults += dead_links()
+  faults += [*dead_links(), *raw_links()]
   print(*faults, sep="\n", end="\n" if faults else "")
   return 1 if faults else 0
 
