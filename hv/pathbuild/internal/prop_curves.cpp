@@ -39,7 +39,7 @@ HvPropCurveData* HvPropCurves_Find(HvPropCurves const& curves, unsigned int star
 void HvPropCurves_Append(HvPropCurves& curves, std::unique_ptr<HvPropCurveData> entry)
 {
     curves.Append(entry.get());
-    entry.release();
+    static_cast<void>(entry.release());
 }
 
 void HvPropCurves_Insert(HvPropCurves& curves, std::unique_ptr<HvPropCurveData> entry)
@@ -56,7 +56,7 @@ void HvPropCurves_Insert(HvPropCurves& curves, std::unique_ptr<HvPropCurveData> 
         next = entries.Next();
     }
     curves.Insert(entry.get(), next, HvPropCurves::Before);
-    entry.release();
+    static_cast<void>(entry.release());
 }
 
 void HvPropCurves_Remove(HvPropCurves& curves, HvPropCurveData* entry)
