@@ -10,8 +10,11 @@
 // writes them into a new path, "Fit" fits cubics within half a pixel. FindContours is OpenCV's, all
 // points kept, with outer contours and holes; PotraceDecompose is the first stage of potrace, all
 // paths found and dropped as too small. They get the image in the form that they take: potrace has
-// eight pixels in a byte. Two floors tell what no vectorizer can do without: "ReadPixels" looks at
-// every byte of the image, "WritePoints" appends the outlines, known beforehand, to a new path.
+// eight pixels in a byte. Floors tell what parts of the way cost by themselves. No vectorizer can
+// do without "ReadPixels", which looks at every byte of the image, and "WritePoints", which appends
+// the outlines, known beforehand, to a new path. No sweep over runs can do without "FindRuns",
+// which finds the runs in an image of bits, and "MatchRuns", which also asks of each whether it
+// touches one in the row above.
 
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/shape/HvGC.h>
@@ -32,11 +35,13 @@
 
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <memory>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -214,6 +219,74 @@ struct ReadPixels {
     }
 };
 
+/// Rows as lists of columns, where a run begins and behind its end; two of kNoColumn end a list.
+/// The image, as wide as a multiple of 64, comes as bits: to read its bytes costs ReadPixels.
+struct FindRuns {
+    static constexpr unsigned short kNoColumn = 65535;
+    int height;
+    int wordsPerRow;
+    std::vector<std::uint64_t> words;
+    std::vector<unsigned short> row;
+    explicit FindRuns(HvUByteRaster const& raster)
+        : height(raster.height), wordsPerRow(raster.width / 64), words(raster.NumPixels() / 64),
+          row(static_cast<std::size_t>(raster.width) + 3, kNoColumn)
+    {
+        for (std::size_t i = 0; i < raster.NumPixels(); ++i) {
+            words[i / 64] |= static_cast<std::uint64_t>(raster.data[i] == kInk) << i % 64;
+        }
+    }
+    void FindRow(int y)
+    {
+        unsigned short* column = row.data();
+        std::uint64_t last = 0;  // the pixel before, 0 or 1
+        for (int i = 0; i < wordsPerRow; ++i) {
+            std::uint64_t const word = words[static_cast<std::size_t>(y * wordsPerRow + i)];
+            for (std::uint64_t turns = word ^ (word << 1 | last); turns != 0; turns &= turns - 1) {
+                *column++ = static_cast<unsigned short>(64 * i + __builtin_ctzll(turns));
+            }
+            last = word >> 63;
+        }
+        *column = static_cast<unsigned short>(64 * wordsPerRow);
+        column += last;
+        column[0] = column[1] = kNoColumn;
+    }
+    std::size_t Run()
+    {
+        std::size_t sum = 0;
+        for (int y = 0; y < height; ++y) {
+            FindRow(y);
+            sum += row[0];
+        }
+        return sum;
+    }
+};
+
+struct MatchRuns {
+    FindRuns current;
+    std::vector<unsigned short> above;
+    explicit MatchRuns(HvUByteRaster const& raster)
+        : current(raster), above(current.row.size(), FindRuns::kNoColumn)
+    {
+    }
+    std::size_t Run()
+    {
+        std::size_t touching = 0;
+        for (int y = 0; y < current.height; ++y) {
+            current.FindRow(y);
+            unsigned short const* other = above.data();
+            for (unsigned short const* run = current.row.data(); *run != FindRuns::kNoColumn;
+                 run += 2) {
+                while (other[1] <= run[0]) {
+                    other += 2;
+                }
+                touching += other[0] < run[1] ? 1 : 0;
+            }
+            std::swap(current.row, above);
+        }
+        return touching;
+    }
+};
+
 struct WritePoints {
     std::vector<HvPoint2<float>> points;
     std::vector<unsigned int> sizes;
@@ -330,6 +403,8 @@ bool const isRegistered = [] {
     Register<Trace>("Trace");
     Register<Vectorize>("Vectorize");
     Register<ReadPixels>("ReadPixels");
+    Register<FindRuns>("FindRuns");
+    Register<MatchRuns>("MatchRuns");
     Register<WritePoints>("WritePoints");
 #if defined(HV_PEER_OPENCV)
     Register<FindContours>("FindContours", 512);

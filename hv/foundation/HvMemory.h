@@ -15,10 +15,19 @@
 /// changes. Threads: any.
 HV_API void* HvAllocate(std::size_t size);
 
+/// Makes `block`, which HvAllocate returned, `size` bytes long, at its place or at another one, and
+/// returns that. Its bytes stay as far as they fit; what is new is not set. Large blocks are not
+/// copied where the system can move their pages.
+///
+/// Throws std::bad_alloc as HvAllocate does; the block is then as it was. To the hooks this is an
+/// allocation of `size` bytes and the release of a block. Threads: any.
+HV_API void* HvReallocate(void* block, std::size_t size);
+
 /// Gives back what HvAllocate returned; null does nothing.
 HV_API void HvFree(void* block) noexcept;
 
-/// Decides about one allocation of `size` bytes: 0 refuses it, so that HvAllocate throws.
+/// Decides about one allocation of `size` bytes: 0 refuses it, so that HvAllocate or HvReallocate
+/// throws.
 using HvAllocationHook = int (*)(std::size_t size);
 
 /// Sets the hook that HvAllocate asks before each allocation; null, the initial state, asks nobody.

@@ -51,7 +51,8 @@ HvTypedArray<T>& HvTypedArray<T>::operator=(HvTypedArray const& other)
     if (this != &other) {
         unsigned int const capacity = HvArrayCapacity_AfterResize(capacity_, other.size_);
         if (capacity != capacity_) {
-            Reallocate(capacity, 0);
+            HvTypedArray fresh(capacity);
+            Swap(fresh);
         }
         HvElements_Copy(data_, other.data_, other.size_);
         size_ = other.size_;
@@ -71,7 +72,7 @@ void HvTypedArray<T>::Resize(unsigned int n)
 {
     unsigned int const capacity = HvArrayCapacity_AfterResize(capacity_, n);
     if (capacity != capacity_) {
-        Reallocate(capacity, std::min(size_, n));
+        Reallocate(capacity);
     }
     size_ = n;
 }
@@ -94,7 +95,7 @@ template <class T>
 void HvTypedArray<T>::Reserve(unsigned int n)
 {
     if (n > capacity_) {
-        Reallocate(HvArrayCapacity_AfterResize(capacity_, n), size_);
+        Reallocate(HvArrayCapacity_AfterResize(capacity_, n));
     }
 }
 
@@ -183,16 +184,13 @@ void HvTypedArray<T>::Swap(HvTypedArray& other) noexcept
 template <class T>
 void HvTypedArray<T>::GrowForOneMore()
 {
-    Reallocate(HvArrayCapacity_AfterResize(capacity_, HvArrayCapacity_GrownSize(size_, 1)), size_);
+    Reallocate(HvArrayCapacity_AfterResize(capacity_, HvArrayCapacity_GrownSize(size_, 1)));
 }
 
 template <class T>
-void HvTypedArray<T>::Reallocate(unsigned int capacity, unsigned int keep)
+void HvTypedArray<T>::Reallocate(unsigned int capacity)
 {
-    T* const data = HvElements_Allocate<T>(capacity);
-    HvElements_Copy(data, data_, keep);
-    HvFree(data_);
-    data_ = data;
+    data_ = HvElements_Reallocate(data_, capacity);
     capacity_ = capacity;
 }
 

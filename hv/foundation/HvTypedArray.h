@@ -121,7 +121,7 @@ public:
 
 private:
     void GrowForOneMore();
-    void Reallocate(unsigned int capacity, unsigned int keep);
+    void Reallocate(unsigned int capacity);
 
     unsigned int size_;
     unsigned int capacity_;

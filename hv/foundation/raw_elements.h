@@ -20,6 +20,14 @@ T* HvElements_Allocate(unsigned int capacity)
     return static_cast<T*>(HvAllocate(HvArrayCapacity_Bytes(capacity, sizeof(T))));
 }
 
+/// Storage from HvElements_Allocate with room for `capacity` elements instead, see HvReallocate;
+/// throws std::bad_alloc.
+template <class T>
+T* HvElements_Reallocate(T* elements, unsigned int capacity)
+{
+    return static_cast<T*>(HvReallocate(elements, HvArrayCapacity_Bytes(capacity, sizeof(T))));
+}
+
 /// Copies `count` elements as bytes between two places that do not overlap.
 template <class T>
 void HvElements_Copy(T* to, T const* from, unsigned int count)

@@ -11,7 +11,6 @@
 #include <hv/raster/HvUByteRaster.h>
 #include <hv/shape/HvPath2f.h>
 #include <hv/vectorize/ObContext.h>
-#include <hv/vectorize/VectClosure.h>
 #include <hv/vectorize/internal/ObContourSink.h>
 #include <hv/vectorize/internal/ObContour_draw.h>
 #include <hv/vectorize/internal/ObRow.h>
@@ -37,86 +36,129 @@ namespace {
 /// count, few enough to stay in the nearest cache.
 constexpr unsigned int kBatchPoints = 2048;
 
-/// Draws one contour into an array, without points within a side. It goes on from a state of its
-/// own, which stays in registers.
-class PolygonPen {
+/// Writes the corners of a contour into an array, which grows where they need it.
+class CornerPen {
 public:
-    PolygonPen(HvPoint2fArray& points, VectClosure const& closure)
-        : points_(points), closure_(closure)
+    CornerPen(HvPoint2fArray& room, unsigned int used) : room_(room) { GoTo(used); }
+
+    void Begin(HvPoint2<int> const& start)
     {
+        MakeRoom(1);
+        *at_++ = HvPoint2<float>(start);
+    }
+    /// Adds both ends of a move along x at `y`, or nothing when they are one place. Both are
+    /// written and then counted or not, as the processor could only guess which way a branch goes.
+    void AddTurn(int fromX, int toX, int y)
+    {
+        MakeRoom(2);
+        at_[0] = HvPoint2<float>(HvPoint2<int>(fromX, y));
+        at_[1] = HvPoint2<float>(HvPoint2<int>(toX, y));
+        at_ += fromX != toX ? 2 : 0;
+    }
+    /// The last side may have begun at the start already.
+    void End(int fromX, HvPoint2<int> const& start)
+    {
+        AddTurn(fromX, start.x, start.y);
+        if (at_[-1] != HvPoint2<float>(start)) {
+            *at_++ = HvPoint2<float>(start);
+        }
     }
 
-    void MoveTo(HvPoint2<int> const& corner)
+    /// A whole outline: down, to the right, up and back.
+    void AddRectangle(HvPoint2<int> const& low, HvPoint2<int> const& high)
     {
-        closure_.x = static_cast<float>(corner.x);
-        closure_.y = static_cast<float>(corner.y);
-        closure_.subpathPoints = 1;
+        MakeRoom(5);
+        HvPoint2<float> const a(low);
+        HvPoint2<float> const b(high);
+        at_[0] = a;
+        at_[1] = HvPoint2<float>(a.x, b.y);
+        at_[2] = b;
+        at_[3] = HvPoint2<float>(b.x, a.y);
+        at_[4] = a;
+        at_ += 5;
     }
-    void LineTo(HvPoint2<int> const& corner)
-    {
-        HvPoint2<float> const p(static_cast<float>(corner.x), static_cast<float>(corner.y));
-        if (!ShouldExtendLastSegment(closure_, p)) {
-            points_.Add(HvPoint2<float>(closure_.x, closure_.y));
-            closure_.beforeX = closure_.x;
-            closure_.beforeY = closure_.y;
-            ++closure_.subpathPoints;
-        }
-        closure_.x = p.x;
-        closure_.y = p.y;
-    }
-    /// Adds the last point; returns where the drawing stands behind the contour.
-    VectClosure const& Finish()
-    {
-        points_.Add(HvPoint2<float>(closure_.x, closure_.y));
-        closure_.pointsAdded += closure_.subpathPoints;
-        closure_.firstContour = 0;
-        return closure_;
-    }
+
+    /// Points of the array that are in use.
+    unsigned int Used() const { return static_cast<unsigned int>(at_ - room_.Data()); }
 
 private:
-    HvPoint2fArray& points_;
-    VectClosure closure_;
+    void MakeRoom(unsigned int points)
+    {
+        if (end_ - at_ < points) {
+            unsigned int const used = Used();
+            room_.Resize(HvArrayCapacity_GrownSize(used, std::max(used, points)));
+            GoTo(used);
+        }
+    }
+    void GoTo(unsigned int used)
+    {
+        at_ = room_.Data() + used;
+        end_ = room_.end();
+    }
+
+    HvPoint2fArray& room_;
+    HvPoint2<float>* at_ = nullptr;
+    HvPoint2<float>* end_ = nullptr;
 };
 
 /// Draws contours into a path as polygons without points within a side, many at a time.
 class PolygonSink final : public ObContourSink {
 public:
-    explicit PolygonSink(HvPath2f& path) : points_(kBatchPoints), sizes_(kBatchPoints)
+    explicit PolygonSink(HvPath2f& path) : path_(path), sizes_(kBatchPoints)
     {
-        closure_.path = &path;
+        points_.Resize(kBatchPoints);
     }
 
-    void BeginRegion() override { closure_.firstContour = 1; }
+    void BeginRegion() override {}
     void Add(ObContour const& contour) override;
     void EndRegion() override {}
+    void AddRun(int start, int end, int y) override;
 
     /// Hands what was collected to the path.
     void Flush();
     /// Points of all contours.
-    unsigned int PointsAdded() const { return closure_.pointsAdded; }
+    unsigned int PointsAdded() const { return pointsAdded_; }
 
 private:
-    VectClosure closure_;
-    // The polygons that are not in the path yet, and how many points each has.
+    void Finish(CornerPen const& pen);
+
+    HvPath2f& path_;
+    unsigned int pointsAdded_ = 0;
+    // The polygons that are not in the path yet, how many points they have together, and each.
     HvPoint2fArray points_;
+    unsigned int used_ = 0;
     HvDynArray<unsigned int> sizes_;
 };
 
 void PolygonSink::Add(ObContour const& contour)
 {
-    PolygonPen pen(points_, closure_);
-    ObContour_Draw(contour, pen);
-    closure_ = pen.Finish();
-    sizes_.Add(closure_.subpathPoints);
-    if (points_.Size() >= kBatchPoints) {
+    CornerPen pen(points_, used_);
+    ObContour_DrawCorners(contour, pen);
+    Finish(pen);
+}
+
+void PolygonSink::AddRun(int start, int end, int y)
+{
+    CornerPen pen(points_, used_);
+    pen.AddRectangle({start, y}, {end + 1, y + 1});
+    Finish(pen);
+}
+
+void PolygonSink::Finish(CornerPen const& pen)
+{
+    unsigned int const size = pen.Used() - used_;
+    sizes_.Add(size);
+    used_ += size;
+    pointsAdded_ += size;
+    if (used_ >= kBatchPoints) {
         Flush();
     }
 }
 
 void PolygonSink::Flush()
 {
-    closure_.path->AppendPolylines(points_.Data(), sizes_.Data(), sizes_.Count());
-    points_.Chop(0);
+    path_.AppendPolylines(points_.Data(), sizes_.Data(), sizes_.Count());
+    used_ = 0;
     sizes_.Chop(0);
 }
 

@@ -20,6 +20,16 @@ public:
     void BeginRegion() override { context_.beginRegion(context_.user); }
     void Add(ObContour const& contour) override { ObContour_Draw(contour, *this); }
     void EndRegion() override { context_.endRegion(context_.user); }
+    void AddRun(int start, int end, int y) override
+    {
+        BeginRegion();
+        MoveTo({start, y});
+        LineTo({start, y + 1});
+        LineTo({end + 1, y + 1});
+        LineTo({end + 1, y});
+        LineTo({start, y});
+        EndRegion();
+    }
 
     void MoveTo(HvPoint2<int> const& p) { context_.moveto(p.x, p.y, context_.user); }
     void LineTo(HvPoint2<int> const& p) { context_.lineto(p.x, p.y, context_.user); }

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// From the corners of a contour to a path.
+// From the callbacks of the tracer to a path.
 
 #ifndef HV_VECTORIZE_VECTCLOSURE_H
 #define HV_VECTORIZE_VECTCLOSURE_H
@@ -10,8 +10,9 @@
 
 class HvPath2f;
 
-/// Where the drawing of contours into a path stands. The last point stays here until the next one
-/// tells that it is a corner.
+/// What callbacks of ObVectorize need to draw contours into a path, corner by corner, as
+/// HvVectorizer::Vectorize appends them whole. The last point stays here until the next one tells
+/// that it is a corner.
 struct VectClosure {
     /// The last point of the outline.
     float x = 0;

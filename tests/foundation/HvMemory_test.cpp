@@ -1,7 +1,8 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// Storage of the library: zero-filled blocks, the hooks, class-scope new and delete.
+// Storage of the library: zero-filled blocks, blocks of another size, the hooks, class-scope new
+// and delete.
 
 #include <hv/foundation/HvMemory.h>
 
@@ -15,6 +16,7 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <numeric>
 
 namespace {
 
@@ -26,6 +28,14 @@ using Block = std::unique_ptr<unsigned char, BlockDeleter>;
 Block MakeBlock(std::size_t size)
 {
     return Block(static_cast<unsigned char*>(HvAllocate(size)));
+}
+
+/// The block with another size; as it was when there is no memory for it.
+void Resize(Block& block, std::size_t size)
+{
+    auto* const resized = static_cast<unsigned char*>(HvReallocate(block.get(), size));
+    static_cast<void>(block.release());
+    block.reset(resized);
 }
 
 struct Owned : HvAllocated {
@@ -51,6 +61,44 @@ TEST(HvMemory, GivesABlockForNoBytes)
     Block const block = MakeBlock(0);
     ASSERT_NE(block, nullptr);
     EXPECT_EQ(*block, 0);
+}
+
+TEST(HvMemory, KeepsTheBytesOfABlockThatChangesItsSize)
+{
+    Block block = MakeBlock(8);
+    std::iota(block.get(), block.get() + 8, static_cast<unsigned char>(1));
+    // Small and large to an allocator, and small again.
+    for (std::size_t const size : {300u, 5000000u, 9000000u, 40u, 8u}) {
+        Resize(block, size);
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block.get()) % alignof(std::max_align_t), 0u);
+        for (std::size_t i = 0; i < 8; ++i) {
+            ASSERT_EQ(block.get()[i], i + 1) << size;
+        }
+        std::memset(block.get() + 8, 0xA5, size - 8);
+    }
+    Resize(block, 0);
+    EXPECT_NE(block, nullptr);
+}
+
+TEST(HvMemory, CountsABlockThatChangesItsSizeAsOneForAnother)
+{
+    AllocationCounter const counter;
+    Block block = MakeBlock(24);
+    Resize(block, 40);
+    EXPECT_EQ(counter.Allocations(), 2);
+    EXPECT_EQ(counter.Bytes(), 64u);
+    EXPECT_EQ(counter.Live(), 1);
+}
+
+TEST(HvMemory, LeavesABlockAsItWasWhenItMayNotChangeItsSize)
+{
+    AllocationCounter counter;
+    Block block = MakeBlock(1);
+    *block = 7;
+    counter.RefuseAllocation(1);
+    EXPECT_THROW(Resize(block, 1000), std::bad_alloc);
+    EXPECT_EQ(*block, 7);
+    EXPECT_EQ(counter.Live(), 1);
 }
 
 TEST(HvMemory, AlignsForEveryStandardType)

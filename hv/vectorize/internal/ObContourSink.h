@@ -9,7 +9,7 @@
 struct ObContour;
 
 /// Takes the contours of complete regions, each as a whole: one call for a contour leaves the sink
-/// free to draw its corners without another.
+/// free to draw its corners without another, and one for a region where that is simple enough.
 class ObContourSink {
 public:
     virtual void BeginRegion() = 0;
@@ -17,6 +17,8 @@ public:
     /// afterwards.
     virtual void Add(ObContour const& contour) = 0;
     virtual void EndRegion() = 0;
+    /// Takes a whole region that is nothing but the pixels from column `start` to `end` of row `y`.
+    virtual void AddRun(int start, int end, int y) = 0;
 
 protected:
     ~ObContourSink() = default;

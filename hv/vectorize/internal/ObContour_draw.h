@@ -77,4 +77,24 @@ void ObContour_Draw(ObContour const& contour, Pen& pen)
     }
 }
 
+/// Draws the same contour without the points within straight stretches, but for its start:
+/// `corners` gets Begin and End, which are its start, and in between AddTurn for each vertex.
+///
+/// Along x a contour moves only from the side of one vertex to that of the next, at the height
+/// where this one begins. So a corner is where a side has another column than the one before, and
+/// nothing else must be asked.
+template <class Corners>
+void ObContour_DrawCorners(ObContour const& contour, Corners& corners)
+{
+    HvPoint2<int> const start = ObVertex_Side(*contour.start).from;
+    corners.Begin(start);
+    int x = start.x;
+    for (ObVertex const* v = contour.start->next; v != contour.start; v = v->next) {
+        HvPoint2<int> const from = ObVertex_Side(*v).from;
+        corners.AddTurn(x, from.x, from.y);
+        x = from.x;
+    }
+    corners.End(x, start);
+}
+
 #endif

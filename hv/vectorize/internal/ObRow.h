@@ -51,7 +51,9 @@ public:
     {
         unsigned int const start = run[0];
         unsigned int const end = run[1];
-        while (at_[1] < start && at_[0] != 0) {
+        // Whether the first of them is to be passed is as open as a coin; no branch then.
+        at_ += 2 * static_cast<int>(EndsBefore(at_, start));
+        while (EndsBefore(at_, start)) {
             at_ += 2;
         }
         if (!BeginsUpTo(at_, end)) {
@@ -66,8 +68,13 @@ public:
     }
 
 private:
-    /// Whether there is a run at `pair` that begins no later than at `end`; the 0 at the end of the
-    /// row wraps around.
+    /// Whether there is a run at `pair` that ends before `start`; the 0 at the end of the row wraps
+    /// around.
+    static bool EndsBefore(unsigned short const* pair, unsigned int start)
+    {
+        return pair[1] - 1u < start - 1u;
+    }
+    /// Whether there is a run at `pair` that begins no later than at `end`; likewise.
     static bool BeginsUpTo(unsigned short const* pair, unsigned int end)
     {
         return pair[0] - 1u < end;

@@ -112,20 +112,25 @@ void ObTracer::TraceRow(int y)
         run.end = entry[1] - kObRowOffset;
         run.above = above.Overlapping(entry);
         run.below = below.Overlapping(entry);
-        if (run.above.IsEmpty()) {
+        if (!run.above.IsEmpty() && run.above.first == before.above.last) {
+            ObEdge* const left = Fork(e, before.end, run.start, y);
+            if (before.below.IsEmpty()) {
+                Meet(e, left->previous, y);
+            }
+            e = left;
+        } else {
             e = Finish(e, before, y);
-            if (run.below.IsEmpty()) {
-                TellLoneRun(run, y);
+            if (!run.above.IsEmpty()) {
+                e = e->next;
+                assert(e->isLeft && e != &tail_);
+                Step<true>(e, run.start, y);
+            } else if (!run.below.IsEmpty()) {
+                e = BeginRegion(e, run.start, run.end, y);
+            } else {
+                TellLoneRun(run.start, run.end, y);
                 before = Run();
                 continue;
             }
-            e = BeginRegion(e, run, y);
-        } else if (run.above.first != before.above.last) {
-            e = Finish(e, before, y)->next;
-            assert(e->isLeft && e != &tail_);
-            Step<true>(e, run.start, y);
-        } else {
-            e = Fork(e, before, run, y);
         }
         if (!run.below.IsEmpty() && run.below.first == before.below.last) {
             if (run.above.IsEmpty()) {
@@ -140,8 +145,9 @@ void ObTracer::TraceRow(int y)
 }
 
 // Brings the right edge of a run to its end, and ends the stretch when nothing lies below it.
-// Returns the last edge to the left of what comes next.
-ObEdge* ObTracer::Finish(ObEdge* e, Run const& run, int y)
+// Returns the last edge to the left of what comes next. Inline, as TraceRow then keeps its runs in
+// registers.
+inline ObEdge* ObTracer::Finish(ObEdge* e, Run const& run, int y)
 {
     if (run.start < 0) {
         return e;
@@ -155,23 +161,28 @@ ObEdge* ObTracer::Finish(ObEdge* e, Run const& run, int y)
 }
 
 // A run without one above or below is a region by itself, and done.
-void ObTracer::TellLoneRun(Run const& run, int y)
+inline void ObTracer::TellLoneRun(int start, int end, int y)
+{
+    if (keepsAll_ || LoneRunPasses(start, end, y)) {
+        sink_.AddRun(start, end, y);
+    }
+}
+
+bool ObTracer::LoneRunPasses(int start, int end, int y)
 {
     for (ObVertex& vertex : loneVertices_) {
-        vertex.x = ObVertex_IsLeft(vertex) ? run.start : run.end;
+        vertex.x = ObVertex_IsLeft(vertex) ? start : end;
         vertex.y = y;
     }
-    if (Passes(&loneContour_)) {
-        Tell(&loneContour_);
-    }
+    return Passes(&loneContour_);
 }
 
 // A run without one above: a region begins, of which it is the first row. The new edges come after
 // `e`; returns the right one.
-ObEdge* ObTracer::BeginRegion(ObEdge* e, Run const& run, int y)
+ObEdge* ObTracer::BeginRegion(ObEdge* e, int start, int end, int y)
 {
-    ObVertex* const left = vertices_.Take({nullptr, nullptr, ObVertexRegionLeft, run.start, y});
-    ObVertex* const right = vertices_.Take({nullptr, nullptr, ObVertexRegionRight, run.end, y});
+    ObVertex* const left = vertices_.Take({nullptr, nullptr, ObVertexRegionLeft, start, y});
+    ObVertex* const right = vertices_.Take({nullptr, nullptr, ObVertexRegionRight, end, y});
     Link(right, left);
     ObContour* const outer =
         contours_.Take({nullptr, nullptr, left, nullptr, nullptr, true, false});
@@ -182,31 +193,26 @@ ObEdge* ObTracer::BeginRegion(ObEdge* e, Run const& run, int y)
     return outer->rightEnd;
 }
 
-// A run under the same run as the one before it: a gap opens between the two, which may become a
-// hole.
+// Two runs under the same run: a gap opens between the end of one and the start of the next, and
+// may become a hole.
 //
 //     e ->  ############  <- stays where it was until the last of the runs below is known
-//           before  run
 //           ####......##
-//               3    4
+//            end      start
 //
-// Returns the left edge of the run.
-ObEdge* ObTracer::Fork(ObEdge* e, Run const& before, Run const& run, int y)
+// Returns the left edge of the second run; the right edge of the first comes before it.
+ObEdge* ObTracer::Fork(ObEdge* e, int end, int start, int y)
 {
     assert(e->isLeft);
-    ObVertex* const right = vertices_.Take({nullptr, nullptr, ObVertexForkRight, before.end, y});
-    ObVertex* const left = vertices_.Take({nullptr, nullptr, ObVertexForkLeft, run.start, y});
+    ObVertex* const right = vertices_.Take({nullptr, nullptr, ObVertexForkRight, end, y});
+    ObVertex* const left = vertices_.Take({nullptr, nullptr, ObVertexForkLeft, start, y});
     Link(right, left);
     ObContour* const hole =
         contours_.Take({nullptr, nullptr, right, nullptr, nullptr, false, false});
     InsertBefore(e->contour, hole, hole);
     hole->rightEnd = InsertAfter(e, hole, right, false);
     hole->leftEnd = InsertAfter(hole->rightEnd, hole, left, true);
-    ObEdge* const leftEnd = hole->leftEnd;
-    if (before.below.IsEmpty()) {
-        Meet(e, hole->rightEnd, y);
-    }
-    return leftEnd;
+    return hole->leftEnd;
 }
 
 // The left and the right edge of a stretch that ends in this row come together. Both are of one

@@ -68,9 +68,10 @@ private:
 
     void TraceRow(int y);
     ObEdge* Finish(ObEdge* e, Run const& run, int y);
-    void TellLoneRun(Run const& run, int y);
-    ObEdge* BeginRegion(ObEdge* e, Run const& run, int y);
-    ObEdge* Fork(ObEdge* e, Run const& before, Run const& run, int y);
+    void TellLoneRun(int start, int end, int y);
+    bool LoneRunPasses(int start, int end, int y);
+    ObEdge* BeginRegion(ObEdge* e, int start, int end, int y);
+    ObEdge* Fork(ObEdge* e, int end, int start, int y);
     ObEdge* Meet(ObEdge* left, ObEdge* right, int y);
     ObEdge* Join(ObEdge* left, ObEdge* right, int y);
 
@@ -96,8 +97,8 @@ private:
     // The active edges lie between these two.
     ObEdge head_;
     ObEdge tail_;
-    // The region of a run without neighbours; the vertices that beginning and meeting would make,
-    // linked once.
+    // What the tests of a run without neighbours see: the vertices that beginning and meeting would
+    // make, linked once.
     ObContour loneContour_;
     ObVertex loneVertices_[4];
     ObNodePool<ObVertex> vertices_;
