@@ -410,8 +410,15 @@ TEST(HvQuatCurve_keys, RemovesByIndexTimeAndRange)
 TEST(HvQuatCurve_keys, OnesThatWereRemovedAreNotReadAgain)
 {
     HvQuatCurve curve = CurveOf({1, 2, 3, 4, 5, 6});
+    curve.SetSelected(1);
+    curve.SetKeySelected(4, 1);
+    curve.SetConstraintData(4, 6);
+    curve.SetKeySelected(5, 1);
+    curve.SetConstraintData(5, 6);
     EXPECT_EQ(curve.RemoveKeyRange(4, 5), 1);
     EXPECT_EQ(curve.GetKeyTime(4), 0);
+    EXPECT_EQ(curve.IsKeySelected(4), 0);
+    EXPECT_EQ(curve.GetConstraintData(4), 0);
     EXPECT_EQ(curve.GetKey(4), HvQuatKey());
     HvQuatKey const rising[] = {curve.GetKey(3), HvQuatKey(5, {}, 0, 0, 0, 0)};
     EXPECT_EQ(curve.ReplaceKeys(3, rising, 2), 0);
