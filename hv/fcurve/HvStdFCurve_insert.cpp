@@ -309,7 +309,6 @@ int HvStdFCurveImpl::RemoveBodyAndCreateKeyBetweenExistingKeys(double x, double 
         if (removesAny) {
             RestoreRemovedTangents(i, removedLeft, removedRight);
         }
-        LockTangentContinuity(i + 1);
     }
     if (removesAny) {
         ReleaseSpareKeys();

@@ -200,7 +200,6 @@ protected:
 private:
     HvPath2fProp1d(HvPath2fProp1d const& source, HvShapeLock const& held);
 
-    unsigned int StartOf(unsigned int index) const;
     HvRawFCurve* CurveOf(unsigned int index) const;
     void TakeOver(HvPath2fProp1d& other) noexcept;
     unsigned int ReadAside(HvByteReader& body, bool isVouched);

@@ -17,10 +17,6 @@ namespace {
 /// Below this a length along an outline or a curve counts as none.
 constexpr double kLeastLength = 1e-7;
 
-/// The bits of a tag that hold the role of its point, and the role of the start of a subpath.
-constexpr unsigned char kRoleMask = 63;
-constexpr unsigned char kStartRole = 1;
-
 }  // namespace
 
 // The list. The lock is held.
@@ -47,21 +43,11 @@ void HvPath2fProp1d::RemovePropCurveInsideCriticalSection(unsigned int start)
     }
 }
 
-// The first point of the subpath of a point, which must exist. Walks back alone, so that the start
-// of a long subpath is found at once.
-unsigned int HvPath2fProp1d::StartOf(unsigned int index) const
-{
-    unsigned int start = index;
-    while (start > 0 && (tags[start] & kRoleMask) != kStartRole) {
-        --start;
-    }
-    return start;
-}
-
 // The curve of the subpath of a point; null also when there is no such point.
 HvRawFCurve* HvPath2fProp1d::CurveOf(unsigned int index) const
 {
-    return index < points.Size() ? GetPropCurveInsideCriticalSection(StartOf(index)) : nullptr;
+    return index < points.Size() ? GetPropCurveInsideCriticalSection(FirstOfSubpath(index))
+                                 : nullptr;
 }
 
 // Asking and setting.
@@ -82,7 +68,7 @@ void HvPath2fProp1d::SetPropCurve(unsigned int index, HvRawFCurve const& curve)
 {
     HvShapeLock const lock(*this);
     if (index < points.Size()) {
-        SetPropCurveInsideCriticalSection(StartOf(index), curve);
+        SetPropCurveInsideCriticalSection(FirstOfSubpath(index), curve);
     }
 }
 
@@ -91,7 +77,7 @@ void HvPath2fProp1d::SetPropCurve(unsigned int index, HvPoint2dArray const& curv
 {
     HvShapeLock const lock(*this);
     if (index < points.Size() && curvePoints.Size() != 0) {
-        SetPropCurveInsideCriticalSection(StartOf(index),
+        SetPropCurveInsideCriticalSection(FirstOfSubpath(index),
                                           HvPropCurve_Through(curvePoints, tolerance));
     }
 }
@@ -107,7 +93,7 @@ void HvPath2fProp1d::SetPropCurve(unsigned int index, HvPath2fProp1d const& sour
     HvShapePairLock const lock(*this, source);
     HvRawFCurve const* const curve = source.CurveOf(sourceIndex);
     if (index < points.Size() && curve != nullptr) {
-        SetPropCurveInsideCriticalSection(StartOf(index), *curve);
+        SetPropCurveInsideCriticalSection(FirstOfSubpath(index), *curve);
     }
 }
 

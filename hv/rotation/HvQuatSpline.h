@@ -106,7 +106,6 @@ public:
     HvQuat EvalWithInterval(double t, int& segment, double& u) const;
 
 private:
-    bool IsInside(double t) const;
     int FindSegment(double t) const;
     HvQuat EvalOnPath(double t) const;
     HvQuat EvalBefore(double t) const;

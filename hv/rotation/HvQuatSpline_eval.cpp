@@ -28,7 +28,7 @@ HvQuat Slerp(HvQuat const& a, HvQuat const& b, double s)
     double const c = std::fabs(dot);
     double f = 1.0 - s;
     double g = s;
-    if (!(c > 1.0 || 1.0 - c < kQuatParallel)) {
+    if (!(1.0 - c < kQuatParallel)) {
         double const angle = std::acos(c);
         double const sine = std::sin(angle);
         f = std::sin(angle - angle * s) / sine;
@@ -45,55 +45,23 @@ double ClampTo(double t, double low, double high)
 
 }  // namespace
 
-bool HvQuatSpline::IsInside(double t) const
-{
-    return segments_[0].startTime < t && t < segments_[numSegments_ - 1].endTime;
-}
-
 // The first segment that ends after t, the last one when none does. Keys of an animation are mostly
-// spaced evenly, so the search starts where t would lie then, and goes from there in steps that
-// double until t is between two of them; then it bisects.
+// spaced evenly, so the segment where t would lie then is tried first.
 int HvQuatSpline::FindSegment(double t) const
 {
-    int low = 0;
-    int high = numSegments_ - 1;  // the answer lies in low .. high
+    auto const endsUpTo = [t](Segment const& segment) { return !(segment.endTime > t); };
+    Segment const* const first = segments_;
+    Segment const* const last = first + numSegments_ - 1;
     if (!isAscending_) {
-        while (low < high && !(segments_[low].endTime > t)) {
-            ++low;
-        }
-        return low;
+        return static_cast<int>(std::find_if_not(first, last, endsUpTo) - first);
     }
-    double const start = segments_[0].startTime;
-    double const part = (t - start) / (segments_[high].endTime - start);
-    int const guess = std::max(std::min(HvSaturate_To<int>(part * numSegments_), high), 0);
-    if (segments_[guess].startTime <= t && t < segments_[guess].endTime) {
+    double const start = first->startTime;
+    double const part = (t - start) / (last->endTime - start);
+    int const guess = std::min(HvSaturate_To<int>(part * numSegments_), numSegments_ - 1);
+    if (first[guess].startTime <= t && t < first[guess].endTime) {
         return guess;
     }
-    int probe = std::min(guess, high - 1);
-    int step = 1;
-    bool endsAfter = false;  // whether some probe did
-    bool endsBefore = false;
-    while (low < high) {
-        if (segments_[probe].endTime > t) {
-            high = probe;
-            endsAfter = true;
-        } else {
-            low = probe + 1;
-            endsBefore = true;
-        }
-        int const width = high - low;
-        if (endsAfter && endsBefore) {
-            probe = low + width / 2;
-        } else if (endsAfter) {
-            probe = high - std::min(step, width);
-        } else {
-            probe = low + std::min(step, width) - 1;
-        }
-        if (step <= width / 2) {
-            step *= 2;
-        }
-    }
-    return low;
+    return static_cast<int>(std::partition_point(first, last, endsUpTo) - first);
 }
 
 int HvQuatSpline::GetEvalInterval(double t, double& u) const
@@ -115,16 +83,14 @@ HvQuat HvQuatSpline::EvalWithInterval(double t, int& segment, double& u) const
 {
     u = 0.0;
     segment = GetEvalInterval(t, u);
-    return numSegments_ != 0 && IsInside(t) ? segments_[segment].Eval(u) : Eval(t);
+    bool const isInside = u > 0.0 && u < 1.0;
+    return isInside ? segments_[segment].Eval(u) : Eval(t);
 }
 
 HvQuat HvQuatSpline::Eval(double t) const
 {
     if (numSegments_ == 0) {
         return HvQuat();
-    }
-    if (IsInside(t)) {
-        return EvalOnPath(t);
     }
     if (t < segments_[0].startTime) {
         return EvalBefore(t);

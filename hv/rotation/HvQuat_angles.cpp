@@ -13,6 +13,7 @@
 
 #include <hv/rotation/HvQuat.h>
 #include <hv/rotation/internal/quat_axes.h>
+#include <hv/rotation/internal/transfo_angles.h>
 
 #include <cmath>
 
@@ -61,11 +62,6 @@ struct Matrix {
     }
 };
 
-double ClampToUnit(double v)
-{
-    return v < -1.0 ? -1.0 : (v > 1.0 ? 1.0 : v);
-}
-
 /// The angle in 0 .. 2 pi. Most are within half a turn of 0 and need no floor, which costs as much
 /// as all else here.
 double WrapTwoPi(double v)
@@ -92,8 +88,7 @@ double CircularDistance(double a, double b)
 /// The angle, -pi to pi, whose sine and cosine are given.
 double AngleFromSinCos(double s, double c)
 {
-    s = ClampToUnit(s);
-    c = ClampToUnit(c);
+    s = HvTransfo_ClampToUnit(s);
     if (!(std::fabs(c) > kArcCosineLimit)) {
         return s < 0.0 ? -std::acos(c) : std::acos(c);
     }
@@ -252,11 +247,8 @@ Triple PoleTriple(Matrix const& matrix, HvQuatAxes const& axes, double middle,
                CircularDistance(reference[axes.third], v[axes.third]);
     };
     Triple nearest = outerDistance(t) > outerDistance(s) ? s : t;
-    // At a pole both middle angles are the quarter turn, so either serves both pairs.
-    double const other = OtherMiddle(middle);
-    double const wanted = reference[axes.second];
-    nearest[axes.second] =
-        CircularDistance(wanted, other) > CircularDistance(wanted, middle) ? middle : other;
+    // At a pole the other middle angle is the same quarter turn.
+    nearest[axes.second] = middle;
     return nearest;
 }
 

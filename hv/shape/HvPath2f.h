@@ -357,6 +357,8 @@ protected:
 
     // For the operations of a derived class, which hold the lock.
 
+    /// The first point of the subpath of point `i`, which must exist. Cost: a walk back to it.
+    unsigned int FirstOfSubpath(unsigned int i) const;
     /// Whether `first` and `last` are nodes of one subpath, in this order and not the same.
     bool IsSection(unsigned int first, unsigned int last) const;
     /// Whether the extent of the control points, mapped, meets `extent`.

@@ -132,6 +132,11 @@ void HvPath2f::GetSegmentIndices(unsigned int i, unsigned int& start, unsigned i
 
 // Subpaths.
 
+unsigned int HvPath2f::FirstOfSubpath(unsigned int i) const
+{
+    return HvPathTags(tags).FirstOfSubpath(i);
+}
+
 void HvPath2f::GetSubpathIndices(unsigned int i, unsigned int& first, unsigned int& last) const
 {
     HvShapeLock const lock(*this);

@@ -425,6 +425,16 @@ TEST(HvBezierTool_fit_outline, SelfCrossingsKeepTheTolerance)
     CheckBothFits(eight, 0.3);
 }
 
+// Four corners of a square spread as far along the one axis as along the other: the side that they
+// are has no main axis, and leads to its last point.
+TEST(HvBezierTool_fit_outline, SidesThatRunRoundASquareKeepTheTolerance)
+{
+    HvPoint2fArray const points = ArrayOf({{1, 0}, {0, 0}, {1, 0}, {1, 1}, {0, 1}});
+    // The reach is four tolerances, in which the whole square lies.
+    CheckFit(OpenFitOf(points, 0.4), points, 0.4, false);
+    CheckFit(OpenFitOf(points, 0.01), points, 0.01, false);
+}
+
 TEST(HvBezierTool_fit_outline, SpikesKeepTheirTip)
 {
     HvPoint2fArray const points = Sides({{0, 0}, {50, 0}, {50, 40}, {50, 0}, {100, 0}}, 25);

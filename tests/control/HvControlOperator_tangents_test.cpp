@@ -170,6 +170,16 @@ TEST(HvControlOperator_tangents, UprightSlopesTurnNothing)
     EXPECT_EQ(Stored(*curve, 1).right, Point(0.25, 0));
 }
 
+TEST(HvControlOperator_tangents, UprightOverLevelHasTheSlopeOfTheTwoTogether)
+{
+    // The cube root starts upright and the cube level: t is what they give together.
+    StdPtr const root = Cubic({0, 0}, {0, 1 / 3.0}, {0, 2 / 3.0}, {1, 1});
+    StdPtr const cube = Cubic({0, 0}, {1 / 3.0, 0}, {2 / 3.0, 0}, {1, 1});
+    StdPtr const curve = FlatCurve();
+    EXPECT_EQ(HvControlOperator(*root, *cube).AdjustTangents(*curve, 0, 0), 1u);
+    ExpectNear(Stored(*curve, 0).right, Point(0.25, 0.25));
+}
+
 TEST(HvControlOperator_tangents, ControllerThatTurnsSeesOneSideOfTheDriven)
 {
     // c comes up to 1 at t = 1 and goes back; d has slope 1 below 1 and slope 7 above.

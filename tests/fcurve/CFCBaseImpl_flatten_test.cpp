@@ -8,6 +8,7 @@
 #include "../support/allocation_failure.h"
 
 #include <hv/fcurve/internal/CFCSingleValueImpl.h>
+#include <hv/fcurve/internal/HvRawFCurveImpl.h>
 
 #include <gtest/gtest.h>
 
@@ -25,14 +26,22 @@ Flattened Make(std::vector<HvPoint2<double>> points, std::vector<int> tags, std:
     return {std::move(points), std::move(tags), std::move(flags)};
 }
 
+/// A curve of one value for each key; before the first it has none, 0 or false.
+template <class Impl, class Value>
+Impl MakeSingle(std::vector<HvPoint2<double>> const& keys, int extrapolation)
+{
+    Impl impl(Value(0));
+    impl.extrapolation = static_cast<unsigned char>(extrapolation);
+    for (auto const& key : keys) {
+        impl.InsertKey(impl.NumKeys(), {key.x, static_cast<Value>(key.y), 0}, 0);
+    }
+    return impl;
+}
+
 CFCIntegerImpl MakeInteger(int left, std::vector<HvPoint2<double>> const& keys,
                            int extrapolation = 1)
 {
-    CFCIntegerImpl impl(0);
-    impl.extrapolation = static_cast<unsigned char>(extrapolation);
-    for (auto const& key : keys) {
-        impl.InsertKey(impl.NumKeys(), {key.x, static_cast<int>(key.y), 0}, 0);
-    }
+    auto impl = MakeSingle<CFCIntegerImpl, int>(keys, extrapolation);
     impl.leftValue = left;
     return impl;
 }
@@ -149,6 +158,19 @@ TEST(CFCBaseImpl_flatten, DrawsAPartOfOneSegment)
     EXPECT_EQ(FromTo(impl, 1, 2), Make({{1, 2}, {2, 4}}, {0, 2}, {1, 1}));
     auto const level = MakeStd({{kConstant, 0, 3, 3}, {kLinear, 4, 8, 8}});
     EXPECT_EQ(FromTo(level, 1, 2), Make({{1, 3}, {2, 3}}, {0, 2}, {1, 1}));
+}
+
+TEST(CFCBaseImpl_flatten, DrawsAPartOfOneSegmentOfSteppedAndRawCurves)
+{
+    auto const integer = MakeSingle<CFCIntegerImpl, int>({{0, 3}, {4, 7}}, 1);
+    EXPECT_EQ(FromTo(integer, 1, 3), Make({{1, 3}, {3, 3}}, {0, 2}, {1, 1}));
+    auto const boolean = MakeSingle<CFCBooleanImpl, bool>({{0, 1}, {4, 0}}, 1);
+    EXPECT_EQ(FromTo(boolean, 1, 3), Make({{1, 1}, {3, 1}}, {0, 2}, {1, 1}));
+    auto const raw = MakeSingle<HvRawFCurveImpl, double>({{0, 0}, {4, 8}}, 1);
+    EXPECT_EQ(FromTo(raw, 1, 2), Make({{1, 2}, {2, 4}}, {0, 2}, {1, 1}));
+    // In the second cycle, which begins at 4.
+    auto const cycling = MakeSingle<HvRawFCurveImpl, double>({{0, 0}, {4, 8}}, 3);
+    EXPECT_EQ(FromTo(cycling, 5, 7), Make({{5, 2}, {7, 6}}, {0, 2}, {1, 1}));
 }
 
 TEST(CFCBaseImpl_flatten, ContinuesTheEndSegmentsUnderLinearExtrapolation)

@@ -268,6 +268,25 @@ TEST(HvFCurveKeyMover, PrivateBytesGoAlong)
 
 // Limits.
 
+// 2 lies a few units in front of a key whose segment is 1e17 long: as a part of it that is 1, where
+// an insertion would set the value of the key.
+TEST(HvFCurveKeyMover, KeyIsPutInWhereItsPlaceIsThatOfAnother)
+{
+    double const third = 1e17 / 3;
+    StdCurve curve({KeyWithHandles(-1e17, 0, {-1, 0}, {third, 0}),
+                    KeyWithHandles(1, 5, {-third, 0}, {0.5, 0}),
+                    KeyWithHandles(3, 9, {-0.5, 0}, {1, 0})});
+    std::string const before = StdImage(curve);
+    Drag drag(curve, {1});
+    EXPECT_EQ(drag.To(1, 0), 1);
+    EXPECT_EQ(ParametersOf(curve), (Parameters{-1e17, 2, 3}));
+    EXPECT_EQ(curve.Eval(2, 0), 5);
+    EXPECT_EQ(curve.Eval(3, 0), 9);
+    EXPECT_TRUE(EverySegmentRunsForward(curve));
+    EXPECT_EQ(drag.To(0, 0), 1);
+    EXPECT_EQ(StdImage(curve), before);
+}
+
 TEST(HvFCurveKeyMover, LimitsBindTheOutermostKeys)
 {
     StdCurve curve = Steps();

@@ -237,6 +237,24 @@ TEST(HvQuatFCurve_reshape, DropsWhatConstantSpeedGives)
     }
 }
 
+TEST(HvQuatFCurve_reshape, MakesKeysAtTheEndsOfWhatItReduces)
+{
+    HvQuatFCurve curve(2u);
+    for (int i = 0; i <= 20; ++i) {
+        curve.GetQuatCurve()->SetKey(KeyOf(i, 0, 0, 8.0 * i), 0.0);
+    }
+    EXPECT_EQ(curve.ReduceNumKeys(2.5, 17.5, 0), 0u) << "two more, and a bend beside each of them";
+    EXPECT_EQ(curve.GetNumKeys(), 23u);
+    EXPECT_GT(curve.ReduceNumKeys(2.5, 17.5, 0.1), 2u);
+    std::vector<double> const times = TimesOf(curve);
+    for (double const t : {0.0, 1.0, 2.0, 2.5, 17.5, 18.0, 19.0, 20.0}) {
+        EXPECT_EQ(std::count(times.begin(), times.end(), t), 1) << t;
+    }
+    for (double const t : times) {
+        EXPECT_NEAR(curve.Eval(t, 0), 8 * t, 1e-9) << t;
+    }
+}
+
 TEST(HvQuatFCurve_reshape, StaysWithinTheToleranceWhereItDrops)
 {
     Trio const trio;

@@ -108,6 +108,12 @@ TEST(HvStdFCurve_eval_solver, TakesTheDocumentedStepsWhereTheyAreMany)
         {0.5, 0, 2, -1, 1},
         {0.25, 0, 3, -2, 1},
         {0.75, 0, 3, -2, 1},
+        // All but level in the middle, from where the first step halves the way, to either side.
+        {0.3, 0, 0.9, 0.1, 1},
+        {0.7, 0, 0.9, 0.1, 1},
+        // The first Newton step goes to an end, and is not taken.
+        {0.125, 0, 0.5, 0.5, 1},
+        {0.875, 0, 0.5, 0.5, 1},
     };
     for (Case const& c : cases) {
         EXPECT_EQ(Solved(c), Steps(c).Solve()) << c.x;

@@ -247,6 +247,37 @@ TEST(HvStdFCurve_insert_replace, HandlesOfWhatGoesShrinkInTurnsTheNewKeysOwnFirs
     ExpectNear(KeyOf(curve, 2).leftHandle, 3 + b.x, 1 + b.y);
 }
 
+TEST(HvStdFCurve_insert_replace, HandlesBehindTheNewKeyShrinkToTheSpanThere)
+{
+    StdCurve curve = FourKeys({-0.25, 1}, {2.25, -2});
+    EXPECT_EQ(curve.Impl().RemoveBodyAndCreateKeyBetweenExistingKeys(2.5, 5, kLinear, kConstant, 0,
+                                                                     3, curve),
+              0);
+    // The last key's handle is a sixth of the (-1, 6) that it had grown to.
+    Point a(2.25, -2);
+    Point b(-1.0 / 6, 1);
+    ShortenInTurns(0.5, a, b, true);
+    EXPECT_LT(a.x, 1);
+    ExpectNear(KeyOf(curve, 1).rightHandle, 2.5 + a.x, 5 + a.y);
+    ExpectNear(KeyOf(curve, 2).leftHandle, 3 + b.x, 1 + b.y);
+}
+
+TEST(HvStdFCurve_insert_replace, OneKeyOfTheBodyGoesForAnother)
+{
+    StdCurve curve = FourKeys({-0.25, 1}, {0.3, -2});
+    EXPECT_EQ(curve.Impl().RemoveBodyAndCreateKeyBetweenExistingKeys(1.5, 5, kLinear, kConstant, 0,
+                                                                     2, curve),
+              0);
+    ASSERT_EQ(curve.GetNumKeys(), 4u);
+    EXPECT_EQ(KeyOf(curve, 1).parameter, 1.5);
+    EXPECT_EQ(KeyOf(curve, 1).constraints.word, 0x0001);
+    ExpectNear(KeyOf(curve, 1).leftHandle, 1.25, 6);
+    ExpectNear(KeyOf(curve, 1).rightHandle, 1.6, 5);
+    EXPECT_EQ(KeyOf(curve, 2).parameter, 2);
+    EXPECT_FALSE(curve.HasUserData(1));
+    EXPECT_TRUE(curve.HasUserData(2));
+}
+
 TEST(HvStdFCurve_insert_replace, NeighbourOnlyBesideTheNewKeyTakesNoHandleOfAnother)
 {
     StdCurve curve = FourKeys({-0.25, 1}, {0.3, -2});

@@ -252,8 +252,8 @@ TEST(HvStdFCurve_insert, VerticalRightHandleOfTheFirstKeyContinuesVertically)
     struct Row {
         double dx, dy, expectedX, expectedY;
     };
-    for (Row const& row : {Row{0, 4, 3, 1}, Row{0, -4, 3, 3}, Row{0, 0, 3, 2}, Row{0.9e-7, 4, 3, 1},
-                           Row{-0.9e-7, -4, 3, 3}}) {
+    for (Row const& row : {Row{0, 4, 3, 1}, Row{0, -4, 3, 3}, Row{0, 0.5, 3, 1}, Row{0, -0.5, 3, 3},
+                           Row{0, 0, 3, 2}, Row{0.9e-7, 4, 3, 1}, Row{-0.9e-7, -4, 3, 3}}) {
         StdCurve curve({KeyWithHandles(3, 2, {}, {row.dx, row.dy}), KeyAt(6, 2, 2, kCubic)});
         EXPECT_EQ(curve.CreateKey(0, 5), 1);
         ExpectNear(KeyOf(curve, 1).leftHandle, row.expectedX, row.expectedY);
@@ -429,6 +429,29 @@ TEST(HvStdFCurve_insert, NonModifyingKeyFoldsIntoTheCycleUnlessTold)
     EXPECT_EQ(unfolded.CreateNonModifyingKey(5, 1), 1);
     EXPECT_EQ(KeyOf(unfolded, 2).parameter, 5);
     EXPECT_EQ(KeyOf(unfolded, 2).leftValue, 1) << "the value of the cycle there";
+}
+
+TEST(HvStdFCurve_insert, NonModifyingKeyOnALockedOneIsRefusedBeforeAnythingIsFrozen)
+{
+    StdCurve curve({KeyAt(0, 0, 0, kCubic), KeyAt(3, 1, 2, kCubic), KeyAt(6, 4, 4, kCubic)});
+    for (unsigned int i = 0; i < 3; ++i) {
+        Lock(curve, i, Word::kAutomaticTangents);
+    }
+    Lock(curve, 1, Word::kValueLocked);
+    ExpectRefused(curve, [&] { return curve.CreateNonModifyingKey(3, 1); });
+}
+
+TEST(HvStdFCurve_insert, NonModifyingKeyHasTheValueBeforeItIsClamped)
+{
+    StdCurve curve({KeyAt(0, 0, 0, kLinear), KeyAt(4, 4, 4, kLinear)});
+    curve.SetClampingValues(0, 1);
+    EXPECT_EQ(curve.CreateNonModifyingKey(3, 1), 1);
+    EXPECT_EQ(KeyOf(curve, 1).leftValue, 3);
+    // A line of 1e308 at 1 has no number at 1e9, whatever it is clamped to.
+    StdCurve steep({KeyAt(0, 0, 0, kLinear), KeyAt(1, 1e308, 1e308, kLinear)});
+    steep.SetExtrapolationMethod(HvBaseFCurve::LinearExtrapolation);
+    steep.SetClampingValues(0, 1);
+    ExpectRefused(steep, [&] { return steep.CreateNonModifyingKey(1e9, 1); });
 }
 
 TEST(HvStdFCurve_insert, NonModifyingKeyOfACurveWithoutKeysHasItsValue)

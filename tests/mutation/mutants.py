@@ -77,7 +77,8 @@ def changed_numbers(number):
   """The next number up and down; of a real number the double and the half."""
   is_hex = number[:2].lower() == "0x"
   is_real = ("p" if is_hex else "e") in number.lower() or "." in number
-  digits = re.sub(r"[^\da-fA-F]", "", number[2:] if is_hex else number.split("e")[0])
+  digits = re.sub(r"[^\da-fA-F]", "", number[2:]) if is_hex else re.sub(
+    r"\D", "", number.lower().split("e")[0])
   if not digits.strip("0"):
     return (f"({number} + 1)",)
   return (f"({number} * 2)", f"({number} / 2)") if is_real else (f"({number} + 1)", f"({number} - 1)")

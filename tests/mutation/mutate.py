@@ -34,7 +34,8 @@ EQUIVALENT = pathlib.Path(__file__).with_name("equivalent.txt")
 SEED_OF_PROPERTIES = "seed=20261120"
 # A fault in a size may ask for all memory; the tests themselves need far less.
 MEMORY_BYTES = 4 << 30
-# A mutant may be slower than the program for a moment; one that hangs is waited for this long.
+# A mutant may be slower than the program for a moment; one that hangs is waited for this long, or
+# as long as --patience says.
 LEAST_TIME_LIMIT_SECONDS = 5.0
 TIME_LIMIT_FACTOR = 5.0
 
@@ -131,7 +132,7 @@ def mutate(options):
     start = time.monotonic()
     verdict, output = run_tests(program.build_with(file, text, objects), options.folder,
                                 options.filters, None)
-    seconds = max(LEAST_TIME_LIMIT_SECONDS, TIME_LIMIT_FACTOR * (time.monotonic() - start))
+    seconds = max(options.patience, TIME_LIMIT_FACTOR * (time.monotonic() - start))
     if verdict != "passed" or "[  PASSED  ] 0 tests" in output:
       raise Failed(f"the tests have to pass, and to be some, without a fault:\n{output}")
 
@@ -159,6 +160,8 @@ def parse(arguments):
   parser.add_argument("--sample", type=int, default=0, metavar="N", help="only N mutants, by chance")
   parser.add_argument("--seed", type=int, default=1, help="of the sample; initially 1")
   parser.add_argument("--minutes", type=float, default=30.0, help="stop after them; initially 30")
+  parser.add_argument("--patience", type=float, default=LEAST_TIME_LIMIT_SECONDS, metavar="SECONDS",
+                      help="the least time after which a mutant counts as hung; initially 5")
   parser.add_argument("--filter", action="append", default=[], metavar="PATTERN",
                       help="further tests that are the file's, as --gtest_filter; may be repeated")
   parser.add_argument("--through", action="append", default=[], metavar="SOURCE",

@@ -42,9 +42,9 @@ class Found(unittest.TestCase):
 
   def test_numbers_go_up_and_down_and_real_ones_double_and_halve(self):
     self.assertEqual(changes("f(3, 0);"), ["3 to (3 + 1)", "3 to (3 - 1)", "0 to (0 + 1)"])
-    self.assertEqual(changes("f(0.5, 1e-7, 0.0);"),
+    self.assertEqual(changes("f(0.5, 1e-7, 0.0, 0.0f);"),
                      ["0.5 to (0.5 * 2)", "0.5 to (0.5 / 2)", "1e-7 to (1e-7 * 2)",
-                      "1e-7 to (1e-7 / 2)", "0.0 to (0.0 + 1)"])
+                      "1e-7 to (1e-7 / 2)", "0.0 to (0.0 + 1)", "0.0f to (0.0f + 1)"])
     self.assertEqual(changes("f(0x1Eu, 0x1p-52, 1'000);"),
                      ["0x1Eu to (0x1Eu + 1)", "0x1Eu to (0x1Eu - 1)", "0x1p-52 to (0x1p-52 * 2)",
                       "0x1p-52 to (0x1p-52 / 2)", "1'000 to (1'000 + 1)", "1'000 to (1'000 - 1)"])

@@ -294,6 +294,29 @@ RC_GTEST_PROP(HvQuatCurve_keys, ComponentAtATimeIsTheSameWithAndWithoutASpline, 
                                  HvQuat(value, with.GetRotOrder())) < 1e-12L);
 }
 
+TEST(HvQuatCurve_keys, ComponentAtATimeBeyondTheKeysFollowsTheExtrapolation)
+{
+    for (unsigned int method : {1u, 2u, 3u, 4u}) {
+        for (double t : {-4.5, 9.25}) {
+            HvQuatCurve curve = CurveOf({0, 1, 2, 3, 4, 5, 6});
+            curve.SetExtrapolationMethod(method);
+            Angles const expected = HvQuatCurve(curve).Eval(t);
+            unsigned int const i = curve.SetKey(t, 3, 0, 0);
+            EXPECT_LT(Distance(curve.GetKeyValue(i), expected), 1e-8) << method << " " << t;
+        }
+    }
+}
+
+TEST(HvQuatCurve_keys, ComponentAtATimeTakesTheOthersAlsoInDisorder)
+{
+    HvQuatCurve curve = CurveOf({0, 1, 2, 3, 4, 5, 6});
+    curve.SetParameter(1, 4.75);
+    Angles const expected = HvQuatCurve(curve).Eval(3.5);
+    unsigned int const i = curve.SetKey(3.5, 3, 0, 0);
+    EXPECT_EQ(curve.GetKeyTime(i), 3.5);
+    EXPECT_EQ(curve.GetKeyValue(i), expected);
+}
+
 TEST(HvQuatCurve_keys, ParametersMayBeSetToDisorder)
 {
     HvQuatCurve curve = CurveOf({0, 1, 2});
@@ -376,6 +399,30 @@ TEST(HvQuatCurve_keys, RemovesByIndexTimeAndRange)
     EXPECT_EQ(curve.GetNumKeys(), 0u);
     EXPECT_EQ(curve.RemoveAllKeys(), 1);
     EXPECT_EQ(curve.RemoveKeyRange(0, 0), 0);
+    // Without keys there is no disorder.
+    HvQuatCurve disorder = CurveOf({0, 1, 2});
+    disorder.SetParameter(0, 5);
+    EXPECT_EQ(disorder.IsValid(), 0);
+    EXPECT_EQ(disorder.RemoveAllKeys(), 1);
+    EXPECT_EQ(disorder.IsValid(), 1);
+}
+
+TEST(HvQuatCurve_keys, OnesThatWereRemovedAreNotReadAgain)
+{
+    HvQuatCurve curve = CurveOf({1, 2, 3, 4, 5, 6});
+    curve.SetSelected(1);
+    curve.SetKeySelected(4, 1);
+    curve.SetConstraintData(4, 6);
+    curve.SetKeySelected(5, 1);
+    curve.SetConstraintData(5, 6);
+    EXPECT_EQ(curve.RemoveKeyRange(4, 5), 1);
+    EXPECT_EQ(curve.GetKeyTime(4), 0);
+    EXPECT_EQ(curve.IsKeySelected(4), 0);
+    EXPECT_EQ(curve.GetConstraintData(4), 0);
+    EXPECT_EQ(curve.GetKey(4), HvQuatKey());
+    HvQuatKey const rising[] = {curve.GetKey(3), HvQuatKey(5, {}, 0, 0, 0, 0)};
+    EXPECT_EQ(curve.ReplaceKeys(3, rising, 2), 0);
+    EXPECT_EQ(curve.GetNumKeys(), 4u);
 }
 
 RC_GTEST_PROP(HvQuatCurve_keys, SearchesFollowTheirWalks, ())

@@ -40,6 +40,13 @@ LongQuat AboutX(long double angle)
     return LongQuat(std::cos(angle / 2), std::sin(angle / 2), 0, 0);
 }
 
+/// The point at `s` of the great circle that leads from `a` to `b`.
+LongQuat LongSlerp(LongQuat const& a, LongQuat const& b, long double s)
+{
+    LongVector const w = LongLog(a.Conjugate() * b);
+    return a * LongExp(w.v, s);
+}
+
 bool IsFinite(HvQuat const& q)
 {
     return std::isfinite(q.w) && std::isfinite(q.x) && std::isfinite(q.y) && std::isfinite(q.z);
@@ -121,6 +128,18 @@ TEST(HvQuatSpline_eval, FindsTheFirstMatchHoweverKeysAreSpaced)
     }
 }
 
+TEST(HvQuatSpline_eval, FindsTheLastSegmentWhereRoundingReachesTheEnd)
+{
+    // 1 - 2^-53 is 2 after the start in doubles, which is the whole of the length.
+    for (int n : {2, 3, 5}) {
+        std::vector<HvQuatKey> keys;
+        for (int i = 0; i < n; ++i) {
+            keys.push_back(XKey(-1 + 2.0 * i / (n - 1), 0.1 * i));
+        }
+        ExpectInterval(SplineOf(keys, 1), std::nextafter(1.0, 0.0));
+    }
+}
+
 TEST(HvQuatSpline_eval, FindsTheFirstMatchAmongTimesInDisorder)
 {
     std::mt19937 random(4);
@@ -136,6 +155,12 @@ TEST(HvQuatSpline_eval, FindsTheFirstMatchAmongTimesInDisorder)
             spline.Eval(t);
         }
     }
+}
+
+TEST(HvQuatSpline_eval, LastEndIsTheLastKeyAlsoInDisorder)
+{
+    HvQuatSpline const spline = SplineOf({XKey(0, 0), XKey(5, 1), XKey(3, 2)}, 1);
+    EXPECT_EQ(Difference(spline.Eval(3), spline.GetSegment(1).Eval(1)), 0);
 }
 
 TEST(HvQuatSpline_eval, IntervalComesWithTheValue)
@@ -184,6 +209,16 @@ TEST(HvQuatSpline_eval, CycleRepeatsThePath)
     EXPECT_EQ(Difference(spline.Eval(10), spline.Eval(2)), 0);
 }
 
+TEST(HvQuatSpline_eval, CycleCountsFromTheFirstKey)
+{
+    HvQuatSpline const spline =
+        SplineOf({XKey(1, 0.2), XKey(2, 1.4), XKey(4, 0.7)}, HvQuatSpline::CycleExtrapolation);
+    for (double t : {1.25, 1.75, 2.0, 3.5}) {
+        EXPECT_EQ(Difference(spline.Eval(t + 3), spline.Eval(t)), 0) << t;
+        EXPECT_EQ(Difference(spline.Eval(t - 3), spline.Eval(t)), 0) << t;
+    }
+}
+
 TEST(HvQuatSpline_eval, RelativeCycleGoesOnFromTheEnd)
 {
     HvQuatSpline const spline = SplineOf(ThreeKeys(), HvQuatSpline::RelativeCycleExtrapolation);
@@ -220,6 +255,18 @@ TEST(HvQuatSpline_eval, RelativeCycleOfAHalfTurn)
     }
 }
 
+TEST(HvQuatSpline_eval, RelativeCycleBeginsWithoutAJumpWhereRoundingHidesTheDistance)
+{
+    // 1 + 2^-52 is 2 after the start in doubles: one cycle and nothing.
+    HvQuatSpline const one =
+        SplineOf({XKey(-1, 0), XKey(1, 1)}, HvQuatSpline::RelativeCycleExtrapolation);
+    EXPECT_LT(Difference(one.Eval(std::nextafter(1.0, 2.0)), AboutX(1)), 1e-15L);
+    // The part of a cycle that the smallest number is of 1e300 is 0.
+    HvQuatSpline const wide =
+        SplineOf({XKey(0, 0), XKey(1e300, 1)}, HvQuatSpline::RelativeCycleExtrapolation);
+    EXPECT_LT(Difference(wide.Eval(-5e-324), AboutX(0)), 1e-15L);
+}
+
 TEST(HvQuatSpline_eval, CyclesWithoutNumberCostNothing)
 {
     for (unsigned int method : {3u, 4u}) {
@@ -254,6 +301,27 @@ TEST(HvQuatSpline_eval, LinearTurnsOnWithTheEndsVelocity)
     LongQuat const backwards = here.Conjugate() * before;
     LongQuat const forwards = after.Conjugate() * here;
     EXPECT_LT(Difference(backwards, forwards), 1e-7L);
+}
+
+TEST(HvQuatSpline_eval, LinearIsTheGreatCircleThroughATenThousandthOfTheSegment)
+{
+    std::vector<HvQuatKey> const keys = ThreeKeys();
+    HvQuatSpline const spline = SplineOf(keys, HvQuatSpline::LinearExtrapolation);
+    LongSpline const exact(keys, HvQuat::XYZ);
+    // Angles of some 5e-5, whose cosines are rounded to 1e-16, are known to 4e-8 of themselves, and
+    // ten segments on they have grown to 5; a stretch half as long has a velocity that differs by
+    // the change of the velocity over 2.5e-5 of the segment, some 1e-4 by then.
+    long double const tolerance = 1e-6L;
+    LongQuat const first = exact.segments.front().Eval(0);
+    LongQuat const leaves = exact.segments.front().Eval(0.0001L);
+    LongQuat const arrives = exact.segments.back().Eval(0.9999L);
+    LongQuat const last = exact.segments.back().Eval(1);
+    for (double distance : {0.5, 2.0, 10.0}) {
+        long double const n = distance * 10000.0L;
+        EXPECT_LT(Difference(spline.Eval(2 - distance), LongSlerp(first, leaves, -n)), tolerance);
+        EXPECT_LT(Difference(spline.Eval(6 + 3 * distance), LongSlerp(last, arrives, -n)),
+                  tolerance);
+    }
 }
 
 TEST(HvQuatSpline_eval, LinearKeepsItsSignAfterASpin)

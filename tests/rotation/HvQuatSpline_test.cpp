@@ -285,6 +285,7 @@ TEST(HvQuatSpline, RefusedMemoryLeavesAllAsItWas)
     std::vector<HvQuatKey> const keys = {XKey(0, 0.1), XKey(1, 0.4), XKey(2, 0.3)};
     HvQuatSpline const spline = SplineOf(keys);
     EXPECT_EQ(RefuseEachAllocation([&] { SplineOf(keys); }), 1);
+    EXPECT_EQ(RefuseEachAllocation([&] { SplineOf({keys[0]}); }), 0);
     EXPECT_EQ(RefuseEachAllocation([&] { HvQuatSpline const copy(spline); }), 1);
     EXPECT_EQ(RefuseEachAllocation(
                   [&] {

@@ -146,6 +146,97 @@ TEST(HvQuat_angles, TieTakesTheOtherTriple)
                 kDegreeTolerance);
 }
 
+TEST(HvQuat_angles, NearTieIsDecidedByTheDistances)
+{
+    // The first triple is nearer by twice the 1e-8 degrees.
+    ExpectNear(GetByAxes(HvQuat::XYZ, Angles(180, 0, 90), Angles(1e-8, 0, 0)), Angles(180, 0, 90),
+               kDegreeTolerance);
+    EXPECT_NEAR(GetByAxes(HvQuat::XYZ, Angles(180, 0, 90), Angles(0, 0, -1e-8)).z, -90,
+                kDegreeTolerance);
+}
+
+TEST(HvQuat_angles, PoleReachesToItsSine)
+{
+    // 1 - cos(1.2e-6) is 0.72e-12, and of 1.6e-6 it is 1.28e-12.
+    for (HvQuat::RotOrder order : kAllOrders) {
+        for (double const side : {1.0, -1.0}) {
+            double const quarter = side * kPi / 2;
+            Angles middle(0, 0, 0);
+            double* const byAxis[3] = {&middle.x, &middle.y, &middle.z};
+            double& at = *byAxis[kOrderAxes[order][1]];
+            Angles got;
+            at = quarter - side * 1.2e-6;
+            HvQuat(middle, order).Get(got, order);
+            EXPECT_EQ(Member(got, kOrderAxes[order][1]), quarter);
+            at = quarter - side * 1.6e-6;
+            HvQuat(middle, order).Get(got, order);
+            EXPECT_NEAR(Member(got, kOrderAxes[order][1]), at, 1e-9);
+        }
+    }
+}
+
+TEST(HvQuat_angles, PoleOfASmallAngleIsThatOfNone)
+{
+    double const degree = 1 / kDegree;
+    for (HvQuat::RotOrder order : kAllOrders) {
+        double const difference = IsEven(order) ? 90 : -90;
+        // 0.75e-6 counts as none, and both get the mean; 1.5e-6 is shared out.
+        Angles none =
+            GetByAxes(order, Angles(0.75e-6 * degree, difference, 0), Angles(30, difference, 6));
+        ExpectNear(none, Angles(18, difference, 18), kDegreeTolerance);
+        Angles some =
+            GetByAxes(order, Angles(1.5e-6 * degree, difference, 0), Angles(30, difference, 6));
+        EXPECT_NEAR(some.x - some.z, 1.5e-6 * degree, 1e-12 * degree);
+        // The sum of none gives both the mean's negative; otherwise they add up.
+        none =
+            GetByAxes(order, Angles(0.75e-6 * degree, -difference, 0), Angles(30, -difference, 10));
+        ExpectNear(none, Angles(-20, -difference, -20), kDegreeTolerance);
+        some =
+            GetByAxes(order, Angles(1.5e-6 * degree, -difference, 0), Angles(30, -difference, 10));
+        ExpectNear(some, Angles(10 + 0.75e-6 * degree, -difference, -10 + 0.75e-6 * degree),
+                   1e-12 * degree);
+    }
+}
+
+TEST(HvQuat_angles, PoleKeepsADifferenceOfTheReferenceThatIsRounding)
+{
+    // Angles below 1 are rounded to 1e-16.
+    for (HvQuat::RotOrder order : kAllOrders) {
+        int const* const axes = kOrderAxes[order];
+        double const pole = IsEven(order) ? 90 : -90;
+        for (double const side : {1.0, -1.0}) {
+            for (double const difference : {0.75e-12, 1.5e-12}) {
+                // At the pole of the difference they lie beside each other, at that of the sum
+                // beside each other's negative.
+                double references[3];
+                references[axes[0]] = 0.25 + difference;
+                references[axes[1]] = side * pole * kDegree;
+                references[axes[2]] = side * 0.25;
+                Angles got;
+                HvQuat(ByAxes(order, 0.5 / kDegree, side * pole, 0), order)
+                    .Get(got, Angles(references[0], references[1], references[2]), order);
+                double const kept = difference < 1e-12 ? difference : 0.0;
+                EXPECT_NEAR(Member(got, axes[0]) - side * Member(got, axes[2]), 0.5 + kept, 5e-15);
+            }
+        }
+    }
+}
+
+TEST(HvQuat_angles, LongQuaternionsGiveWhatTheirElementsAreCutTo)
+{
+    // The sine of x is 2 and its cosine -1: cut to 1, that is a quarter turn.
+    Angles angles;
+    HvQuat(1, 1, 0, 0).Get(angles);
+    ExpectNear(angles, Angles(kPi / 2, 0, 0), 1e-15);
+    HvQuat(1, -1, 0, 0).Get(angles);
+    ExpectNear(angles, Angles(-kPi / 2, 0, 0), 1e-15);
+    // The sine of y is 1.5 or -1.5: a pole.
+    HvQuat(1, 0, 0.75, 0).Get(angles);
+    EXPECT_EQ(angles.y, kPi / 2);
+    HvQuat(1, 0, -0.75, 0).Get(angles);
+    EXPECT_EQ(angles.y, -kPi / 2);
+}
+
 TEST(HvQuat_angles, PoleSharesTheDifference)
 {
     for (HvQuat::RotOrder order : kAllOrders) {

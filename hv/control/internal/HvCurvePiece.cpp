@@ -103,11 +103,11 @@ double HvCurvePiece::Value(double x) const
     case Cubic:
         return P_[0].y + y_.At(FindParameter(x));
     case Sampled:
-        return x - P_[0].x <= kKeySnap   ? P_[0].y
-               : P_[3].x - x <= kKeySnap ? P_[3].y
-                                         : curve_->EvalNoLock(x, 0);
+        break;
     }
-    return P_[0].y;
+    return x - P_[0].x <= kKeySnap   ? P_[0].y
+           : P_[3].x - x <= kKeySnap ? P_[3].y
+                                     : curve_->EvalNoLock(x, 0);
 }
 
 double HvCurvePiece::Slope(double x) const
@@ -120,9 +120,9 @@ double HvCurvePiece::Slope(double x) const
     case Cubic:
         return CubicSlope(FindParameter(x));
     case Sampled:
-        return SampledSlope(x);
+        break;
     }
-    return 0;
+    return SampledSlope(x);
 }
 
 // At an end whose handle has no length the curve leaves toward the next control point that is not
@@ -212,8 +212,6 @@ int HvCurvePiece::SampledTurns(double from, double to, double* turns) const
 double HvCurvePiece::FindValue(double value, double from, double to) const
 {
     switch (shape_) {
-    case Constant:
-        return to;
     case Line: {
         double const part = (value - P_[0].y) / (P_[3].y - P_[0].y);
         return std::min(std::max(P_[0].x + (P_[3].x - P_[0].x) * part, from), to);
@@ -226,6 +224,7 @@ double HvCurvePiece::FindValue(double value, double from, double to) const
         return std::min(std::max(P_[0].x + x_.At(s), from), to);
     }
     case Sampled:
+    case Constant:  // asked for no value, since it neither rises nor falls
         break;
     }
     double const sign = Value(to) < Value(from) ? -1.0 : 1.0;

@@ -66,9 +66,7 @@ double LastReturnToStart(Point const* P)
     HvCubicTerms const x = HvCubicTerms::Of(P[0].x, P[1].x, P[2].x, P[3].x);
     double first = 0;
     double second = 0;
-    if (x.a3 == 0) {
-        first = second = -x.a1 / x.a2;
-    } else if (!SolveQuadraticEquation(first, second, x.a3, x.a2, x.a1)) {
+    if (!SolveQuadraticEquation(first, second, x.a3, x.a2, x.a1)) {
         return 0;
     }
     return second > 0 && second < 1 ? second : first > 0 && first < 1 ? first : 0;

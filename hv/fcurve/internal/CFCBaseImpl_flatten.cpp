@@ -13,22 +13,6 @@
 #include <cmath>
 #include <type_traits>
 
-namespace {
-
-/// Two vertices of a run of their own.
-void AddPair(HvPoint2<double> const& a, HvPoint2<double> const& b, int flag, HvPoint2dArray& points,
-             HvPointTagArray& tags, HvBoolArray& flags)
-{
-    points.Add(a);
-    tags.Add(HvPointTagStart);
-    flags.Add(flag);
-    points.Add(b);
-    tags.Add(HvPointTagEnd);
-    flags.Add(flag);
-}
-
-}  // namespace
-
 template <class T, class K, class S>
 void CFCBaseImpl<T, K, S>::FlattenFromTo(HvExtent2<double> const& extent, HvTransfo4 const& transfo,
                                          double tolerance, HvPoint2dArray& points,
@@ -44,7 +28,7 @@ void CFCBaseImpl<T, K, S>::FlattenFromTo(HvExtent2<double> const& extent, HvTran
         HvPoint2<double> from(a, value);
         HvPoint2<double> to(b, value);
         if (HvLineClip_Clip(from, to, extent) != 0) {
-            AddPair(transfo.Map(from), transfo.Map(to), 1, points, tags, flags);
+            CFCFlatten_AddPair(transfo.Map(from), transfo.Map(to), 1, points, tags, flags);
         }
         return;
     }
@@ -71,9 +55,9 @@ void CFCBaseImpl<T, K, S>::FlattenAt(double x, HvExtent2<double> const& extent,
     HvPoint2<double> left(x, EvalLeftUsingExtrapolationMethod(x));
     HvPoint2<double> right(x, static_cast<double>(EvalRightUsingExtrapolationMethod(x)));
     if (left.y == right.y && extent.Contains(left) != 0) {
-        AddPair(transfo.Map(left), transfo.Map(left), 1, points, tags, flags);
+        CFCFlatten_AddPair(transfo.Map(left), transfo.Map(left), 1, points, tags, flags);
     } else if (HvLineClip_Clip(left, right, extent) != 0) {
-        AddPair(transfo.Map(left), transfo.Map(right), 0, points, tags, flags);
+        CFCFlatten_AddPair(transfo.Map(left), transfo.Map(right), 0, points, tags, flags);
     }
 }
 

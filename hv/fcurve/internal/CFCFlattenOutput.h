@@ -61,4 +61,16 @@ private:
     HvBoolArray& flags_;
 };
 
+/// Appends two vertices as a run of their own.
+inline void CFCFlatten_AddPair(HvPoint2<double> const& a, HvPoint2<double> const& b, int flag,
+                               HvPoint2dArray& points, HvPointTagArray& tags, HvBoolArray& flags)
+{
+    points.Add(a);
+    tags.Add(HvPointTagStart);
+    flags.Add(flag);
+    points.Add(b);
+    tags.Add(HvPointTagEnd);
+    flags.Add(flag);
+}
+
 #endif

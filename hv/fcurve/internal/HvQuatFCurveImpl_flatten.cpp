@@ -340,17 +340,6 @@ void Draw(HvQuatFCurveImpl const& impl, double a, double b, Drawing& drawing)
     }
 }
 
-void AddPair(Point const& a, Point const& b, int flag, HvPoint2dArray& points,
-             HvPointTagArray& tags, HvBoolArray& flags)
-{
-    points.Add(a);
-    tags.Add(HvPointTagStart);
-    flags.Add(flag);
-    points.Add(b);
-    tags.Add(HvPointTagEnd);
-    flags.Add(flag);
-}
-
 }  // namespace
 
 void HvQuatFCurveImpl::FlattenFromTo(HvExtent2<double> const& extent, HvTransfo4 const& transfo,
@@ -370,7 +359,8 @@ void HvQuatFCurveImpl::FlattenFromTo(HvExtent2<double> const& extent, HvTransfo4
         }
         bool const jumps = left.y != right.y;
         if (HvLineClip_Clip(left, right, extent) != 0) {
-            AddPair(transfo.Map(left), transfo.Map(right), jumps ? 0 : 1, points, tags, flags);
+            CFCFlatten_AddPair(transfo.Map(left), transfo.Map(right), jumps ? 0 : 1, points, tags,
+                               flags);
         }
         return;
     }

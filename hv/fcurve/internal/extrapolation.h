@@ -183,11 +183,8 @@ private:
         if (at.exact) {
             return rise + Twin::KeyInRelativeCycle(curve, at.count - 1, offset);
         }
-        if (at.count == numKeys) {
-            return curve.RightValueOf(numKeys - 1);
-        }
         if (at.count == 0) {
-            return curve.LeftValueOf(0);
+            return curve.LeftValueOf(0);  // the folded parameter is no number
         }
         return rise + curve.EvalJustAfterIndex(fold.parameter, at.count - 1);
     }

@@ -1,9 +1,9 @@
 // Copyright (c) 2026 the Hv authors
 // SPDX-License-Identifier: MIT
 
-// What the transform's sources share about angles. The constants are not the doubles nearest to
-// their names: results have always been computed with these digits, and files and pictures depend
-// on them to the last bit.
+// What the sources share about angles. The constants are those of the transform, and not the
+// doubles nearest to their names: its results have always been computed with these digits, and
+// files and pictures depend on them to the last bit.
 
 #ifndef HV_ROTATION_INTERNAL_TRANSFO_ANGLES_H
 #define HV_ROTATION_INTERNAL_TRANSFO_ANGLES_H

@@ -7,6 +7,8 @@
 
 #include "../control_test_support.h"
 
+#include <tests/fcurve/std_archive_bodies.h>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -107,5 +109,35 @@ TEST(HvCurvePieces, OverhangingCubicBeginsWhereItComesBack)
     EXPECT_NEAR(pieces.Value(1e-9), 0.5, 0.01);  // the handle was shortened a little to fit
     for (double x = 0.001; x < 1; x += 0.01) {
         EXPECT_NEAR(pieces.Value(x), curve.Eval(x, 0), 1e-7) << x;
+    }
+}
+
+// Only a file has handles that cross so far: x(s) reaches the end key, turns back beyond the first
+// one and comes again, so that no part of it goes from the one to the other. For one that folds
+// between its keys there is no part to cut off.
+TEST(HvCurvePieces, CubicThatFoldsIsWhatEvaluationMakesOfIt)
+{
+    for (double const reach : {4.0, 1.05}) {
+        auto const cubic = static_cast<unsigned int>(kCubic);
+        FileFields fields;
+        fields.extrapolation = Curve::ConstantExtrapolation;
+        Bytes const archive =
+            NewestStdArchive(StdBody(266,
+                                     {{{0, 0, 0, -1, 0, reach, 0.25}, cubic, 0, 0, 0},
+                                      {{1, 1, 1, 1 - reach, 0.75, 2, 1}, cubic, 0, 0, 0}},
+                                     fields));
+        HvBaseFCurve* read = nullptr;
+        ASSERT_NE(HvBaseFCurve_CreateFromBuffer(archive.data(), archive.size(), &read), 0u);
+        CurvePtr const curve(read);
+        Point left;
+        Point right;
+        static_cast<HvStdFCurve&>(*curve).GetEvaluatedKeyTgtHandlesByIndex(0, left, right);
+        ASSERT_EQ(right.x, reach);
+
+        HvCurvePieces const pieces(Copy(*curve));
+        EXPECT_EQ(pieces.Piece(pieces.Find(0.5, kUp), 0, 1).GetShape(), HvCurvePiece::Sampled);
+        for (double x = -0.5; x <= 1.5; x += 0.01) {
+            EXPECT_EQ(pieces.Value(x), curve->Eval(x, 0)) << x;
+        }
     }
 }
