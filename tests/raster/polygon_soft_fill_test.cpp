@@ -209,6 +209,49 @@ TEST(polygon_soft_fill, EdgesThatComeInOneRowStandInTheOrderOfTheirUpperEnds)
     }
 }
 
+// Sides that are bent take over from one another in the scan. Here they bend all at once, in pairs
+// of opposite edges on one another, and in the other order.
+TEST(polygon_soft_fill, BentPairsKeepTheirOrderWhereAllEdgesCross)
+{
+    for (double const bend : {3.6, 4.0, 4.3}) {
+        PolygonList list;
+        list.Add({{1, 0}, {659, 0}, {659, 10}, {1, 10}});
+        for (int k = 0; k < 80; ++k) {
+            double const spread = (k - 40) * 8.0;
+            HvPoint2<double> const middle(330.0 - 0.01 * spread, bend);
+            list.Add({{330.0 - spread, 0.5}, middle, {330.0 + spread, 8.5}, middle});
+        }
+        ExpectSoftFillOfTheSlowConverter(list, 660, 10);
+    }
+}
+
+// Sides that go down and up over a few columns and bend on quarters of rows: edges that take over,
+// edges that begin and older ones meet in one place, in every order.
+TEST(polygon_soft_fill, BentEdgesStandBehindOlderOnesInTheOrderOfTheirUpperEnds)
+{
+    RandomPolygons random(8);
+    for (int i = 0; i < 600; ++i) {
+        SCOPED_TRACE(testing::Message() << "polygons " << i);
+        PolygonList list;
+        list.Add({{1, 0}, {39, 0}, {39, 10}, {1, 10}});
+        for (int k = 0; k < 4; ++k) {
+            std::vector<HvPoint2<double>> corners;
+            double y = 0.0;
+            for (int const way : {1, -1}) {
+                for (int bends = 5; bends > 0; --bends) {
+                    y += way * random.Pick(1, 8) / 4.0;
+                    corners.emplace_back(random.Pick(1, 7) * 5.0, y);
+                }
+            }
+            list.Add(corners);
+        }
+        ExpectSoftFillOfTheSlowConverter(list, 40, 10);
+        if (HasFailure()) {
+            return;
+        }
+    }
+}
+
 // Kernel sums that are 0 or no number leave no meaning, only bytes; the line of x = 1 sums to 0.
 TEST(polygon_soft_fill, WeightsWithoutASumGiveNoCoverageWhereTheyReach)
 {

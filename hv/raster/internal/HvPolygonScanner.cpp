@@ -33,8 +33,7 @@ HvPolygonScanner::HvPolygonScanner(HvPolygons const& polygons, double scale,
                                                        : -std::numeric_limits<double>::infinity()),
       lastColumn_(static_cast<double>(window.endColumn) - 0.5), isEvenOdd_(polygons.fillRule == 0),
       numPoints_(std::min(polygons.points.Size(), polygons.tags.Size())),
-      nextEvent_(window.firstRow), edges_(numPoints_ + 2), tops_(numPoints_),
-      active_(numPoints_)
+      nextEvent_(window.firstRow), edges_(numPoints_ + 2), tops_(numPoints_), active_(numPoints_)
 {
     std::size_t first = 0;
     for (std::size_t i = 0; i < numPoints_; ++i) {
@@ -191,16 +190,12 @@ void HvPolygonScanner::MergeTops(std::int64_t row)
     }
 }
 
-/// Of two edges with the same x in the row: one that begins there comes behind an older one, and
-/// such as begin there come in the order of their upper ends. Older ones keep their order.
+/// Of two edges with the same x in the row: one that begins there comes behind those whose upper
+/// end is met before its own, as that of every older edge is. Older ones keep their order.
 bool HvPolygonScanner::IsTieBefore(ActiveEdge const& a, ActiveEdge const& b, std::int64_t row) const
 {
-    Edge const& edgeOfA = edges_[a.edge];
     Edge const& edgeOfB = edges_[b.edge];
-    if (edgeOfB.row != row) {
-        return false;
-    }
-    return edgeOfA.row != row || IsUpperBefore(edgeOfA, edgeOfB);
+    return edgeOfB.row == row && IsUpperBefore(edges_[a.edge], edgeOfB);
 }
 
 void HvPolygonScanner::SortActive(std::int64_t row)

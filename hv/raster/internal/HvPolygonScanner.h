@@ -52,11 +52,28 @@ public:
     void ScanRow(std::int64_t row, Span&& span)
     {
         PrepareRow(row);
-        if (areSpansPairs_) {
-            WalkPairs(span);
-        } else {
-            WalkWinding(span);
+        Walk(span);
+    }
+
+    /// Scans the rows from `row` on, at least one, that need not be looked at one by one, and none
+    /// from `end` on. Calls span(row, count, first, last), last included, for each span; it stands
+    /// in `count` rows from `row` on.
+    ///
+    /// @return  the row behind them.
+    template <class Span>
+    std::int64_t ScanRows(std::int64_t row, std::int64_t end, Span&& span)
+    {
+        PrepareRow(row);
+        end = std::min(end, nextEvent_);
+        if (areEdgesUpright_) {
+            WalkAt(row, end - row, span);
+            return end;
         }
+        if (numActive_ == 2 && areSpansPairs_) {
+            return WalkSingleSpans(row, end, span);
+        }
+        WalkAt(row, 1, span);
+        return row + 1;
     }
 
     /// Rows from `row` on, at least 1, that have the very spans of `row`: its edges are upright.
@@ -147,6 +164,48 @@ private:
     bool BelongsBefore(ActiveEdge const& a, ActiveEdge const& b, std::int64_t row) const
     {
         return a.x < b.x || (a.x == b.x && IsTieBefore(a, b, row));
+    }
+
+    template <class Span>
+    void Walk(Span& span)
+    {
+        if (areSpansPairs_) {
+            WalkPairs(span);
+        } else {
+            WalkWinding(span);
+        }
+    }
+
+    template <class Span>
+    void WalkAt(std::int64_t row, std::int64_t count, Span& span)
+    {
+        auto const spanAt = [row, count, &span](std::int64_t first, std::int64_t last) {
+            span(row, count, first, last);
+        };
+        Walk(spanAt);
+    }
+
+    /// Rows between the same two edges, as long as these do not cross.
+    template <class Span>
+    std::int64_t WalkSingleSpans(std::int64_t row, std::int64_t end, Span& span)
+    {
+        double left = active_[0].x;
+        double right = active_[1].x;
+        double const leftSlope = active_[0].slope;
+        double const rightSlope = active_[1].slope;
+        do {
+            if (IsVisible(left, right)) {
+                HvScanSpan const cut = Cut(left, right);
+                span(row, 1, cut.first, cut.last);
+            }
+            left += leftSlope;
+            right += rightSlope;
+            isSorted_ = !(right < left);
+            ++row;
+        } while (row < end && isSorted_);
+        active_[0].x = left;
+        active_[1].x = right;
+        return row;
     }
 
     template <class Span>
