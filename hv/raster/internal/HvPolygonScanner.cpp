@@ -175,18 +175,18 @@ void HvPolygonScanner::MergeTops(std::int64_t row)
     while (nextTop_ < numTops_ && edges_[tops_[nextTop_]].row <= row) {
         ++nextTop_;
     }
-    std::size_t older = numActive_;
-    std::size_t newer = nextTop_;
+    ActiveEdge* const active = active_.Data();
+    ActiveEdge* older = active + numActive_;
     numActive_ += nextTop_ - first;
-    for (std::size_t to = numActive_; newer > first; --to) {
-        ActiveEdge const top = Active(tops_[newer - 1]);
-        if (older > 0 && BelongsBefore(top, active_[older - 1], row)) {
-            active_[to - 1] = active_[older - 1];
-            --older;
-        } else {
-            active_[to - 1] = top;
-            --newer;
-        }
+    for (std::size_t top = nextTop_; top > first; --top) {
+        ActiveEdge const edge = Active(tops_[top - 1]);
+        ActiveEdge* const place = std::upper_bound(
+            active, older, edge, [this, row](ActiveEdge const& a, ActiveEdge const& b) {
+                return BelongsBefore(a, b, row);
+            });
+        std::move_backward(place, older, older + (top - first));
+        older = place;
+        place[top - first - 1] = edge;
     }
 }
 
