@@ -35,12 +35,16 @@ public:
           bandHeight_(rows.Band().endRow - rows.Band().firstRow),
           toBand_(rows.Shape().firstRow - rows.Band().firstRow),
           columns_(static_cast<std::size_t>(kBlockColumns * shapeHeight_)),
-          isSolid_(static_cast<std::size_t>(shapeHeight_ / kTileRows + 1)),
-          nextSolid_(static_cast<std::size_t>(shapeHeight_ / kTileRows + 1)),
+          tiles_(static_cast<std::size_t>(shapeHeight_ / kTileRows + 1)),
           uneven_(static_cast<std::size_t>(shapeHeight_ / kTileRows + 2)),
           blurred_(static_cast<std::size_t>(bandHeight_)),
           pixels_(static_cast<std::size_t>(kBlockColumns * bandHeight_))
     {
+        for (std::int64_t y = 0; y < shapeHeight_; ++y) {
+            HvPlaces const& solid = rows.Solid(y);
+            HvPlaces& common = tiles_.Data()[y / kTileRows].solid;
+            common = y % kTileRows == 0 ? solid : common.Cut(solid.first, solid.end);
+        }
     }
 
     /// Takes `count` columns of the raster from `x` on, all within the band.
@@ -68,15 +72,21 @@ public:
     }
 
 private:
+    /// Rows of the shape that are gathered together.
+    struct Tile {
+        HvPlaces solid;  // columns of the band in which all its rows are solid
+        // In the columns of the block:
+        bool isSolid;
+        std::int64_t nextSolid;   // first row from the tile's on that lies in a solid tile
+        std::int64_t endOfSolid;  // first row from the tile's on that lies in no solid tile
+    };
+
     void Gather(std::int64_t firstColumn, std::int64_t count, std::int64_t firstRow,
                 std::int64_t endRow)
     {
-        bool isSolid = true;
-        for (std::int64_t y = firstRow; y < endRow && isSolid; ++y) {
-            isSolid = rows_.IsSolid(y, firstColumn, firstColumn + count);
-        }
-        isSolid_.Data()[firstRow / kTileRows] = isSolid ? 1 : 0;
-        if (isSolid) {
+        Tile& of = tiles_.Data()[firstRow / kTileRows];
+        of.isSolid = of.solid.Hold(firstColumn, firstColumn + count);
+        if (of.isSolid) {
             return;
         }
         double tile[kTileRows][kBlockColumns];
@@ -90,29 +100,33 @@ private:
         }
     }
 
-    /// Finds for each tile the first row from it on that lies in a solid one.
+    /// Finds for each tile where the next solid ones begin and end.
     void FindSolidTiles()
     {
         std::int64_t next = shapeHeight_;
+        std::int64_t end = shapeHeight_;
         for (std::int64_t tile = (shapeHeight_ - 1) / kTileRows; tile >= 0; --tile) {
-            next = isSolid_.Data()[tile] != 0 ? tile * kTileRows : next;
-            nextSolid_.Data()[tile] = next;
+            Tile& of = tiles_.Data()[tile];
+            if (of.isSolid) {
+                next = tile * kTileRows;
+            } else {
+                end = tile * kTileRows;
+            }
+            of.nextSolid = next;
+            of.endOfSolid = end;
         }
     }
 
     /// The first row from `y` on that lies in a solid tile; the shape's end when there is none.
     std::int64_t NextSolid(std::int64_t y) const
     {
-        return std::max(nextSolid_.Data()[y / kTileRows], y);
+        return std::max(tiles_.Data()[y / kTileRows].nextSolid, y);
     }
 
     /// The row behind the solid tiles of which `y` is a row; `y` itself when its tile is not solid.
     std::int64_t EndOfSolidTiles(std::int64_t y) const
     {
-        while (y < shapeHeight_ && NextSolid(y) == y) {
-            y = std::min((y / kTileRows + 1) * kTileRows, shapeHeight_);
-        }
-        return y;
+        return std::max(tiles_.Data()[y / kTileRows].endOfSolid, y);
     }
 
     /// Writes the rows of the block that are of one value, and lists the others.
@@ -270,8 +284,7 @@ private:
     std::int64_t const bandHeight_;
     std::int64_t const toBand_;  // from a row of the shape to one of the band
     HvScratchArray<double> columns_;
-    HvScratchArray<unsigned char> isSolid_;   // of each tile
-    HvScratchArray<std::int64_t> nextSolid_;  // of each tile
+    HvScratchArray<Tile> tiles_;
     HvScratchArray<HvPlaces> uneven_;  // rows of the band that are not of one value in the block
     std::size_t numUneven_ = 0;
     HvScratchArray<double> blurred_;
