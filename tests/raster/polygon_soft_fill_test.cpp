@@ -165,6 +165,9 @@ TEST(polygon_soft_fill, LargeShapesAreThoseOfTheSlowConverter)
         SlowSoftFill(list.points, list.tags, rule, Slow(box), radius, falloff, maxCoverage,
                      expected, {});
         ASSERT_EQ(Pixels(filled), Pixels(expected));
+        HvUByteRaster asked(raster);  // column by column
+        SoftFill(list, rule, box, radius, falloff, maxCoverage, asked, [] { return 0; });
+        ASSERT_EQ(Pixels(asked), Pixels(expected));
     }
 }
 
