@@ -350,8 +350,10 @@ void FillFull(HvScanWindow const& band, ColumnBlur const& block, HvUByteRaster& 
 {
     for (std::int64_t y = band.firstRow; y < band.endRow; ++y) {
         HvPlaces const full = block.FullColumns(y - band.firstRow);
-        std::memset(raster.data + y * raster.width + band.firstColumn + full.first,
-                    block.FullPixel(), static_cast<std::size_t>(full.end - full.first));
+        if (full.first < full.end) {
+            std::memset(raster.data + y * raster.width + band.firstColumn + full.first,
+                        block.FullPixel(), static_cast<std::size_t>(full.end - full.first));
+        }
     }
 }
 
