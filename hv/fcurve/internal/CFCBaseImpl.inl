@@ -129,7 +129,7 @@ CFCBaseImpl<T, K, S>::LocateAroundHint(double p, unsigned int hint) const
     unsigned int const lo = h - down;
     unsigned int const hi = h + up;
 
-    if (at(lo) > p || p > at(hi) || last + 1 < kFewestKeysForWindow) {
+    if (last + 1 < kFewestKeysForWindow || at(lo) > p || p > at(hi)) {
         return Bisect(p);
     }
     // The window's keys are lo, h-1, h, hi-1, hi, some of them the same near an end.
@@ -157,7 +157,7 @@ CFCBaseImpl<T, K, S>::LocateAroundHint(double p, unsigned int hint) const
 
 /// `p` lies strictly between the first and the last key. All keys are bisected, though the hint
 /// tells on which side of it to look: so every search begins with the same few keys, which stay in
-/// the cache, where halving from the hint on would meet others each time.
+/// the cache, where halving what lies beside the hint would meet others each time.
 template <class T, class K, class S>
 typename CFCBaseImpl<T, K, S>::Location CFCBaseImpl<T, K, S>::Bisect(double p) const
 {
