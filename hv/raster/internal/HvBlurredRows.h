@@ -146,17 +146,18 @@ public:
     void CopyRow(std::int64_t y, std::int64_t first, std::int64_t count, double* values) const
     {
         Row const& row = rows_.Data()[y];
-        std::fill_n(values, count, 0.0);
         HvPlaces const wanted = {first, first + count};
         HvPlaces const before = wanted.Cut(row.reached.first, row.solid.first);
-        std::copy(row.values + (before.first - row.reached.first),
-                  row.values + (before.end - row.reached.first), values + (before.first - first));
         HvPlaces const solid = wanted.Cut(row.solid.first, row.solid.end);
-        std::fill(values + (solid.first - first), values + (solid.end - first), kHvFullCoverage);
-        double const* const rest = row.values + (row.solid.first - row.reached.first);
         HvPlaces const behind = wanted.Cut(row.solid.end, row.reached.end);
-        std::copy(rest + (behind.first - row.solid.end), rest + (behind.end - row.solid.end),
-                  values + (behind.first - first));
+        double const* const rest = row.values + (row.solid.first - row.reached.first);
+        values = std::fill_n(values, before.first - first, 0.0);
+        values = std::copy(row.values + (before.first - row.reached.first),
+                           row.values + (before.end - row.reached.first), values);
+        values = std::fill_n(values, solid.end - solid.first, kHvFullCoverage);
+        values = std::copy(rest + (behind.first - row.solid.end),
+                           rest + (behind.end - row.solid.end), values);
+        std::fill_n(values, wanted.end - behind.end, 0.0);
     }
 
 private:
