@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 // What do the operations on whole stretches cost, per key of the curve: resampling, reducing lines
-// and cubics, smoothing, and snapshots over cycles? Does the cost of a key stay the same from 1,000
-// to 100,000 keys? The copy that each round starts from is timed on its own as the baseline. Items
-// are keys of the curve, of a snapshot keys that it makes.
+// and cubics, smoothing, and snapshots over cycles? Does the cost of a key stay the same from one
+// curve of 1,000 keys to one of 100,000? The baseline of the long curve are a hundred short ones
+// and one copy of the long one: as many keys, and as much new memory, for an operation that can
+// fail copies its curve first. The copies that each round starts from are timed on their own. Items
+// are keys of the curves, of a snapshot keys that it makes.
 
 #include <hv/fcurve/HvStdFCurve.h>
 #include <hv/foundation/HvPoint2dArray.h>
@@ -14,6 +16,7 @@
 #include <cmath>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -30,17 +33,37 @@ std::unique_ptr<HvStdFCurve> Wave(HvBaseFCurve::FSKind kind, unsigned numKeys)
     return curve;
 }
 
-/// Times `operate` on a fresh copy of a wave each round.
+/// Times `operate` on fresh copies of a wave, all there at once, each round. Several come with a
+/// copy of a wave of all their keys.
 template <class Operate>
 void OnCopies(benchmark::State& state, HvBaseFCurve::FSKind kind, Operate operate)
 {
     auto const numKeys = static_cast<unsigned>(state.range(0));
+    auto const numCurves = static_cast<unsigned>(state.range(1));
     auto const wave = Wave(kind, numKeys);
+    auto const whole = numCurves == 1 ? nullptr : Wave(kind, numKeys * numCurves);
+    std::vector<std::unique_ptr<HvStdFCurve>> curves(numCurves);
     for (auto _ : state) {
-        HvStdFCurve curve(*wave);
-        benchmark::DoNotOptimize(operate(curve));
+        for (auto& curve : curves) {
+            curve = std::make_unique<HvStdFCurve>(*wave);
+        }
+        if (whole) {
+            benchmark::DoNotOptimize(std::make_unique<HvStdFCurve>(*whole));
+        }
+        for (auto& curve : curves) {
+            benchmark::DoNotOptimize(operate(*curve));
+        }
+        for (auto& curve : curves) {
+            curve.reset();
+        }
     }
-    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(numKeys));
+    state.SetItemsProcessed(state.iterations() * state.range(0) * state.range(1));
+}
+
+/// Keys of a curve, and curves.
+void Sizes(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->Args({1000, 1})->Args({1000, 100})->Args({100000, 1});
 }
 
 void Copy(benchmark::State& state)
@@ -98,10 +121,10 @@ void SnapShotOverCycles(benchmark::State& state)
 
 }  // namespace
 
-BENCHMARK(Copy)->Arg(1000)->Arg(100000);
-BENCHMARK(ReduceLines)->Arg(1000)->Arg(100000);
-BENCHMARK(ReduceCubics)->Arg(1000)->Arg(100000);
-BENCHMARK(ReduceCubicsToTwoKeys)->Arg(1000)->Arg(100000);
-BENCHMARK(Resample)->Arg(1000)->Arg(100000);
-BENCHMARK(Smooth)->Arg(1000)->Arg(100000);
+BENCHMARK(Copy)->Apply(Sizes);
+BENCHMARK(ReduceLines)->Apply(Sizes);
+BENCHMARK(ReduceCubics)->Apply(Sizes);
+BENCHMARK(ReduceCubicsToTwoKeys)->Apply(Sizes);
+BENCHMARK(Resample)->Apply(Sizes);
+BENCHMARK(Smooth)->Apply(Sizes);
 BENCHMARK(SnapShotOverCycles)->Arg(1000)->Arg(100000);

@@ -3,7 +3,8 @@
 
 // What does one evaluation of a standard curve cost: near the last parameter and anywhere, in each
 // kind of segment, with 10 to 100,000 keys, alone and beside another thread? What of it is the
-// lock, and what does a batch save? Items are evaluations.
+// lock, and what does a batch save? The baseline of a long curve evaluates one of ten keys, and
+// beside that searches bare records, as many and as large as the keys. Items are evaluations.
 
 #include <hv/fcurve/HvCurveLock.h>
 #include <hv/fcurve/HvStdFCurve.h>
@@ -11,6 +12,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <memory>
@@ -66,6 +68,38 @@ void Eval(benchmark::State& state, HvBaseFCurve::FSKind kind, bool random)
 {
     auto const numKeys = static_cast<unsigned>(state.range(0));
     EvalAll(state, *CurveOf(kind, numKeys), Parameters(numKeys, random));
+}
+
+/// As large as a key, for the baseline.
+struct Record {
+    double numbers[8];
+};
+
+/// The baseline: the short curve, and a plain search for two records of which all is read.
+void SearchAndEvalTenKeys(benchmark::State& state)
+{
+    auto const numKeys = static_cast<unsigned>(state.range(0));
+    std::vector<Record> records(numKeys);
+    for (unsigned i = 0; i < numKeys; ++i) {
+        records[i].numbers[0] = i;
+    }
+    std::vector<double> const sought = Parameters(numKeys, true);
+    std::unique_ptr<HvStdFCurve> const curve = CurveOf(HvBaseFCurve::CubicSegment, 10);
+    std::vector<double> const parameters = Parameters(10, true);
+    for (auto _ : state) {
+        for (unsigned i = 0; i < kRequests; ++i) {
+            auto const found = std::lower_bound(
+                records.begin() + 1, records.end() - 1, sought[i],
+                [](Record const& record, double x) { return record.numbers[0] < x; });
+            double sum = 0;
+            for (unsigned k = 0; k < 8; ++k) {
+                sum += found[-1].numbers[k] + found->numbers[k];
+            }
+            // The evaluation waits for what was read.
+            benchmark::DoNotOptimize(curve->Eval(parameters[i] + (sum - sum), 0));
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * kRequests);
 }
 
 /// The baseline: the lock and nothing else.
@@ -142,6 +176,7 @@ BENCHMARK_CAPTURE(Eval, linear_sequential, HvBaseFCurve::LinearSegment, false)->
 BENCHMARK_CAPTURE(Eval, linear_random, HvBaseFCurve::LinearSegment, true)->Arg(1000);
 BENCHMARK_CAPTURE(Eval, constant_sequential, HvBaseFCurve::ConstantSegment, false)->Arg(1000);
 BENCHMARK_CAPTURE(Eval, constant_random, HvBaseFCurve::ConstantSegment, true)->Arg(1000);
+BENCHMARK(SearchAndEvalTenKeys)->Arg(1000)->Arg(100000);
 BENCHMARK(EvalHandlesOnKeys);
 BENCHMARK(LockAlone);
 BENCHMARK(EvalNoLock)->Arg(1000);

@@ -12,6 +12,8 @@
 // raster that the shape covers without an edge within. "WriteAlone" writes the bytes that the hard
 // fill writes, row by row, and does nothing else: no fill can be quicker than the memory. The peer
 // of soft fills is OpenCV: its hard fill, then its separable filter with the weights of our kernel.
+// "SolidPixel" asks what a soft fill takes for a pixel that the rim does not reach, by the
+// difference of two rasters that are covered wholly.
 
 #include <hv/bezier/HvBezierTool.h>
 #include <hv/raster/polygon_fill.h>
@@ -40,6 +42,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstring>
+#include <ctime>
 #include <random>
 #include <string>
 #include <vector>
@@ -396,6 +399,28 @@ void One(benchmark::State& state, Shape (*make)(double))
     state.counters["pixels/s"] = benchmark::Counter(pixels, benchmark::Counter::kIsRate);
 }
 
+/// A raster of the size has the rim of two of half the side, and twice their pixels.
+template <class Filler>
+void SolidPixel(benchmark::State& state)
+{
+    int const size = static_cast<int>(state.range(0));
+    Shape const large = Cover(size);
+    Shape const small = Cover(size / 2);
+    Filler largeFiller(size);
+    Filler smallFiller(size / 2);
+    std::clock_t ticks = 0;
+    for (auto _ : state) {
+        std::clock_t const start = std::clock();
+        smallFiller.Fill(small);
+        smallFiller.Fill(small);
+        std::clock_t const middle = std::clock();
+        largeFiller.Fill(large);
+        ticks += (std::clock() - middle) - (middle - start);
+    }
+    double const pixels = static_cast<double>(state.iterations()) * size * size / 2;
+    state.counters["ns/pixel"] = 1e9 * static_cast<double>(ticks) / CLOCKS_PER_SEC / pixels;
+}
+
 template <class Filler>
 void Many(benchmark::State& state)
 {
@@ -453,6 +478,8 @@ bool const isRegistered = [] {
     Sizes<Soft<32>>("Circle/SoftFill32", Circle);
     Sizes<Soft<2>>("CoveredWholly/SoftFill2", Cover);
     Sizes<Soft<32>>("CoveredWholly/SoftFill32", Cover);
+    benchmark::RegisterBenchmark("SolidPixel/SoftFill2", SolidPixel<Soft<2>>)->Arg(4096);
+    benchmark::RegisterBenchmark("SolidPixel/SoftFill32", SolidPixel<Soft<32>>)->Arg(4096);
 #if defined(HV_PEER_OPENCV)
     Sizes<OpenCv<2>>("Circle/OpenCV2", Circle);
     Sizes<OpenCv<32>>("Circle/OpenCV32", Circle);

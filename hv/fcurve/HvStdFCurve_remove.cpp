@@ -89,8 +89,8 @@ void HvStdFCurveImpl::RemoveHeadBeforeExistingKey(FSKind kind, unsigned int i, H
     if (i == 0) {
         return;
     }
-    RemoveKeyRangeWithUserData(0, i - 1, curve);
-    ReleaseSpareKeys();
+    RemoveUserData(0, i - 1, curve);
+    RemoveKeyRangeAndSpare(0, i - 1);
     CFCStdKey& key = keys[0];
     bool const jumps = key.rightValue != key.leftValue;
     if (jumps && !key.constraints.HasAny(CFCKeyConstraint::kValueLocked)) {
@@ -104,8 +104,8 @@ void HvStdFCurveImpl::RemoveHeadBeforeExistingKey(FSKind kind, unsigned int i, H
 void HvStdFCurveImpl::RemoveTailAfterExistingKey(FSKind kind, unsigned int i, HvBaseFCurve& curve)
 {
     if (i + 1 < NumKeys()) {
-        RemoveKeyRangeWithUserData(i + 1, NumKeys() - 1, curve);
-        ReleaseSpareKeys();
+        RemoveUserData(i + 1, NumKeys() - 1, curve);
+        RemoveKeyRangeAndSpare(i + 1, NumKeys() - 1);
     }
     SetKind(i, kind);
 }
@@ -177,8 +177,8 @@ void HvStdFCurveImpl::RemoveBodyBetweenExistingKeys(FSKind kind, unsigned int i,
     }
     SetKind(i, kind);
     SetupBezierCubicWhenRemoving(i, j);
-    RemoveKeyRangeWithUserData(i + 1, j - 1, curve);
-    ReleaseSpareKeys();
+    RemoveUserData(i + 1, j - 1, curve);
+    RemoveKeyRangeAndSpare(i + 1, j - 1);
 }
 
 int HvStdFCurveImpl::RemoveKey(double x, FSKind kind, double tolerance, HvBaseFCurve& curve)

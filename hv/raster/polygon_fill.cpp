@@ -114,12 +114,14 @@ int HvPolygons_Fill(HvPolygons const& polygons, HvUByteRaster& raster, HvInterru
         if (interrupted != nullptr && interrupted() != 0) {
             return 0;
         }
-        std::int64_t const count = interrupted == nullptr ? scanner.NumRowsAlike(row) : 1;
-        scanner.ScanRow(row, [&](std::int64_t first, std::int64_t last) {
-            SetBlock(raster.data + row * raster.width + first, width,
-                     static_cast<std::size_t>(last - first + 1), static_cast<std::size_t>(count));
-        });
-        row += count;
+        std::int64_t const end = interrupted == nullptr ? window.endRow : row + 1;
+        row = scanner.ScanRows(row, end,
+                               [&raster, width](std::int64_t at, std::int64_t count,
+                                                std::int64_t first, std::int64_t last) {
+                                   SetBlock(raster.data + at * raster.width + first, width,
+                                            static_cast<std::size_t>(last - first + 1),
+                                            static_cast<std::size_t>(count));
+                               });
     }
     return 1;
 }

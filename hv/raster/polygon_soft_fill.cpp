@@ -35,12 +35,16 @@ public:
           bandHeight_(rows.Band().endRow - rows.Band().firstRow),
           toBand_(rows.Shape().firstRow - rows.Band().firstRow),
           columns_(static_cast<std::size_t>(kBlockColumns * shapeHeight_)),
-          isSolid_(static_cast<std::size_t>(shapeHeight_ / kTileRows + 1)),
-          nextSolid_(static_cast<std::size_t>(shapeHeight_ / kTileRows + 1)),
+          tiles_(static_cast<std::size_t>(shapeHeight_ / kTileRows + 1)),
           uneven_(static_cast<std::size_t>(shapeHeight_ / kTileRows + 2)),
           blurred_(static_cast<std::size_t>(bandHeight_)),
           pixels_(static_cast<std::size_t>(kBlockColumns * bandHeight_))
     {
+        for (std::int64_t y = 0; y < shapeHeight_; ++y) {
+            HvPlaces const& solid = rows.Solid(y);
+            HvPlaces& common = tiles_.Data()[y / kTileRows].solid;
+            common = y % kTileRows == 0 ? solid : common.Cut(solid.first, solid.end);
+        }
     }
 
     /// Takes `count` columns of the raster from `x` on, all within the band.
@@ -50,7 +54,7 @@ public:
             Gather(x - rows_.Band().firstColumn, count, y, std::min(y + kTileRows, shapeHeight_));
         }
         FindSolidTiles();
-        FillEvenRows();
+        ListUnevenRows();
         for (std::int64_t i = 0; i < count; ++i) {
             BlurColumn(columns_.Data() + i * shapeHeight_);
             for (std::size_t k = 0; k < numUneven_; ++k) {
@@ -61,22 +65,60 @@ public:
         }
     }
 
-    /// The pixels of the block in a row of the band.
-    unsigned char const* Pixels(std::int64_t bandRow) const
+    /// Columns of the band that are known to be full in one of its rows: the kernel lies within
+    /// solid tiles.
+    HvPlaces FullColumns(std::int64_t bandRow) const
     {
-        return pixels_.Data() + bandRow * kBlockColumns;
+        std::int64_t const first = bandRow - toBand_ - kernel_.Reach();
+        std::int64_t const last = bandRow - toBand_ + kernel_.Reach();
+        if (first < 0 || last >= shapeHeight_) {
+            return {0, 0};
+        }
+        HvPlaces full = tiles_.Data()[first / kTileRows].solid;
+        for (std::int64_t tile = first / kTileRows + 1; tile <= last / kTileRows; ++tile) {
+            HvPlaces const& solid = tiles_.Data()[tile].solid;
+            full = full.Cut(solid.first, solid.end);
+        }
+        return full;
+    }
+    /// What those columns become.
+    unsigned char FullPixel() const { return PixelOf(kHvFullCoverage); }
+
+    /// The pixels of the block, from column `skip` on, into `count` columns of the raster from `x`
+    /// on. Rows that are full in the whole block are left out when they are `filled` already.
+    void Write(HvUByteRaster& raster, std::int64_t x, std::int64_t skip, std::int64_t count,
+               bool filled) const
+    {
+        std::int64_t const width = raster.width;
+        unsigned char* const to = raster.data + rows_.Band().firstRow * width + x;
+        std::size_t const length = static_cast<std::size_t>(count);
+        std::int64_t row = 0;
+        for (std::size_t k = 0; k < numUneven_; ++k) {
+            for (; row < uneven_[k].first && !filled; ++row) {
+                std::memset(to + row * width, FullPixel(), length);
+            }
+            for (row = uneven_[k].first; row < uneven_[k].end; ++row) {
+                std::memcpy(to + row * width, pixels_.Data() + row * kBlockColumns + skip, length);
+            }
+        }
     }
 
 private:
+    /// Rows of the shape that are gathered together.
+    struct Tile {
+        HvPlaces solid;  // columns of the band in which all its rows are solid
+        // In the columns of the block:
+        bool isSolid;
+        std::int64_t nextSolid;   // first row from the tile's on that lies in a solid tile
+        std::int64_t endOfSolid;  // first row from the tile's on that lies in no solid tile
+    };
+
     void Gather(std::int64_t firstColumn, std::int64_t count, std::int64_t firstRow,
                 std::int64_t endRow)
     {
-        bool isSolid = true;
-        for (std::int64_t y = firstRow; y < endRow && isSolid; ++y) {
-            isSolid = rows_.IsSolid(y, firstColumn, firstColumn + count);
-        }
-        isSolid_.Data()[firstRow / kTileRows] = isSolid ? 1 : 0;
-        if (isSolid) {
+        Tile& of = tiles_.Data()[firstRow / kTileRows];
+        of.isSolid = of.solid.Hold(firstColumn, firstColumn + count);
+        if (of.isSolid) {
             return;
         }
         double tile[kTileRows][kBlockColumns];
@@ -90,33 +132,38 @@ private:
         }
     }
 
-    /// Finds for each tile the first row from it on that lies in a solid one.
+    /// Finds for each tile where the next solid ones begin and end.
     void FindSolidTiles()
     {
         std::int64_t next = shapeHeight_;
+        std::int64_t end = shapeHeight_;
         for (std::int64_t tile = (shapeHeight_ - 1) / kTileRows; tile >= 0; --tile) {
-            next = isSolid_.Data()[tile] != 0 ? tile * kTileRows : next;
-            nextSolid_.Data()[tile] = next;
+            Tile& of = tiles_.Data()[tile];
+            if (of.isSolid) {
+                next = tile * kTileRows;
+            } else {
+                end = tile * kTileRows;
+            }
+            of.nextSolid = next;
+            of.endOfSolid = end;
         }
     }
 
     /// The first row from `y` on that lies in a solid tile; the shape's end when there is none.
     std::int64_t NextSolid(std::int64_t y) const
     {
-        return std::max(nextSolid_.Data()[y / kTileRows], y);
+        return std::max(tiles_.Data()[y / kTileRows].nextSolid, y);
     }
 
     /// The row behind the solid tiles of which `y` is a row; `y` itself when its tile is not solid.
     std::int64_t EndOfSolidTiles(std::int64_t y) const
     {
-        while (y < shapeHeight_ && NextSolid(y) == y) {
-            y = std::min((y / kTileRows + 1) * kTileRows, shapeHeight_);
-        }
-        return y;
+        return std::max(tiles_.Data()[y / kTileRows].endOfSolid, y);
     }
 
-    /// Writes the rows of the block that are of one value, and lists the others.
-    void FillEvenRows()
+    /// Lists the rows of the band that are not full in the whole block. The last of them may be no
+    /// row, at the band's end.
+    void ListUnevenRows()
     {
         numUneven_ = 0;
         std::int64_t row = 0;
@@ -131,8 +178,6 @@ private:
             if (even.first < even.end) {
                 uneven_[numUneven_++] = {row, even.first};
                 row = even.end;
-                std::memset(pixels_.Data() + even.first * kBlockColumns, PixelOf(kHvFullCoverage),
-                            static_cast<std::size_t>((even.end - even.first) * kBlockColumns));
             }
         }
         uneven_[numUneven_++] = {row, bandHeight_};
@@ -270,26 +315,44 @@ private:
     std::int64_t const bandHeight_;
     std::int64_t const toBand_;  // from a row of the shape to one of the band
     HvScratchArray<double> columns_;
-    HvScratchArray<unsigned char> isSolid_;   // of each tile
-    HvScratchArray<std::int64_t> nextSolid_;  // of each tile
+    HvScratchArray<Tile> tiles_;
     HvScratchArray<HvPlaces> uneven_;  // rows of the band that are not of one value in the block
     std::size_t numUneven_ = 0;
     HvScratchArray<double> blurred_;
     HvScratchArray<unsigned char> pixels_;
 };
 
+/// Sets `count` columns of the raster from `x` on to 0 in the rows from `firstRow` up to `endRow`.
+void Clear(HvUByteRaster& raster, std::int64_t x, std::int64_t count, std::int64_t firstRow,
+           std::int64_t endRow)
+{
+    for (std::int64_t y = firstRow; y < endRow; ++y) {
+        std::memset(raster.data + y * raster.width + x, 0, static_cast<std::size_t>(count));
+    }
+}
+
 /// Writes `count` columns of the raster from `x` on, whole, `skip` columns into the block; without
 /// a block they become 0.
 void WriteColumns(HvScanWindow const& band, ColumnBlur const* block, std::int64_t skip,
-                  std::int64_t x, std::int64_t count, HvUByteRaster& raster)
+                  std::int64_t x, std::int64_t count, bool filled, HvUByteRaster& raster)
 {
-    for (std::int64_t y = 0; y < raster.height; ++y) {
-        unsigned char* const to = raster.data + y * raster.width + x;
-        if (block == nullptr || y < band.firstRow || y >= band.endRow) {
-            std::memset(to, 0, static_cast<std::size_t>(count));
-        } else {
-            std::memcpy(to, block->Pixels(y - band.firstRow) + skip,
-                        static_cast<std::size_t>(count));
+    if (block == nullptr) {
+        Clear(raster, x, count, 0, raster.height);
+        return;
+    }
+    Clear(raster, x, count, 0, band.firstRow);
+    block->Write(raster, x, skip, count, filled);
+    Clear(raster, x, count, band.endRow, raster.height);
+}
+
+/// Fills what is full, row by row: quicker than block by block.
+void FillFull(HvScanWindow const& band, ColumnBlur const& block, HvUByteRaster& raster)
+{
+    for (std::int64_t y = band.firstRow; y < band.endRow; ++y) {
+        HvPlaces const full = block.FullColumns(y - band.firstRow);
+        if (full.first < full.end) {
+            std::memset(raster.data + y * raster.width + band.firstColumn + full.first,
+                        block.FullPixel(), static_cast<std::size_t>(full.end - full.first));
         }
     }
 }
@@ -312,6 +375,9 @@ int HvPolygons_SoftFill(HvPolygons const& polygons, HvBlurKernel const& kernel, 
     }
     HvScanWindow const& band = rows.Band();
     ColumnBlur block(rows, kernel, maxCoverage);
+    if (interrupted == nullptr) {
+        FillFull(band, block, raster);
+    }
     for (std::int64_t x = 0; x < raster.width;) {
         bool const isInBand = x >= band.firstColumn && x < band.endColumn;
         std::int64_t const end = isInBand ? std::min(x + kBlockColumns, band.endColumn)
@@ -322,13 +388,13 @@ int HvPolygons_SoftFill(HvPolygons const& polygons, HvBlurKernel const& kernel, 
             block.Compute(x, end - x);
         }
         if (interrupted == nullptr) {
-            WriteColumns(band, source, 0, x, end - x, raster);
+            WriteColumns(band, source, 0, x, end - x, true, raster);
         }
         for (std::int64_t i = x; i < end && interrupted != nullptr; ++i) {
             if (interrupted() != 0) {
                 return 0;
             }
-            WriteColumns(band, source, i - x, i, 1, raster);
+            WriteColumns(band, source, i - x, i, 1, false, raster);
         }
         x = end;
     }

@@ -376,6 +376,32 @@ TEST(polygon_fill, PlainShapesAreThoseOfTheSlowConverter)
     }
 }
 
+// Sides of many corners take over from one another in the scan, cross one another, and are cut
+// above and below.
+TEST(polygon_fill, BentSidesAreThoseOfTheSlowConverter)
+{
+    RandomPolygons random(9);
+    for (int i = 0; i < 1000; ++i) {
+        SCOPED_TRACE(testing::Message() << "polygons " << i);
+        PolygonList list;
+        for (int k = random.Pick(1, 3); k > 0; --k) {
+            Points corners;
+            double y = random.PickReal(-10.0, 10.0);
+            for (int const way : {1, -1}) {
+                for (int bends = random.Pick(2, 12); bends > 0; --bends) {
+                    y += way * random.PickReal(0.0, 4.0);
+                    corners.emplace_back(random.PickReal(0.0, 30.0), y);
+                }
+            }
+            list.Add(corners);
+        }
+        ExpectAsTheSlowConverter(list, HvUByteRaster(30, random.Pick(1, 24), kBefore));
+        if (HasFailure()) {
+            return;
+        }
+    }
+}
+
 // Edges that all cross between two rows would take a move for each pair.
 TEST(polygon_fill, ASheafOfCrossingEdgesIsThatOfTheSlowConverter)
 {

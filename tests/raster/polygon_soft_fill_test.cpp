@@ -165,6 +165,9 @@ TEST(polygon_soft_fill, LargeShapesAreThoseOfTheSlowConverter)
         SlowSoftFill(list.points, list.tags, rule, Slow(box), radius, falloff, maxCoverage,
                      expected, {});
         ASSERT_EQ(Pixels(filled), Pixels(expected));
+        HvUByteRaster asked(raster);  // column by column
+        SoftFill(list, rule, box, radius, falloff, maxCoverage, asked, [] { return 0; });
+        ASSERT_EQ(Pixels(asked), Pixels(expected));
     }
 }
 
@@ -206,6 +209,49 @@ TEST(polygon_soft_fill, EdgesThatComeInOneRowStandInTheOrderOfTheirUpperEnds)
         list.Add({{30, 1.3}, {50, 1.3}, {50, 9}, {30, 9}});
         list.Add({{30, second}, {30, 9}, {50, 9}, {50, second}});
         ExpectSoftFillOfTheSlowConverter(list, 80, 10);
+    }
+}
+
+// Sides that are bent take over from one another in the scan. Here they bend all at once, in pairs
+// of opposite edges on one another, and in the other order.
+TEST(polygon_soft_fill, BentPairsKeepTheirOrderWhereAllEdgesCross)
+{
+    for (double const bend : {3.6, 4.0, 4.3}) {
+        PolygonList list;
+        list.Add({{1, 0}, {659, 0}, {659, 10}, {1, 10}});
+        for (int k = 0; k < 80; ++k) {
+            double const spread = (k - 40) * 8.0;
+            HvPoint2<double> const middle(330.0 - 0.01 * spread, bend);
+            list.Add({{330.0 - spread, 0.5}, middle, {330.0 + spread, 8.5}, middle});
+        }
+        ExpectSoftFillOfTheSlowConverter(list, 660, 10);
+    }
+}
+
+// Sides that go down and up over a few columns and bend on quarters of rows: edges that take over,
+// edges that begin and older ones meet in one place, in every order.
+TEST(polygon_soft_fill, BentEdgesStandBehindOlderOnesInTheOrderOfTheirUpperEnds)
+{
+    RandomPolygons random(8);
+    for (int i = 0; i < 600; ++i) {
+        SCOPED_TRACE(testing::Message() << "polygons " << i);
+        PolygonList list;
+        list.Add({{1, 0}, {39, 0}, {39, 10}, {1, 10}});
+        for (int k = 0; k < 4; ++k) {
+            std::vector<HvPoint2<double>> corners;
+            double y = 0.0;
+            for (int const way : {1, -1}) {
+                for (int bends = 5; bends > 0; --bends) {
+                    y += way * random.Pick(1, 8) / 4.0;
+                    corners.emplace_back(random.Pick(1, 7) * 5.0, y);
+                }
+            }
+            list.Add(corners);
+        }
+        ExpectSoftFillOfTheSlowConverter(list, 40, 10);
+        if (HasFailure()) {
+            return;
+        }
     }
 }
 

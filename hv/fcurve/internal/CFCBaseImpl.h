@@ -203,7 +203,7 @@ private:
 
     Location Locate(double p, unsigned int hint) const;
     Location LocateAroundHint(double p, unsigned int hint) const;
-    Location LocateBetween(double p, unsigned int a, unsigned int b) const;
+    Location Bisect(double p) const;
     unsigned int CountKeysNotAbove(double p, unsigned int first) const;
     unsigned int EarliestAtSameDistance(double p, double lo, unsigned int index) const;
 };

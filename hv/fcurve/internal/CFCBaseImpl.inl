@@ -129,14 +129,8 @@ CFCBaseImpl<T, K, S>::LocateAroundHint(double p, unsigned int hint) const
     unsigned int const lo = h - down;
     unsigned int const hi = h + up;
 
-    if (at(lo) > p) {
-        return LocateBetween(p, 0, lo);
-    }
-    if (p > at(hi)) {
-        return LocateBetween(p, hi, last);
-    }
-    if (last + 1 < kFewestKeysForWindow) {
-        return LocateBetween(p, 0, last);
+    if (last + 1 < kFewestKeysForWindow || at(lo) > p || p > at(hi)) {
+        return Bisect(p);
     }
     // The window's keys are lo, h-1, h, hi-1, hi, some of them the same near an end.
     if (up != 0) {
@@ -158,14 +152,17 @@ CFCBaseImpl<T, K, S>::LocateAroundHint(double p, unsigned int hint) const
     if (at(hi) == p) {
         return {hi + 1, true, hi};
     }
-    return LocateBetween(p, 0, last);
+    return Bisect(p);
 }
 
-/// Bisection: key `a` stands before `p` and key `b` after it.
+/// `p` lies strictly between the first and the last key. All keys are bisected, though the hint
+/// tells on which side of it to look: so every search begins with the same few keys, which stay in
+/// the cache, where halving what lies beside the hint would meet others each time.
 template <class T, class K, class S>
-typename CFCBaseImpl<T, K, S>::Location
-CFCBaseImpl<T, K, S>::LocateBetween(double p, unsigned int a, unsigned int b) const
+typename CFCBaseImpl<T, K, S>::Location CFCBaseImpl<T, K, S>::Bisect(double p) const
 {
+    unsigned int a = 0;
+    unsigned int b = NumKeys() - 1;
     while (b - a >= 2) {
         unsigned int const m = a + (b - a) / 2;
         double const key = Parameter(m);

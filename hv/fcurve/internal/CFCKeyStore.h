@@ -62,6 +62,19 @@ void CFCKeyStore_ReleaseSpare(HvAltDynArray<Record>& records) noexcept
     }
 }
 
+/// Both at once: where storage is given back, what stays is copied into the smaller block straight
+/// away.
+template <class Record>
+void CFCKeyStore_RemoveRangeAndSpare(HvAltDynArray<Record>& records, unsigned int first,
+                                     unsigned int last) noexcept
+{
+    try {
+        records.RemoveClosedRange(first, last);
+    } catch (std::bad_alloc const&) {
+        CFCKeyStore_RemoveRange(records, first, last);
+    }
+}
+
 /// Inserts a record at `index`. Never shrinks the storage, and never fails where there is room.
 template <class Record>
 void CFCKeyStore_Insert(HvAltDynArray<Record>& records, unsigned int index, Record const& record)
@@ -104,6 +117,16 @@ public:
     {
         CFCKeyStore_RemoveRange(keys, first, last);
         CFCKeyStore_RemoveRange(constraints, first, last);
+    }
+    /// RemoveKeyRange and ReleaseSpareKeys at once.
+    void RemoveKeyRangeAndSpare(unsigned int first, unsigned int last) noexcept
+    {
+        if (keepsSpareKeys) {
+            RemoveKeyRange(first, last);
+        } else {
+            CFCKeyStore_RemoveRangeAndSpare(keys, first, last);
+            CFCKeyStore_RemoveRangeAndSpare(constraints, first, last);
+        }
     }
     /// Removes the keys marked in `dropped`, and their words, in one pass.
     void RemoveMarkedKeys(HvBoolArray const& dropped) noexcept
@@ -219,6 +242,15 @@ public:
     {
         CFCKeyStore_RemoveRange(keys, first, last);
     }
+    /// RemoveKeyRange and ReleaseSpareKeys at once.
+    void RemoveKeyRangeAndSpare(unsigned int first, unsigned int last) noexcept
+    {
+        if (keepsSpareKeys) {
+            RemoveKeyRange(first, last);
+        } else {
+            CFCKeyStore_RemoveRangeAndSpare(keys, first, last);
+        }
+    }
     /// Removes the keys marked in `dropped` in one pass.
     void RemoveMarkedKeys(HvBoolArray const& dropped) noexcept
     {
@@ -311,6 +343,15 @@ public:
     void RemoveKeyRange(unsigned int first, unsigned int last) noexcept
     {
         CFCKeyStore_RemoveRange(keys, first, last);
+    }
+    /// RemoveKeyRange and ReleaseSpareKeys at once.
+    void RemoveKeyRangeAndSpare(unsigned int first, unsigned int last) noexcept
+    {
+        if (keepsSpareKeys) {
+            RemoveKeyRange(first, last);
+        } else {
+            CFCKeyStore_RemoveRangeAndSpare(keys, first, last);
+        }
     }
     /// Removes the keys marked in `dropped` in one pass.
     void RemoveMarkedKeys(HvBoolArray const& dropped) noexcept

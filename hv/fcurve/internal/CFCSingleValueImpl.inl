@@ -205,8 +205,7 @@ void CFCSingleValueImpl<T, K, S>::RemoveRangeWithUserData(unsigned int first, un
             curve.RemoveKeyUserData(this->Parameter(i));
         }
     }
-    this->RemoveKeyRange(first, last);
-    this->ReleaseSpareKeys();
+    this->RemoveKeyRangeAndSpare(first, last);
 }
 
 template <class T, class K, class S>

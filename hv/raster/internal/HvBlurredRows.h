@@ -24,6 +24,12 @@ struct HvPlaces {
     std::int64_t end;
 
     bool Hold(std::int64_t from, std::int64_t to) const { return first <= from && to <= end; }
+    /// Those of them from `from` up to `to`; maybe none.
+    HvPlaces Cut(std::int64_t from, std::int64_t to) const
+    {
+        std::int64_t const low = std::min(std::max(first, from), end);
+        return {low, std::max(std::min(end, to), low)};
+    }
 };
 
 /// A run of full coverage, from `first` to `last`, blurred, on a line of `size` places.
@@ -37,6 +43,11 @@ public:
     {
     }
 
+    /// Where the kernel meets the run.
+    HvPlaces Reached() const
+    {
+        return {Clip(first_ - kernel_.Reach()), Clip(last_ + kernel_.Reach() + 1)};
+    }
     /// Where the kernel lies wholly within the run, so that coverage is full.
     HvPlaces Solid() const { return {Clip(innerFirst_), Clip(innerEnd_)}; }
     /// Adds the run to what the line holds beside the solid places.
@@ -79,8 +90,9 @@ private:
 };
 
 /// The pixels of the raster that the blurred shape can reach, and the rows of the shape itself,
-/// blurred along x. Of a row with one span the solid places are remembered and not written: they
-/// are most of a large shape, and memory that nobody touches costs nothing.
+/// blurred along x. What is kept of a row is what its spans reach, and of a row with one span not
+/// its solid places, which are most of a large shape. Rows are packed behind one another: memory
+/// that nobody touches costs nothing.
 class HvBlurredRows {
 public:
     HvBlurredRows(HvScanWindow const& shape, HvBlurKernel const& kernel,
@@ -91,59 +103,86 @@ public:
                                std::min<std::int64_t>(shape.endColumn + kernel.Reach(),
                                                       raster.width)},
           kernel_(kernel), width_(band_.endColumn - band_.firstColumn),
-          rows_(static_cast<std::size_t>(width_) *
-                static_cast<std::size_t>(shape.endRow - shape.firstRow)),
-          solid_(static_cast<std::size_t>(shape.endRow - shape.firstRow))
+          line_(static_cast<std::size_t>(width_)),
+          values_(static_cast<std::size_t>(width_) *
+                  static_cast<std::size_t>(shape.endRow - shape.firstRow)),
+          nextValue_(values_.Data()), rows_(static_cast<std::size_t>(shape.endRow - shape.firstRow))
     {
     }
 
     HvScanWindow const& Shape() const { return shape_; }
     HvScanWindow const& Band() const { return band_; }
 
-    /// Scans a row of the shape.
+    /// Scans a row of the shape. Rows come in ascending order.
     void Scan(HvPolygonScanner& scanner, std::int64_t row)
     {
-        double* const line = rows_.Data() + (row - shape_.firstRow) * width_;
-        HvPlaces& solid = solid_.Data()[row - shape_.firstRow];
+        double* const line = line_.Data();
+        HvPlaces reached = {0, 0};
+        HvPlaces solid = {0, 0};
         std::size_t spans = 0;
         scanner.ScanRow(row, [&](std::int64_t first, std::int64_t last) {
             HvBlurredRun const run(kernel_, first - band_.firstColumn, last - band_.firstColumn,
                                    width_);
             if (++spans == 1) {
                 run.AddRims(line);
+                reached = run.Reached();
                 solid = run.Solid();
                 return;
             }
             std::fill(line + solid.first, line + solid.end, kHvFullCoverage);
-            solid = {0, 0};
             run.Add(line);
+            // A span may end where the one before it does, and reach no further.
+            reached.end = std::max(reached.end, run.Reached().end);
+            solid = {reached.end, reached.end};
         });
+        rows_[static_cast<std::size_t>(row - shape_.firstRow)] = {nextValue_, reached, solid};
+        Pack(reached.first, solid.first);
+        Pack(solid.end, reached.end);
     }
 
-    /// Whether row `y` of the shape is solid in the columns of the band from `first` up to `end`.
-    bool IsSolid(std::int64_t y, std::int64_t first, std::int64_t end) const
-    {
-        return solid_.Data()[y].Hold(first, end);
-    }
+    /// The columns of the band in which row `y` of the shape is known to be solid.
+    HvPlaces const& Solid(std::int64_t y) const { return rows_.Data()[y].solid; }
     /// Copies `count` values of row `y` of the shape, from a column of the band on.
     void CopyRow(std::int64_t y, std::int64_t first, std::int64_t count, double* values) const
     {
-        std::copy_n(rows_.Data() + y * width_ + first, count, values);
-        HvPlaces const& solid = solid_.Data()[y];
-        std::int64_t const from = std::max(solid.first - first, std::int64_t{0});
-        std::int64_t const to = std::min(solid.end - first, count);
-        if (from < to) {
-            std::fill(values + from, values + to, kHvFullCoverage);
-        }
+        Row const& row = rows_.Data()[y];
+        HvPlaces const wanted = {first, first + count};
+        HvPlaces const before = wanted.Cut(row.reached.first, row.solid.first);
+        HvPlaces const solid = wanted.Cut(row.solid.first, row.solid.end);
+        HvPlaces const behind = wanted.Cut(row.solid.end, row.reached.end);
+        double const* const rest = row.values + (row.solid.first - row.reached.first);
+        values = std::fill_n(values, before.first - first, 0.0);
+        values = std::copy(row.values + (before.first - row.reached.first),
+                           row.values + (before.end - row.reached.first), values);
+        values = std::fill_n(values, solid.end - solid.first, kHvFullCoverage);
+        values = std::copy(rest + (behind.first - row.solid.end),
+                           rest + (behind.end - row.solid.end), values);
+        std::fill_n(values, wanted.end - behind.end, 0.0);
     }
 
 private:
+    /// The values of a row lie where it reaches, without its solid places.
+    struct Row {
+        double const* values;
+        HvPlaces reached;
+        HvPlaces solid;
+    };
+
+    /// Takes places out of the line, which is zero there afterwards.
+    void Pack(std::int64_t first, std::int64_t end)
+    {
+        nextValue_ = std::copy(line_.Data() + first, line_.Data() + end, nextValue_);
+        std::fill(line_.Data() + first, line_.Data() + end, 0.0);
+    }
+
     HvScanWindow const shape_;
     HvScanWindow const band_;
     HvBlurKernel const& kernel_;
     std::int64_t const width_;
-    HvScratchArray<double> rows_;
-    HvScratchArray<HvPlaces> solid_;  // of each row; empty where all is written
+    HvScratchArray<double> line_;  // zero but while a row is scanned
+    HvScratchArray<double> values_;
+    double* nextValue_;
+    HvScratchArray<Row> rows_;
 };
 
 #endif

@@ -33,7 +33,7 @@ HvPolygonScanner::HvPolygonScanner(HvPolygons const& polygons, double scale,
                                                        : -std::numeric_limits<double>::infinity()),
       lastColumn_(static_cast<double>(window.endColumn) - 0.5), isEvenOdd_(polygons.fillRule == 0),
       numPoints_(std::min(polygons.points.Size(), polygons.tags.Size())),
-      nextEvent_(window.firstRow), waiting_(numPoints_), active_(numPoints_)
+      nextEvent_(window.firstRow), edges_(numPoints_ + 2), tops_(numPoints_), active_(numPoints_)
 {
     std::size_t first = 0;
     for (std::size_t i = 0; i < numPoints_; ++i) {
@@ -42,7 +42,7 @@ HvPolygonScanner::HvPolygonScanner(HvPolygons const& polygons, double scale,
             first = i + 1;
         }
     }
-    SortWaiting();
+    CollectTops();
 }
 
 void HvPolygonScanner::AddPolygon(std::size_t first, std::size_t end)
@@ -86,42 +86,58 @@ void HvPolygonScanner::AddEdge(std::size_t from, std::size_t to, std::int64_t fr
     if (!(H.y > L.y)) {
         return;  // an ordinate is NaN
     }
-    WaitingEdge& waiting = waiting_[numWaiting_++];
-    waiting.row = isDown ? fromRow : toRow;
-    Edge& edge = waiting.edge;
-    edge.slope = (H.x - L.x) / (H.y - L.y);
-    edge.x = edge.slope * (static_cast<double>(waiting.row) + 0.5 - L.y) + L.x;
+    Edge& edge = edges_[++numEdges_];
+    edge.row = isDown ? fromRow : toRow;
     edge.endRow = isDown ? toRow : fromRow;
+    edge.slope = (H.x - L.x) / (H.y - L.y);
+    edge.x = edge.slope * (static_cast<double>(edge.row) + 0.5 - L.y) + L.x;
     edge.direction = isDown ? 1 : -1;
-    edge.rank = static_cast<std::uint32_t>(2 * upper + (isDown ? 1 : 0));
+    edge.upper = static_cast<std::uint32_t>(upper);
 }
 
-/// By row, then by x; equal ones in the order in which their upper ends are met on the way down.
-void HvPolygonScanner::SortWaiting()
+/// Lists the edges that take nobody's place, by row and then in their order there. The others come
+/// when the edge that they continue ends: most, in a smooth outline, and they need not be sorted.
+void HvPolygonScanner::CollectTops()
+{
+    for (std::size_t i = 1; i <= numEdges_; ++i) {
+        Edge const& edge = edges_[i];
+        if (!Continues(edge, edges_[edge.direction > 0 ? i - 1 : i + 1])) {
+            tops_[numTops_++] = static_cast<std::uint32_t>(i);
+        }
+    }
+    std::sort(tops_.Data(), tops_.Data() + numTops_, [this](std::uint32_t i, std::uint32_t k) {
+        Edge const& a = edges_[i];
+        Edge const& b = edges_[k];
+        if (a.row != b.row) {
+            return a.row < b.row;
+        }
+        if (IsBefore(a.x, b.x) || IsBefore(b.x, a.x)) {
+            return IsBefore(a.x, b.x);
+        }
+        return IsUpperBefore(a, b);
+    });
+}
+
+/// The order in which the upper ends of edges are met on the way down.
+bool HvPolygonScanner::IsUpperBefore(Edge const& a, Edge const& b) const
 {
     HvPoint2<double> const* const points = polygons_.points.Data();
-    std::sort(waiting_.Data(), waiting_.Data() + numWaiting_,
-              [points](WaitingEdge const& a, WaitingEdge const& b) {
-                  if (a.row != b.row) {
-                      return a.row < b.row;
-                  }
-                  if (IsBefore(a.edge.x, b.edge.x) || IsBefore(b.edge.x, a.edge.x)) {
-                      return IsBefore(a.edge.x, b.edge.x);
-                  }
-                  double const yOfA = points[a.edge.rank / 2].y;
-                  double const yOfB = points[b.edge.rank / 2].y;
-                  return yOfA != yOfB ? yOfA < yOfB : a.edge.rank < b.edge.rank;
-              });
+    double const yOfA = points[a.upper].y;
+    double const yOfB = points[b.upper].y;
+    if (yOfA != yOfB) {
+        return yOfA < yOfB;
+    }
+    return a.upper != b.upper ? a.upper < b.upper : a.direction < b.direction;
 }
 
 void HvPolygonScanner::ExchangeEdges(std::int64_t row)
 {
-    RemoveEnded(row);
+    ReplaceEnded(row);
     if (!isSorted_) {
-        SortActive();
+        SortActive(row);
     }
-    MergeWaiting(row);
-    nextEvent_ = nextWaiting_ < numWaiting_ ? waiting_[nextWaiting_].row : window_.endRow;
+    MergeTops(row);
+    nextEvent_ = nextTop_ < numTops_ ? edges_[tops_[nextTop_]].row : window_.endRow;
     areEdgesUpright_ = true;
     for (std::size_t i = 0; i < numActive_; ++i) {
         nextEvent_ = std::min(nextEvent_, active_[i].endRow);
@@ -132,58 +148,93 @@ void HvPolygonScanner::ExchangeEdges(std::int64_t row)
         isEvenOdd_ || (numActive_ == 2 && active_[0].direction + active_[1].direction == 0);
 }
 
-void HvPolygonScanner::RemoveEnded(std::int64_t row)
+/// Removes the edges that end above the row. One that continues such an edge takes its place, which
+/// is nearly always its own.
+void HvPolygonScanner::ReplaceEnded(std::int64_t row)
 {
-    Edge* const end = std::remove_if(active_.Data(), active_.Data() + numActive_,
-                                     [row](Edge const& edge) { return edge.endRow <= row; });
-    numActive_ = static_cast<std::size_t>(end - active_.Data());
-}
-
-/// The new edges are in order among themselves; they come behind older ones of equal x.
-void HvPolygonScanner::MergeWaiting(std::int64_t row)
-{
-    std::size_t const first = nextWaiting_;
-    while (nextWaiting_ < numWaiting_ && waiting_[nextWaiting_].row <= row) {
-        ++nextWaiting_;
-    }
-    std::size_t older = numActive_;
-    std::size_t newer = nextWaiting_;
-    numActive_ += nextWaiting_ - first;
-    for (std::size_t to = numActive_; newer > first; --to) {
-        Edge const& edge = waiting_[newer - 1].edge;
-        if (older > 0 && active_[older - 1].x > edge.x) {
-            active_[to - 1] = active_[older - 1];
-            --older;
-        } else {
-            active_[to - 1] = edge;
-            --newer;
+    auto const hasEnded = [row](ActiveEdge const& edge) { return edge.endRow <= row; };
+    ActiveEdge* const end = active_.Data() + numActive_;
+    ActiveEdge* to = std::find_if(active_.Data(), end, hasEnded);
+    for (ActiveEdge* from = to; from != end; ++from) {
+        if (!hasEnded(*from)) {
+            *to++ = *from;
+            continue;
+        }
+        std::uint32_t const next = from->edge + static_cast<std::uint32_t>(from->direction);
+        if (Continues(edges_[next], edges_[from->edge])) {
+            *to++ = Active(next);
+            isSorted_ = false;
         }
     }
+    numActive_ = static_cast<std::size_t>(to - active_.Data());
 }
 
-/// Keeps the order of equal x.
-void HvPolygonScanner::SortActive()
+void HvPolygonScanner::MergeTops(std::int64_t row)
+{
+    std::size_t const first = nextTop_;
+    while (nextTop_ < numTops_ && edges_[tops_[nextTop_]].row <= row) {
+        ++nextTop_;
+    }
+    ActiveEdge* const active = active_.Data();
+    ActiveEdge* older = active + numActive_;
+    numActive_ += nextTop_ - first;
+    for (std::size_t top = nextTop_; top > first; --top) {
+        ActiveEdge const edge = Active(tops_[top - 1]);
+        ActiveEdge* const place = std::upper_bound(
+            active, older, edge, [this, row](ActiveEdge const& a, ActiveEdge const& b) {
+                return BelongsBefore(a, b, row);
+            });
+        std::move_backward(place, older, older + (top - first));
+        older = place;
+        place[top - first - 1] = edge;
+    }
+}
+
+/// Of two edges with the same x in the row: one that begins there comes behind those whose upper
+/// end is met before its own, as that of every older edge is. Older ones keep their order.
+bool HvPolygonScanner::IsTieBefore(ActiveEdge const& a, ActiveEdge const& b, std::int64_t row) const
+{
+    Edge const& edgeOfB = edges_[b.edge];
+    return edgeOfB.row == row && IsUpperBefore(edges_[a.edge], edgeOfB);
+}
+
+void HvPolygonScanner::SortActive(std::int64_t row)
 {
     isSorted_ = true;
     std::size_t moves = kInsertionMovesPerEdge * numActive_;
+    ActiveEdge* const active = active_.Data();
     for (std::size_t i = 1; i < numActive_ && moves > 0; ++i) {
-        Edge const edge = active_[i];
-        std::size_t to = i;
-        for (; to > 0 && active_[to - 1].x > edge.x && moves > 0; --to, --moves) {
-            active_[to] = active_[to - 1];
+        double const x = active[i].x;
+        if (active[i - 1].x < x) {
+            continue;
         }
-        active_[to] = edge;
+        ActiveEdge const edge = active[i];
+        std::size_t const limit = i > moves ? i - moves : 0;
+        std::size_t to = i;
+        for (; to > limit && active[to - 1].x > x; --to) {
+            active[to] = active[to - 1];
+        }
+        for (; to > limit && active[to - 1].x == x && IsTieBefore(edge, active[to - 1], row);
+             --to) {
+            active[to] = active[to - 1];
+        }
+        active[to] = edge;
+        moves -= i - to;
     }
     if (moves > 0) {
         return;
     }
     for (std::size_t i = 0; i < numActive_; ++i) {
-        active_[i].rank = static_cast<std::uint32_t>(i);
+        edges_[active_[i].edge].place = static_cast<std::uint32_t>(i);
     }
-    std::sort(active_.Data(), active_.Data() + numActive_, [](Edge const& a, Edge const& b) {
-        if (IsBefore(a.x, b.x) || IsBefore(b.x, a.x)) {
-            return IsBefore(a.x, b.x);
-        }
-        return a.rank < b.rank;
-    });
+    std::sort(active_.Data(), active_.Data() + numActive_,
+              [this, row](ActiveEdge const& a, ActiveEdge const& b) {
+                  if (IsBefore(a.x, b.x) || IsBefore(b.x, a.x)) {
+                      return IsBefore(a.x, b.x);
+                  }
+                  if (IsTieBefore(a, b, row) || IsTieBefore(b, a, row)) {
+                      return IsTieBefore(a, b, row);
+                  }
+                  return edges_[a.edge].place < edges_[b.edge].place;
+              });
 }

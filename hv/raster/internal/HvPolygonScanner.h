@@ -42,7 +42,7 @@ public:
 
     HvScanWindow const& Window() const { return window_; }
     /// Edges that come within the window; a row has at most as many active ones.
-    std::size_t NumEdges() const { return numWaiting_; }
+    std::size_t NumEdges() const { return numEdges_; }
 
     // Rows come in ascending order from the window's first; none is left out but those that
     // NumRowsAlike allows.
@@ -52,11 +52,28 @@ public:
     void ScanRow(std::int64_t row, Span&& span)
     {
         PrepareRow(row);
-        if (areSpansPairs_) {
-            WalkPairs(span);
-        } else {
-            WalkWinding(span);
+        Walk(span);
+    }
+
+    /// Scans the rows from `row` on, at least one, that need not be looked at one by one, and none
+    /// from `end` on. Calls span(row, count, first, last), last included, for each span; it stands
+    /// in `count` rows from `row` on.
+    ///
+    /// @return  the row behind them.
+    template <class Span>
+    std::int64_t ScanRows(std::int64_t row, std::int64_t end, Span&& span)
+    {
+        PrepareRow(row);
+        end = std::min(end, nextEvent_);
+        if (areEdgesUpright_) {
+            WalkAt(row, end - row, span);
+            return end;
         }
+        if (numActive_ == 2 && areSpansPairs_) {
+            return WalkSingleSpans(row, end, span);
+        }
+        WalkAt(row, 1, span);
+        return row + 1;
     }
 
     /// Rows from `row` on, at least 1, that have the very spans of `row`: its edges are upright.
@@ -96,44 +113,107 @@ public:
     }
 
 private:
+    /// An edge of a polygon. Edges stand in the order of the polygon's points.
     struct Edge {
+        double x;  // at the middle of its first row
+        double slope;
+        std::int64_t row;  // its first
+        std::int64_t endRow;
+        std::int32_t direction;  // +1 when the polygon runs towards greater y, otherwise -1
+        std::uint32_t upper;     // index of its upper point
+        std::uint32_t place;     // among the active edges, while these are sorted
+    };
+    struct ActiveEdge {
         double x;  // at the middle of the row that is scanned next
         double slope;
         std::int64_t endRow;
-        std::int32_t direction;  // +1 when the polygon runs towards greater y, otherwise -1
-        std::uint32_t rank;      // among edges of equal x
-    };
-    /// An edge before it is active. Its rank is twice the index of its upper point, and 1 more when
-    /// the polygon runs away from that point.
-    struct WaitingEdge {
-        std::int64_t row;
-        Edge edge;
+        std::int32_t direction;
+        std::uint32_t edge;
     };
 
     void AddPolygon(std::size_t first, std::size_t end);
     void AddEdge(std::size_t from, std::size_t to, std::int64_t fromRow, std::int64_t toRow);
     std::int64_t FirstRowAtOrBelow(double y) const;
-    void SortWaiting();
+    void CollectTops();
+    /// Whether an edge begins where its neighbour ends, on the same way.
+    bool Continues(Edge const& edge, Edge const& neighbour) const
+    {
+        return neighbour.direction == edge.direction && neighbour.endRow == edge.row;
+    }
+    ActiveEdge Active(std::uint32_t index) const
+    {
+        Edge const& edge = edges_[index];
+        return {edge.x, edge.slope, edge.endRow, edge.direction, index};
+    }
     /// Makes the active edges those of the row, in their order there.
     void PrepareRow(std::int64_t row)
     {
         if (row >= nextEvent_) {
             ExchangeEdges(row);
         } else if (!isSorted_) {
-            SortActive();
+            SortActive(row);
         }
     }
     void ExchangeEdges(std::int64_t row);
-    void RemoveEnded(std::int64_t row);
-    void MergeWaiting(std::int64_t row);
-    void SortActive();
+    void ReplaceEnded(std::int64_t row);
+    void MergeTops(std::int64_t row);
+    void SortActive(std::int64_t row);
+    bool IsUpperBefore(Edge const& a, Edge const& b) const;
+    bool IsTieBefore(ActiveEdge const& a, ActiveEdge const& b, std::int64_t row) const;
+    /// Whether an active edge of the row belongs before another one.
+    bool BelongsBefore(ActiveEdge const& a, ActiveEdge const& b, std::int64_t row) const
+    {
+        return a.x < b.x || (a.x == b.x && IsTieBefore(a, b, row));
+    }
+
+    template <class Span>
+    void Walk(Span& span)
+    {
+        if (areSpansPairs_) {
+            WalkPairs(span);
+        } else {
+            WalkWinding(span);
+        }
+    }
+
+    template <class Span>
+    void WalkAt(std::int64_t row, std::int64_t count, Span& span)
+    {
+        auto const spanAt = [row, count, &span](std::int64_t first, std::int64_t last) {
+            span(row, count, first, last);
+        };
+        Walk(spanAt);
+    }
+
+    /// Rows between the same two edges, as long as these do not cross.
+    template <class Span>
+    std::int64_t WalkSingleSpans(std::int64_t row, std::int64_t end, Span& span)
+    {
+        double left = active_[0].x;
+        double right = active_[1].x;
+        double const leftSlope = active_[0].slope;
+        double const rightSlope = active_[1].slope;
+        do {
+            if (IsVisible(left, right)) {
+                HvScanSpan const cut = Cut(left, right);
+                span(row, 1, cut.first, cut.last);
+            }
+            left += leftSlope;
+            right += rightSlope;
+            isSorted_ = !(right < left);
+            ++row;
+        } while (row < end && isSorted_);
+        active_[0].x = left;
+        active_[1].x = right;
+        return row;
+    }
 
     template <class Span>
     void WalkPairs(Span& span)
     {
         Advancer advancer;
-        Edge* edge = active_.Data();
-        Edge* const end = edge + numActive_;
+        ActiveEdge* edge = active_.Data();
+        ActiveEdge* const end = edge + numActive_;
         for (; end - edge > 1; edge += 2) {
             double const left = advancer.Advance(edge[0]);
             double const right = advancer.Advance(edge[1]);
@@ -152,8 +232,8 @@ private:
         double left = 0.0;
         double right = 0.0;
         int winding = 0;
-        Edge* const end = active_.Data() + numActive_;
-        for (Edge* edge = active_.Data(); edge != end; ++edge) {
+        ActiveEdge* const end = active_.Data() + numActive_;
+        for (ActiveEdge* edge = active_.Data(); edge != end; ++edge) {
             right = advancer.Advance(*edge);
             left = winding == 0 ? right : left;
             winding += edge->direction;
@@ -173,7 +253,7 @@ private:
         double previous = -std::numeric_limits<double>::infinity();
 
         /// The x that the edge had.
-        double Advance(Edge& edge)
+        double Advance(ActiveEdge& edge)
         {
             double const x = edge.x;
             double const next = x + edge.slope;
@@ -217,12 +297,16 @@ private:
     bool areEdgesUpright_ = true;  // whether no active edge moves
     bool isSorted_ = true;
     std::size_t numPoints_;
-    std::size_t numWaiting_ = 0;
-    std::size_t nextWaiting_ = 0;
+    std::size_t numEdges_ = 0;
+    std::size_t numTops_ = 0;
+    std::size_t nextTop_ = 0;
     std::size_t numActive_ = 0;
     std::int64_t nextEvent_;  // first row in which an edge comes or goes
-    HvScratchArray<WaitingEdge> waiting_;
-    HvScratchArray<Edge> active_;
+    // From 1 on, and one more behind the last: these two have no direction, so that every edge has
+    // neighbours.
+    HvScratchArray<Edge> edges_;
+    HvScratchArray<std::uint32_t> tops_;  // edges that continue none, by row and then in order
+    HvScratchArray<ActiveEdge> active_;
 };
 
 #endif
