@@ -69,6 +69,10 @@ void AddRotationFamilies(Families& families)
     }
     families.push_back({"rotation_curve", 500, [curve](unsigned int item, Digest& digest) {
                             SampleNumbers times(item);
-                            AddPoint(curve->Eval(times.In(-60, 110)), digest);
+                            // Eval writes what the curve remembers: threads take turns.
+                            curve->AcquireLock();
+                            HvPoint3<double> const angles = curve->Eval(times.In(-60, 110));
+                            curve->ReleaseLock();
+                            AddPoint(angles, digest);
                         }});
 }
