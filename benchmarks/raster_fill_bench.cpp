@@ -13,7 +13,7 @@
 // fill writes, row by row, and does nothing else: no fill can be quicker than the memory. The peer
 // of soft fills is OpenCV: its hard fill, then its separable filter with the weights of our kernel.
 // "SolidPixel" asks what a soft fill takes for a pixel that the rim does not reach, by the
-// difference of two rasters that are covered wholly.
+// difference of rasters that are covered wholly, all larger than the caches.
 
 #include <hv/bezier/HvBezierTool.h>
 #include <hv/raster/polygon_fill.h>
@@ -478,8 +478,8 @@ bool const isRegistered = [] {
     Sizes<Soft<32>>("Circle/SoftFill32", Circle);
     Sizes<Soft<2>>("CoveredWholly/SoftFill2", Cover);
     Sizes<Soft<32>>("CoveredWholly/SoftFill32", Cover);
-    benchmark::RegisterBenchmark("SolidPixel/SoftFill2", SolidPixel<Soft<2>>)->Arg(4096);
-    benchmark::RegisterBenchmark("SolidPixel/SoftFill32", SolidPixel<Soft<32>>)->Arg(4096);
+    benchmark::RegisterBenchmark("SolidPixel/SoftFill2", SolidPixel<Soft<2>>)->Arg(8192);
+    benchmark::RegisterBenchmark("SolidPixel/SoftFill32", SolidPixel<Soft<32>>)->Arg(8192);
 #if defined(HV_PEER_OPENCV)
     Sizes<OpenCv<2>>("Circle/OpenCV2", Circle);
     Sizes<OpenCv<32>>("Circle/OpenCV32", Circle);
