@@ -160,6 +160,27 @@ TEST(polygon_fill, PointsWithoutAnEndAreNoPolygon)
     EXPECT_EQ(Pixels(Filled(list, kWinding, 6, 1)), (Bytes{255, 255, 77, 77, 77, 77}));
 }
 
+TEST(polygon_fill, ALonePointIsNoPartOfThePolygonBehindIt)
+{
+    PolygonList list;
+    list.points.Add(5.0, 0.0);
+    list.tags.Add(HvPointTagEnd);
+    list.Add({{0, 0}, {1.5, 0}, {1.5, 2}, {0, 2}});
+    EXPECT_EQ(Pixels(Filled(list, kWinding, 6, 1)), (Bytes{255, 255, 77, 77, 77, 77}));
+}
+
+TEST(polygon_fill, EdgesWithoutAnAbscissaComeBehindAllOthers)
+{
+    // Of all edges that begin in row 0 they are the first and the last to be met on the way down.
+    double const nan = std::numeric_limits<double>::quiet_NaN();
+    PolygonList list;
+    list.Add({{nan, 0}, {nan, 0.25}, {nan, 2}});
+    list.Add({{1, 0.125}, {2.5, 0.125}, {2.5, 2}, {1, 2}});
+    for (int const rule : {kEvenOdd, kWinding}) {
+        EXPECT_EQ(Pixels(Filled(list, rule, 4, 1)), (Bytes{77, 255, 255, 77}));
+    }
+}
+
 TEST(polygon_fill, AFullPixelIs255AndFifteenPointsAre240)
 {
     // Subcolumns 0 to 7 of all subrows; in the second pixel the last subrow ends one earlier.
@@ -354,6 +375,12 @@ TEST(polygon_fill, UprightEdgesAreThoseOfTheSlowConverter)
             return;
         }
     }
+}
+
+// The sides move by a whole pixel in a row.
+TEST(polygon_fill, ALeaningParallelogramIsThatOfTheSlowConverter)
+{
+    ExpectAsTheSlowConverter(One({{1, 0}, {5, 0}, {9, 4}, {5, 4}}), HvUByteRaster(12, 6, kBefore));
 }
 
 // Most rows of a plain shape lie between two edges, of any slope, and may be cut at the raster.
