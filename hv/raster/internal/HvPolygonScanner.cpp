@@ -33,7 +33,7 @@ HvPolygonScanner::HvPolygonScanner(HvPolygons const& polygons, double scale,
                                                        : -std::numeric_limits<double>::infinity()),
       lastColumn_(static_cast<double>(window.endColumn) - 0.5), isEvenOdd_(polygons.fillRule == 0),
       numPoints_(std::min(polygons.points.Size(), polygons.tags.Size())),
-      nextEvent_(window.firstRow), edges_(numPoints_ + 2), tops_(numPoints_), active_(numPoints_)
+      nextEvent_(window.firstRow), edges_(numPoints_ + 1), tops_(numPoints_), active_(numPoints_)
 {
     std::size_t first = 0;
     for (std::size_t i = 0; i < numPoints_; ++i) {

@@ -303,7 +303,7 @@ private:
     std::size_t numActive_ = 0;
     std::int64_t nextEvent_;  // first row in which an edge comes or goes
     // From 1 on, and one more behind the last: these two have no direction, so that every edge has
-    // neighbours.
+    // neighbours. A polygon has fewer edges than points, as its last point repeats the first.
     HvScratchArray<Edge> edges_;
     HvScratchArray<std::uint32_t> tops_;  // edges that continue none, by row and then in order
     HvScratchArray<ActiveEdge> active_;
